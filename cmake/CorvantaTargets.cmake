@@ -1,0 +1,57 @@
+# What every target of ours shares: warnings, sanitizers, ccache; and one function a kind of target.
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+add_library(corvanta_options INTERFACE)
+target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor
+                                                  -Woverloaded-virtual -Wcast-align -Wformat=2)
+target_compile_definitions(corvanta_options INTERFACE QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
+if(CORVANTA_SANITIZER STREQUAL "address")
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+elseif(CORVANTA_SANITIZER STREQUAL "thread")
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+elseif(NOT CORVANTA_SANITIZER STREQUAL "")
+  message(FATAL_ERROR "CORVANTA_SANITIZER is '${CORVANTA_SANITIZER}', not empty, address or thread")
+endif()
+
+# corvanta_library(NAME SOURCES ... LINKS ...): a static library of the client. Its headers are included with the
+# path from src/ ("base/Settings.h").
+function(corvanta_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE corvanta_options ${ARG_PRIVATE_LINKS})
+endfunction()
+
+# corvanta_test(NAME SOURCES ... LINKS ... [DISPLAY]): a Qt Test program, run without a display unless DISPLAY is
+# given, then under a virtual one of its own.
+function(corvanta_test name)
+  cmake_parse_arguments(ARG "DISPLAY" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE corvanta_options Qt5::Test ${ARG_LINKS})
+  if(ARG_DISPLAY)
+    add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/support/with-display" $<TARGET_FILE:${name}>)
+  else()
+    add_test(NAME ${name} COMMAND ${name})
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 300)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  if(CORVANTA_SANITIZER STREQUAL "thread")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+      "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1")
+  elseif(CORVANTA_SANITIZER STREQUAL "address")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+      "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp" "ASAN_OPTIONS=detect_leaks=1")
+  endif()
+endfunction()
