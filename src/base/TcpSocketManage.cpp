@@ -1,0 +1,237 @@
+#include "base/TcpSocketManage.h"
+
+#include "base/TaskQueue.h"
+
+#include <QEventLoop>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+
+namespace {
+constexpr std::size_t BufferLimit = 256 * 1024; // bytes waiting in one direction
+constexpr qint64 ReadBlock = 64 * 1024;
+} // namespace
+
+/// What the SDK's threads and the socket's thread share. Everything below `mutex`.
+struct TcpSocketManage::Channel {
+    enum class State { Connecting, Connected, ClosedByPeer, Failed };
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    State state = State::Connecting;
+    std::string received;
+    std::string outgoing;
+    bool flushPosted = false;
+    bool readPosted = false;
+    TaskQueue* queue = nullptr; ///< of the socket's thread, null before and after its life
+    std::function<void()> read; ///< to be run in the socket's thread, as the next two
+    std::function<void()> write;
+    std::function<void()> quit;
+
+    /// Runs `task` in the socket's thread, unless one like it is already on its way. `mutex` is held.
+    void ask(bool& posted, const std::function<void()>& task) {
+        if (posted || queue == nullptr)
+            return;
+        posted = true;
+        queue->post(task);
+    }
+};
+
+namespace {
+
+/// The socket and what it does in its thread.
+template <typename Channel>
+class Carrier {
+public:
+    Carrier(std::shared_ptr<Channel> channel, const ProxySettings& proxy)
+        : channel_(std::move(channel)) {
+        socket_.setProxy(QNetworkProxy(proxy.kind == ProxySettings::Kind::Http ? QNetworkProxy::HttpProxy
+                                                                               : QNetworkProxy::Socks5Proxy,
+                                       QString::fromStdString(proxy.host), proxy.port,
+                                       QString::fromStdString(proxy.user), QString::fromStdString(proxy.password)));
+        // Bounded, so that the peer is slowed down when the SDK does not take what comes.
+        socket_.setReadBufferSize(BufferLimit);
+        QObject::connect(&socket_, &QTcpSocket::connected, &socket_, [this] { onConnected(); });
+        QObject::connect(&socket_, &QTcpSocket::readyRead, &socket_, [this] { read(); });
+        QObject::connect(&socket_, &QTcpSocket::bytesWritten, &socket_, [this] { write(); });
+        QObject::connect(&socket_, &QTcpSocket::disconnected, &socket_, [this] { onEnded(); });
+        QObject::connect(&socket_, &QTcpSocket::errorOccurred, &socket_, [this] { onEnded(); });
+    }
+
+    void connectTo(const std::string& host, unsigned short port) {
+        socket_.connectToHost(QString::fromStdString(host), port);
+    }
+
+    void read() {
+        {
+            const std::lock_guard lock(channel_->mutex);
+            channel_->readPosted = false;
+        }
+        while (socket_.bytesAvailable() > 0) {
+            {
+                const std::lock_guard lock(channel_->mutex);
+                if (channel_->received.size() >= BufferLimit)
+                    return; // `Receive` asks again
+            }
+            const QByteArray block = socket_.read(ReadBlock);
+            if (block.isEmpty())
+                return;
+            const std::lock_guard lock(channel_->mutex);
+            channel_->received.append(block.constData(), static_cast<std::size_t>(block.size()));
+            channel_->changed.notify_all();
+        }
+        if (ended_)
+            publishEnd();
+    }
+
+    void write() {
+        std::string block;
+        {
+            const std::lock_guard lock(channel_->mutex);
+            channel_->flushPosted = false;
+            if (channel_->state != Channel::State::Connected ||
+                socket_.bytesToWrite() > static_cast<qint64>(BufferLimit))
+                return;
+            block.swap(channel_->outgoing);
+            channel_->changed.notify_all();
+        }
+        if (!block.empty())
+            socket_.write(block.data(), static_cast<qint64>(block.size()));
+    }
+
+private:
+    void onConnected() {
+        socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        {
+            const std::lock_guard lock(channel_->mutex);
+            if (channel_->state == Channel::State::Connecting)
+                channel_->state = Channel::State::Connected;
+            channel_->changed.notify_all();
+        }
+        write();
+    }
+
+    // What arrived before the end is still handed over; only then is the end told.
+    void onEnded() {
+        orderly_ = socket_.error() == QAbstractSocket::RemoteHostClosedError;
+        ended_ = true;
+        read();
+    }
+
+    void publishEnd() {
+        if (socket_.bytesAvailable() > 0)
+            return;
+        const std::lock_guard lock(channel_->mutex);
+        if (channel_->state == Channel::State::Connected && orderly_)
+            channel_->state = Channel::State::ClosedByPeer;
+        else if (channel_->state != Channel::State::ClosedByPeer)
+            channel_->state = Channel::State::Failed;
+        channel_->changed.notify_all();
+    }
+
+    std::shared_ptr<Channel> channel_;
+    QTcpSocket socket_;
+    bool ended_ = false;
+    bool orderly_ = false;
+};
+
+} // namespace
+
+TcpSocketManage::TcpSocketManage(ProxySettings proxy, std::function<void(TcpSocketManage*)> closed)
+    : proxy_(std::move(proxy))
+    , closed_(std::move(closed))
+    , channel_(std::make_shared<Channel>()) {}
+
+TcpSocketManage::~TcpSocketManage() {
+    Abort();
+    if (thread_.joinable())
+        thread_.join();
+}
+
+bool TcpSocketManage::Connect(const std::string& host, unsigned short port, int timeoutMs) {
+    if (thread_.joinable())
+        return false; // one object is one connection
+    thread_ = std::thread([channel = channel_, proxy = proxy_, host, port] {
+        QEventLoop loop;
+        TaskQueue queue;
+        Carrier<Channel> carrier(channel, proxy);
+        {
+            const std::lock_guard lock(channel->mutex);
+            if (channel->state != Channel::State::Connecting)
+                return;
+            channel->queue = &queue;
+            channel->read = [&carrier] {
+                carrier.read();
+            };
+            channel->write = [&carrier] {
+                carrier.write();
+            };
+            channel->quit = [&loop] {
+                loop.quit();
+            };
+        }
+        carrier.connectTo(host, port);
+        loop.exec();
+        const std::lock_guard lock(channel->mutex);
+        channel->queue = nullptr;
+    });
+    std::unique_lock lock(channel_->mutex);
+    channel_->changed.wait_for(lock, std::chrono::milliseconds(timeoutMs),
+                               [this] { return channel_->state != Channel::State::Connecting; });
+    return channel_->state == Channel::State::Connected;
+}
+
+int TcpSocketManage::Send(const char* data, int size) {
+    int sent = 0;
+    std::unique_lock lock(channel_->mutex);
+    while (sent < size) {
+        channel_->changed.wait(lock, [this] {
+            return channel_->state != Channel::State::Connected || channel_->outgoing.size() < BufferLimit;
+        });
+        if (channel_->state != Channel::State::Connected)
+            return Failed;
+        const auto room = static_cast<int>(BufferLimit - channel_->outgoing.size());
+        const int part = std::min(size - sent, room);
+        channel_->outgoing.append(data + sent, static_cast<std::size_t>(part));
+        sent += part;
+        channel_->ask(channel_->flushPosted, channel_->write);
+    }
+    return sent;
+}
+
+int TcpSocketManage::Receive(char* data, int size, int timeoutMs) {
+    std::unique_lock lock(channel_->mutex);
+    const bool ready = channel_->changed.wait_for(lock, std::chrono::milliseconds(timeoutMs), [this] {
+        return !channel_->received.empty() || channel_->state != Channel::State::Connected;
+    });
+    if (!ready)
+        return TimedOut;
+    if (channel_->received.empty())
+        return channel_->state == Channel::State::ClosedByPeer ? Closed : Failed;
+    const int taken = std::min(size, static_cast<int>(channel_->received.size()));
+    std::copy_n(channel_->received.data(), taken, data);
+    channel_->received.erase(0, static_cast<std::size_t>(taken));
+    if (channel_->received.empty())
+        channel_->ask(channel_->readPosted, channel_->read);
+    return taken;
+}
+
+void TcpSocketManage::Abort() {
+    const std::lock_guard lock(channel_->mutex);
+    channel_->state = Channel::State::Failed;
+    channel_->received.clear();
+    channel_->changed.notify_all();
+    if (channel_->queue != nullptr)
+        channel_->queue->post(channel_->quit);
+}
+
+void TcpSocketManage::Close() {
+    Abort();
+    if (closed_)
+        closed_(this);
+}
