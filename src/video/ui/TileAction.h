@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QMetaType>
+
 /// What a tile's menu can ask for, in the menu's order.
 enum class TileAction {
     Open,        ///< open the video of the tile's device
@@ -15,3 +17,5 @@ enum class TileAction {
     PollPreviews, ///< screen polling with preview pictures
     PollVideos    ///< screen polling with live videos
 };
+
+Q_DECLARE_METATYPE(TileAction)
