@@ -1,0 +1,63 @@
+#include "video/ui/TileTextLine.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int padding = 4; ///< pixels between plate and letters
+constexpr int smallestPointSize = 7;
+constexpr int plateAlpha = 150;
+constexpr qreal plateRadius = 4.0;
+
+} // namespace
+
+TileTextLine::TileTextLine(QWidget* parent)
+    : QLabel(parent) {
+    setObjectName(QStringLiteral("tileText"));
+    setTextFormat(Qt::PlainText);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setStyleSheet(QStringLiteral("QWidget {color:rgb(230,230,230);border:0px;font: 75 16pt '微软雅黑';}"));
+    hide();
+}
+
+void TileTextLine::showIn(const QRect& area, const QString& line) {
+    setText(line);
+    setAccessibleName(line);
+    if (line.isEmpty() || area.width() <= 2 * padding || area.height() <= 2 * padding) {
+        hide();
+        return;
+    }
+    ensurePolished();
+    m_fittedFont = font();
+    const auto fits = [&](const QFontMetrics& metrics) {
+        return metrics.horizontalAdvance(line) <= area.width() - 2 * padding &&
+               metrics.height() <= area.height() - 2 * padding;
+    };
+    while (m_fittedFont.pointSize() > smallestPointSize && !fits(QFontMetrics(m_fittedFont))) {
+        m_fittedFont.setPointSize(m_fittedFont.pointSize() - 1);
+    }
+    const QFontMetrics metrics(m_fittedFont);
+    m_fittedText = metrics.elidedText(line, Qt::ElideRight, area.width() - 2 * padding);
+    const QSize plate(std::min(area.width(), metrics.horizontalAdvance(m_fittedText) + 2 * padding),
+                      std::min(area.height(), metrics.height() + 2 * padding));
+    QRect place(QPoint(0, 0), plate);
+    place.moveCenter(area.center());
+    setGeometry(place);
+    show();
+    raise();
+    update();
+}
+
+void TileTextLine::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, plateAlpha));
+    painter.drawRoundedRect(rect(), plateRadius, plateRadius);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.setFont(m_fittedFont);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, m_fittedText);
+}
