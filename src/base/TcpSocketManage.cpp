@@ -50,10 +50,15 @@ class Carrier {
 public:
     Carrier(std::shared_ptr<Channel> channel, const ProxySettings& proxy)
         : channel_(std::move(channel)) {
-        socket_.setProxy(QNetworkProxy(proxy.kind == ProxySettings::Kind::Http ? QNetworkProxy::HttpProxy
-                                                                               : QNetworkProxy::Socks5Proxy,
-                                       QString::fromStdString(proxy.host), proxy.port,
-                                       QString::fromStdString(proxy.user), QString::fromStdString(proxy.password)));
+        QNetworkProxy carrierProxy(proxy.kind == ProxySettings::Kind::Http ? QNetworkProxy::HttpProxy
+                                                                           : QNetworkProxy::Socks5Proxy,
+                                   QString::fromStdString(proxy.host), proxy.port);
+        // A password alone would make the socket insist on signing in at a proxy that wants no names.
+        if (!proxy.user.empty()) {
+            carrierProxy.setUser(QString::fromStdString(proxy.user));
+            carrierProxy.setPassword(QString::fromStdString(proxy.password));
+        }
+        socket_.setProxy(carrierProxy);
         // Bounded, so that the peer is slowed down when the SDK does not take what comes.
         socket_.setReadBufferSize(BufferLimit);
         QObject::connect(&socket_, &QTcpSocket::connected, &socket_, [this] { onConnected(); });

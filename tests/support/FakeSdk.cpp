@@ -61,7 +61,9 @@ int FakeSdk::cleanups() {
     return cleanups_;
 }
 
-void FakeSdk::onOwnThread(const std::function<void()>& task) { std::thread(task).join(); }
+void FakeSdk::onOwnThread(const std::function<void()>& task) {
+    std::thread(task).join();
+}
 
 std::string FakeSdk::sendToClient(const std::string& message, const std::string& replyBefore) {
     ipncsdk::ZELIPNCSDK::ClientCallback callback;

@@ -29,7 +29,9 @@ MessageLog::MessageLog() {
     previous = qInstallMessageHandler(collect);
 }
 
-MessageLog::~MessageLog() { qInstallMessageHandler(previous); }
+MessageLog::~MessageLog() {
+    qInstallMessageHandler(previous);
+}
 
 QStringList MessageLog::lines() const {
     const std::lock_guard lock(mutex);

@@ -11,7 +11,7 @@ public:
     void showSignIn(bool automatic) override;
     void showWait(bool visible, const QRect& area, int milliseconds) override;
 
-    QStringList tips;     ///< "title|text"
-    QList<bool> signIns;  ///< automatic or not
-    QStringList waits;    ///< "visible|x,y,w,h|ms"
+    QStringList tips;    ///< "title|text"
+    QList<bool> signIns; ///< automatic or not
+    QStringList waits;   ///< "visible|x,y,w,h|ms"
 };

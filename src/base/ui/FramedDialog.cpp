@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace theme = corvanta::theme;
 

@@ -11,6 +11,7 @@
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace theme = corvanta::theme;
 

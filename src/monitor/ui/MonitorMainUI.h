@@ -27,6 +27,7 @@ public:
     Fwidget& grid() const { return *grid_; }
     LiveVideo& live() const { return *live_; }
     DevicePanel& devicePanel() const { return *devices_; }
+    const DeviceModel& devices() const { return context_.devices; }
     WaitOverlay& waitOverlay() const { return *wait_; }
 
     void showMessage(const QString& text);
