@@ -13,8 +13,10 @@
 #include <string>
 
 namespace {
-constexpr std::size_t BufferLimit = 256 * 1024; // bytes waiting in one direction
-constexpr qint64 ReadBlock = 64 * 1024;
+constexpr std::size_t SendLimit = 256 * 1024; // bytes that wait to be sent before `Send` waits
+// What comes is taken at once: a proxied socket with a limited read buffer loses its notification when the buffer was
+// full, and falls silent. An SDK that leaves this much lying has lost the connection already.
+constexpr std::size_t ReceiveLimit = 64 * 1024 * 1024; // bytes
 } // namespace
 
 /// What the SDK's threads and the socket's thread share. Everything below `mutex`.
@@ -27,18 +29,17 @@ struct TcpSocketManage::Channel {
     std::string received;
     std::string outgoing;
     bool flushPosted = false;
-    bool readPosted = false;
     TaskQueue* queue = nullptr; ///< of the socket's thread, null before and after its life
     std::function<void()> read; ///< to be run in the socket's thread, as the next two
     std::function<void()> write;
     std::function<void()> quit;
 
-    /// Runs `task` in the socket's thread, unless one like it is already on its way. `mutex` is held.
-    void ask(bool& posted, const std::function<void()>& task) {
-        if (posted || queue == nullptr)
+    /// Has `write` run, unless that is already on its way. `mutex` is held.
+    void askToWrite() {
+        if (flushPosted || queue == nullptr)
             return;
-        posted = true;
-        queue->post(task);
+        flushPosted = true;
+        queue->post(write);
     }
 };
 
@@ -59,8 +60,6 @@ public:
             carrierProxy.setPassword(QString::fromStdString(proxy.password));
         }
         socket_.setProxy(carrierProxy);
-        // Bounded, so that the peer is slowed down when the SDK does not take what comes.
-        socket_.setReadBufferSize(BufferLimit);
         QObject::connect(&socket_, &QTcpSocket::connected, &socket_, [this] { onConnected(); });
         QObject::connect(&socket_, &QTcpSocket::readyRead, &socket_, [this] { read(); });
         QObject::connect(&socket_, &QTcpSocket::bytesWritten, &socket_, [this] { write(); });
@@ -73,25 +72,12 @@ public:
     }
 
     void read() {
-        {
-            const std::lock_guard lock(channel_->mutex);
-            channel_->readPosted = false;
-        }
-        while (socket_.bytesAvailable() > 0) {
-            {
-                const std::lock_guard lock(channel_->mutex);
-                if (channel_->received.size() >= BufferLimit)
-                    return; // `Receive` asks again
-            }
-            const QByteArray block = socket_.read(ReadBlock);
-            if (block.isEmpty())
-                return;
-            const std::lock_guard lock(channel_->mutex);
-            channel_->received.append(block.constData(), static_cast<std::size_t>(block.size()));
-            channel_->changed.notify_all();
-        }
-        if (ended_)
-            publishEnd();
+        const QByteArray block = socket_.readAll();
+        const std::lock_guard lock(channel_->mutex);
+        channel_->received.append(block.constData(), static_cast<std::size_t>(block.size()));
+        if (channel_->received.size() > ReceiveLimit)
+            channel_->state = Channel::State::Failed;
+        channel_->changed.notify_all();
     }
 
     void write() {
@@ -100,7 +86,7 @@ public:
             const std::lock_guard lock(channel_->mutex);
             channel_->flushPosted = false;
             if (channel_->state != Channel::State::Connected ||
-                socket_.bytesToWrite() > static_cast<qint64>(BufferLimit))
+                socket_.bytesToWrite() > static_cast<qint64>(SendLimit))
                 return;
             block.swap(channel_->outgoing);
             channel_->changed.notify_all();
@@ -121,18 +107,12 @@ private:
         write();
     }
 
-    // What arrived before the end is still handed over; only then is the end told.
+    // What arrived before the end is handed over first; only then is the end told.
     void onEnded() {
-        orderly_ = socket_.error() == QAbstractSocket::RemoteHostClosedError;
-        ended_ = true;
         read();
-    }
-
-    void publishEnd() {
-        if (socket_.bytesAvailable() > 0)
-            return;
+        const bool orderly = socket_.error() == QAbstractSocket::RemoteHostClosedError;
         const std::lock_guard lock(channel_->mutex);
-        if (channel_->state == Channel::State::Connected && orderly_)
+        if (channel_->state == Channel::State::Connected && orderly)
             channel_->state = Channel::State::ClosedByPeer;
         else if (channel_->state != Channel::State::ClosedByPeer)
             channel_->state = Channel::State::Failed;
@@ -141,8 +121,6 @@ private:
 
     std::shared_ptr<Channel> channel_;
     QTcpSocket socket_;
-    bool ended_ = false;
-    bool orderly_ = false;
 };
 
 } // namespace
@@ -196,15 +174,15 @@ int TcpSocketManage::Send(const char* data, int size) {
     std::unique_lock lock(channel_->mutex);
     while (sent < size) {
         channel_->changed.wait(lock, [this] {
-            return channel_->state != Channel::State::Connected || channel_->outgoing.size() < BufferLimit;
+            return channel_->state != Channel::State::Connected || channel_->outgoing.size() < SendLimit;
         });
         if (channel_->state != Channel::State::Connected)
             return Failed;
-        const auto room = static_cast<int>(BufferLimit - channel_->outgoing.size());
+        const auto room = static_cast<int>(SendLimit - channel_->outgoing.size());
         const int part = std::min(size - sent, room);
         channel_->outgoing.append(data + sent, static_cast<std::size_t>(part));
         sent += part;
-        channel_->ask(channel_->flushPosted, channel_->write);
+        channel_->askToWrite();
     }
     return sent;
 }
@@ -221,8 +199,6 @@ int TcpSocketManage::Receive(char* data, int size, int timeoutMs) {
     const int taken = std::min(size, static_cast<int>(channel_->received.size()));
     std::copy_n(channel_->received.data(), taken, data);
     channel_->received.erase(0, static_cast<std::size_t>(taken));
-    if (channel_->received.empty())
-        channel_->ask(channel_->readPosted, channel_->read);
     return taken;
 }
 

@@ -12,7 +12,7 @@
 ///
 /// Its socket (a QTcpSocket with a QNetworkProxy) lives on a thread of its own, which `Connect` starts and the
 /// destructor joins. The SDK's threads talk to that thread through one small buffer each way; `Send` waits while
-/// the outgoing one is full, so a slow proxy slows the sender down and memory stays bounded.
+/// the outgoing one is full, so a slow proxy slows the sender down.
 class TcpSocketManage final : public ipncsdk::TCPSocketDelegate {
 public:
     /// `closed` is called once, from the SDK's thread, when the SDK is done with this object.
