@@ -13,28 +13,28 @@ namespace ipncsdk::media {
 /// change-video-operations; clients show them, so a number never changes its meaning.
 enum class StreamError : int {
     None = 0,
-    UnknownDevice = 1,      ///< no such device for this account
-    DeviceOffline = 2,      ///< the device is known and not reachable now
-    NoRight = 3,            ///< the account may not watch this device
-    NotSignedIn = 4,        ///< nobody is signed in
-    NoVideo = 5,            ///< the device has no video
-    BadRequest = 6,         ///< the request lacks something or is of wrong types
+    UnknownDevice = 1,       ///< no such device for this account
+    DeviceOffline = 2,       ///< the device is known and not reachable now
+    NoRight = 3,             ///< the account may not watch this device
+    NotSignedIn = 4,         ///< nobody is signed in
+    NoVideo = 5,             ///< the device has no video
+    BadRequest = 6,          ///< the request lacks something or is of wrong types
     AddressUnreachable = 10, ///< host not found, connection refused, no route, not an address at all
-    StreamNotFound = 11,    ///< the camera answers, and has no stream under this path
-    PasswordRefused = 12,   ///< the camera refuses user name and password
-    CodecNotSupported = 13, ///< the camera sends no video, or none in H.264
-    TimedOut = 14,          ///< nothing usable came within the time for opening
-    ConnectionLost = 15,    ///< a running connection broke and may not be made again
-    ProxyFailed = 16,       ///< the client's transport could not reach the camera
-    FileNotWritten = 20,    ///< a snapshot's file could not be written
-    NoPicture = 21,         ///< a snapshot was wanted before the first picture
-    Internal = 30           ///< a failure of the SDK itself, named in its log
+    StreamNotFound = 11,     ///< the camera answers, and has no stream under this path
+    PasswordRefused = 12,    ///< the camera refuses user name and password
+    CodecNotSupported = 13,  ///< the camera sends no video, or none in H.264
+    TimedOut = 14,           ///< nothing usable came within the time for opening
+    ConnectionLost = 15,     ///< a running connection broke and may not be made again
+    ProxyFailed = 16,        ///< the client's transport could not reach the camera
+    FileNotWritten = 20,     ///< a snapshot's file could not be written
+    NoPicture = 21,          ///< a snapshot was wanted before the first picture
+    Internal = 30            ///< a failure of the SDK itself, named in its log
 };
 
 /// A recorded scene, made at first use and then served from its coded frames.
 struct LoopSource {
-    std::string title; ///< UTF-8, drawn into the picture
-    int scene = 0;     ///< which moving scene; any number, taken modulo the scenes there are
+    std::string title;  ///< UTF-8, drawn into the picture
+    int scene = 0;      ///< which moving scene; any number, taken modulo the scenes there are
     unsigned phase = 0; ///< shifts the loop's start, in frames, so that cameras do not beat together
     friend bool operator==(const LoopSource&, const LoopSource&) = default;
 };
@@ -55,9 +55,9 @@ enum class Quality { Light, Main };
 enum class OpenStage : int { Information = 0, Connecting = 1, Loading = 2 };
 
 struct StreamParameters {
-    int width = 0;     ///< pixels
-    int height = 0;    ///< pixels
-    int frameRate = 0; ///< frames per second, rounded; 25 when the camera does not say
+    int width = 0;              ///< pixels
+    int height = 0;             ///< pixels
+    int frameRate = 0;          ///< frames per second, rounded; 25 when the camera does not say
     std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY"
 };
 
@@ -97,8 +97,8 @@ struct Subscription {
     std::string camera; ///< subscriptions with equal camera, quality and source share one reader and one decoder
     Quality quality = Quality::Light;
     Source source;
-    bool decoded = false; ///< deliver pictures
-    bool coded = false;   ///< deliver access units
+    bool decoded = false;                                 ///< deliver pictures
+    bool coded = false;                                   ///< deliver access units
     std::optional<std::chrono::milliseconds> openTimeout; ///< none: the hub's own limits of the network alone
 };
 

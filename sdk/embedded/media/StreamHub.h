@@ -2,6 +2,8 @@
 
 #include "media/Stream.h"
 
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -42,20 +44,27 @@ public:
     StreamHub(const StreamHub&) = delete;
     StreamHub& operator=(const StreamHub&) = delete;
 
+    /// Does the destructor's work early: whoever waits in `snapshot` or `preview` on another thread comes back at
+    /// once, and later calls of `subscribe` return 0 and do nothing. Never called from a listener.
+    void stop();
+
     /// Begins a subscription and returns its id (above 0). Everything else is reported to the listener, never from
     /// inside this call.
     Id subscribe(const Subscription& subscription, std::shared_ptr<StreamListener> listener);
 
     /// Ends a subscription without `onClosed`. No call to its listener starts any more when this returns; one that
-    /// runs on another thread has been waited for. Network reads that are pending are broken off, not waited for.
+    /// runs on another thread has been waited for (so two listeners must not end each other's subscriptions at the
+    /// same time). Network reads that are pending are broken off, not waited for. Unknown ids are ignored.
     void unsubscribe(Id id);
 
     /// Writes the newest picture of a running subscription as a JPEG file, whole or not at all. Also works for
     /// a subscription that takes coded frames only (then the next key frame is decoded for it, up to 3 s later).
+    /// An id that is not running gives `BadRequest`.
     StreamError snapshot(Id id, const std::filesystem::path& file);
 
     /// Makes one JPEG picture of a camera at most `width` pixels wide, from a running reader of it where there is
-    /// one, else by opening the light stream for as long as it takes. Blocks up to the time-out.
+    /// one, else by opening the light stream for as long as it takes. Blocks up to the time-out. `jpeg` is left empty
+    /// when no picture came.
     StreamError preview(const Subscription& subscription, int width, std::chrono::milliseconds timeout,
                         std::vector<std::uint8_t>& jpeg);
 

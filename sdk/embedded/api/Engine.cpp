@@ -1,0 +1,192 @@
+#include "api/Engine.h"
+
+#include "api/SocketDelegate.h"
+#include "base/Log.h"
+#include "store/Accounts.h"
+#include "store/DatabaseFile.h"
+#include "world/FirstWorld.h"
+
+#include <soci/soci.h>
+
+#include <limits>
+#include <utility>
+
+namespace ipncsdk::api {
+
+namespace {
+
+constexpr auto loopFolder = "service/loops";
+constexpr std::size_t mostNotices = 50;
+
+} // namespace
+
+Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::atomic<int>& lastRequestId)
+    : root_(std::move(root))
+    , clock_(options.clock)
+    , lastRequestId_(lastRequestId)
+    , accounts_(database_, cameras_, *clock_, options.passwordCost) {
+    openStore(options, device::loadServiceConfig(root_));
+    accounts_.load();
+    hub_ = options.makeHub(hubOptions());
+    video_ = std::make_unique<VideoService>(
+        VideoService::Parts{database_, cameras_, accounts_.session(), requests_, *hub_, service_, pictures_});
+}
+
+Engine::~Engine() = default;
+
+void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
+    const auto storePath = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
+    const auto fill = [this](soci::session& sql) {
+        world::fillFirstWorld(sql, [this](const std::string& password) { return accounts_.hasher().hash(password); });
+    };
+    auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, fill);
+    if (!opened.notice.empty())
+        notice(opened.notice);
+    if (opened.session) {
+        database_.use(std::move(opened.session));
+        const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
+            cameras_.enter(sql, std::move(config.cameras), config.mistakes);
+            return ServiceCode::Done;
+        });
+        if (code != ServiceCode::Done)
+            notice("服务数据库无法写入, 配置文件中的网络摄像机未能加入。");
+    }
+    for (const device::ConfigMistake& mistake : config.mistakes) {
+        logLine(mistake.english());
+        notice(mistake.chinese());
+    }
+}
+
+media::HubOptions Engine::hubOptions() {
+    media::HubOptions options;
+    options.loopFolder = root_ / loopFolder;
+    options.log = [](const std::string& line) {
+        logLine(line);
+    };
+    options.socketDelegate = [this] {
+        return delegateFromReply(channel_.deliver(toText({{"type", "getsocketdelegate"}})));
+    };
+    return options;
+}
+
+void Engine::setClientCallback(ZELIPNCSDK::ClientCallback callback) {
+    channel_.install(std::move(callback));
+    service_.post([this] { deliverNotices(); });
+}
+
+void Engine::notice(const std::string& text) {
+    const std::lock_guard lock(noticeMutex_);
+    if (notices_.size() < mostNotices)
+        notices_.push_back(text);
+}
+
+void Engine::deliverNotices() {
+    if (!channel_.hasCallback())
+        return;
+    std::vector<std::string> notices;
+    {
+        const std::lock_guard lock(noticeMutex_);
+        notices.swap(notices_);
+    }
+    for (const std::string& text : notices)
+        channel_.deliver(toText({{"type", "servicenotice"}, {"text", text}}));
+}
+
+void Engine::tell(Json message) {
+    service_.post([this, text = toText(message)] { channel_.deliver(text); });
+}
+
+int Engine::nextRequestId() {
+    int last = lastRequestId_;
+    while (last < std::numeric_limits<int>::max()) {
+        if (lastRequestId_.compare_exchange_weak(last, last + 1))
+            return last + 1;
+    }
+    return 0;
+}
+
+void Engine::enqueue(const RequestPointer& request, Handler handler, Json message) {
+    service_.post([this, request, handler, document = std::move(message)] {
+        if (!request->hasEnded())
+            (this->*handler)(request, document);
+    });
+}
+
+void Engine::respond(const RequestPointer& request, const std::string& response) {
+    request->respond(response);
+    requests_.take(request->id());
+}
+
+void Engine::request(const std::string& text, int& requestId, ZELIPNCSDK::ResponseCallback callback) {
+    requestId = 0;
+    if (stopping_)
+        return;
+    std::string reason;
+    auto message = parseObject(text, reason);
+    Handler handler = nullptr;
+    if (message && memberAt(*message, "avreq") != nullptr)
+        handler = &Engine::videoRequest;
+    else if (const auto family = message ? textAt(*message, "reqtype") : std::nullopt)
+        handler = find(families(), *family);
+    else if (message)
+        reason = "it names no kind of request";
+    if (handler == nullptr) {
+        logLine("RequestMessage: " + reason);
+        return;
+    }
+    const int id = nextRequestId();
+    if (id == 0) {
+        logLine("RequestMessage: no request ids are left");
+        return;
+    }
+    auto request = std::make_shared<Request>(id, std::move(callback), keeper_);
+    requests_.add(request);
+    requestId = id;
+    enqueue(request, handler, std::move(*message));
+}
+
+void Engine::stopRequest(int requestId) {
+    video_->stop(requestId);
+}
+
+void Engine::command(const std::string& text, ZELIPNCSDK::ResponseCallback callback) {
+    if (stopping_)
+        return;
+    std::string reason;
+    auto message = parseObject(text, reason);
+    if (!message)
+        logLine("SetConfig: " + reason);
+    const auto type = message ? textAt(*message, "type") : std::nullopt;
+    const Handler handler = type ? find(commands(), *type) : &Engine::unknownCommand;
+    enqueue(std::make_shared<Request>(0, std::move(callback), keeper_), handler,
+            message ? std::move(*message) : Json::object());
+}
+
+emReturnValue Engine::document(const std::string& query, std::string& out) const {
+    out.clear();
+    std::string reason;
+    const auto message = parseObject(query, reason);
+    const auto type = message ? textAt(*message, "type") : std::nullopt;
+    if (!type || !service::Documents::isKnown(*type)) {
+        logLine("GetConfig: " + (message ? std::string("no such document") : reason));
+        return emBadArgument;
+    }
+    const auto document = documents_.make(*type);
+    if (!document)
+        return emFailure;
+    out = toText(*document);
+    return emSuccess;
+}
+
+void Engine::stop() {
+    stopping_ = true;
+    // First the callbacks, then what waits: what the client asked for before is still done, only not answered.
+    keeper_.shut();
+    service_.finish();
+    pictures_.finish(true);
+    hub_.reset();
+    database_.close();
+    channel_.install(nullptr);
+}
+
+} // namespace ipncsdk::api

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "api/CallbackKeeper.h"
+#include "api/ClientChannel.h"
+#include "api/Request.h"
+#include "api/VideoHub.h"
+#include "api/VideoService.h"
+#include "api/Worker.h"
+#include "base/Clock.h"
+#include "base/JsonText.h"
+#include "device/DeviceRequests.h"
+#include "device/NetworkCameras.h"
+#include "device/ServiceConfig.h"
+#include "ipncsdk/ZELIPNCSDK.h"
+#include "service/AccountService.h"
+#include "service/Documents.h"
+#include "service/PasswordHasher.h"
+#include "store/Database.h"
+
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace ipncsdk::api {
+
+struct RuntimeOptions {
+    std::filesystem::path root; ///< where relative paths start; empty: the directory current at start-up
+    std::shared_ptr<const Clock> clock = std::make_shared<Clock>();
+    HubFactory makeHub;
+    service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
+    std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
+};
+
+/// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
+/// callbacks, but for `stop`. After `stop` they do nothing.
+class Engine final {
+public:
+    /// Starts. Throws when threads or the hub can't be made; a store that can't be used is reported and survived.
+    Engine(const RuntimeOptions& options, std::filesystem::path root, std::atomic<int>& lastRequestId);
+    /// `stop` must have been called.
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    void setClientCallback(ZELIPNCSDK::ClientCallback callback);
+    void request(const std::string& text, int& requestId, ZELIPNCSDK::ResponseCallback callback);
+    void stopRequest(int requestId);
+    void command(const std::string& text, ZELIPNCSDK::ResponseCallback callback);
+    emReturnValue document(const std::string& query, std::string& out) const;
+
+    /// Ends every request and joins every thread. Not callable from inside a callback.
+    void stop();
+    [[nodiscard]] bool isInsideCallback() const { return keeper_.isInside(); }
+
+private:
+    using RequestPointer = std::shared_ptr<Request>;
+    using Handler = void (Engine::*)(const RequestPointer& request, const Json& message);
+
+    /// A kind of message and what answers it, on the service worker.
+    struct Route {
+        const char* name;
+        Handler handle;
+    };
+    static const std::vector<Route>& families();
+    static const std::vector<Route>& commands();
+    static Handler find(const std::vector<Route>& routes, const std::string& name);
+
+    media::HubOptions hubOptions();
+    void openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    void notice(const std::string& text);
+    void deliverNotices();
+    /// Sends an unsolicited message from the service worker, behind what it does now.
+    void tell(Json message);
+    int nextRequestId();
+    /// Runs a handler on the service worker.
+    void enqueue(const RequestPointer& request, Handler handler, Json message);
+    void respond(const RequestPointer& request, const std::string& response);
+
+    void accountRequest(const RequestPointer& request, const Json& message);
+    void deviceRequest(const RequestPointer& request, const Json& message);
+    void serverRequest(const RequestPointer& request, const Json& message);
+    void videoRequest(const RequestPointer& request, const Json& message);
+    void previewRequest(const RequestPointer& request, const Json& message);
+    void unknownRequest(const RequestPointer& request, const Json& message);
+
+    void loginCommand(const RequestPointer& request, const Json& message);
+    void logoutCommand(const RequestPointer& request, const Json& message);
+    void freshListCommand(const RequestPointer& request, const Json& message);
+    void freshLocalCommand(const RequestPointer& request, const Json& message);
+    void videoChangeCommand(const RequestPointer& request, const Json& message);
+    void versionCommand(const RequestPointer& request, const Json& message);
+    void tryCommand(const RequestPointer& request, const Json& message);
+    void unknownCommand(const RequestPointer& request, const Json& message);
+
+    const std::filesystem::path root_;
+    const std::shared_ptr<const Clock> clock_;
+    std::atomic<int>& lastRequestId_;
+    std::atomic<bool> stopping_{false};
+
+    // From here on in the order in which one needs the other.
+    CallbackKeeper keeper_;
+    ClientChannel channel_{keeper_};
+    RequestTable requests_;
+    std::mutex noticeMutex_;
+    std::vector<std::string> notices_; ///< guarded by noticeMutex_; wait for a client callback
+    store::Database database_;
+    device::NetworkCameras cameras_;
+    service::AccountService accounts_;
+    service::Documents documents_{database_, cameras_, accounts_};
+    device::DeviceRequests devices_{database_, cameras_};
+    std::unique_ptr<VideoHub> hub_;
+    Worker service_{1};
+    Worker pictures_{2};
+    std::unique_ptr<VideoService> video_;
+};
+
+} // namespace ipncsdk::api

@@ -1,0 +1,90 @@
+#include "api/Engine.h"
+#include "base/Text.h"
+
+#include <utility>
+
+namespace ipncsdk::api {
+
+namespace {
+
+constexpr std::size_t longestEcho = 64;
+
+/// The result text of a command.
+std::string resultText(const std::string& command, ServiceCode code, Json more = Json::object()) {
+    more["type"] = command;
+    more["retcode"] = static_cast<int>(code);
+    if (code != ServiceCode::Done)
+        more["errcode"] = errorText(code);
+    return toText(more);
+}
+
+} // namespace
+
+const std::vector<Engine::Route>& Engine::commands() {
+    static const std::vector<Route> routes = {
+        {"login", &Engine::loginCommand},
+        {"logout", &Engine::logoutCommand},
+        {"freshlist", &Engine::freshListCommand},
+        {"freshlocal", &Engine::freshLocalCommand},
+        {"avchange", &Engine::videoChangeCommand},
+        {"version", &Engine::versionCommand},
+        {"try", &Engine::tryCommand},
+        {nullptr, &Engine::unknownCommand},
+    };
+    return routes;
+}
+
+void Engine::loginCommand(const RequestPointer& request, const Json& message) {
+    const auto before = accounts_.session().current();
+    const Reply reply = accounts_.signIn(message);
+    if (before && before != accounts_.session().current())
+        video_->closeAll(media::StreamError::NotSignedIn);
+    request->respond(resultText("login", reply.code));
+    if (reply.code == ServiceCode::Done)
+        tell({{"type", "freshlist"}});
+}
+
+void Engine::logoutCommand(const RequestPointer& request, const Json& /*message*/) {
+    const ServiceCode code = accounts_.signOut();
+    if (code == ServiceCode::Done)
+        video_->closeAll(media::StreamError::NotSignedIn);
+    request->respond(resultText("logout", code));
+    if (code == ServiceCode::Done)
+        tell({{"type", "logout"}});
+}
+
+void Engine::freshListCommand(const RequestPointer& request, const Json& /*message*/) {
+    const ServiceCode code = accounts_.session().current() ? ServiceCode::Done : ServiceCode::NotSignedIn;
+    request->respond(resultText("freshlist", code));
+    if (code == ServiceCode::Done)
+        tell({{"type", "freshlist"}});
+    else
+        tell({{"type", "freshlisterror"}, {"retcode", static_cast<int>(code)}, {"errcode", errorText(code)}});
+}
+
+void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*message*/) {
+    request->respond(resultText("freshlocal", ServiceCode::Done));
+    tell({{"type", "freshlocal"}, {"freshlocal", documents_.localDevices()}});
+}
+
+void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {
+    if (!stopping_)
+        video_->change(request, message, root_);
+}
+
+void Engine::versionCommand(const RequestPointer& request, const Json& /*message*/) {
+    request->respond(resultText("version", ServiceCode::Done, {{"version", IPNCSDK_VERSION}}));
+}
+
+void Engine::tryCommand(const RequestPointer& request, const Json& /*message*/) {
+    request->respond(resultText("try", ServiceCode::Done));
+}
+
+void Engine::unknownCommand(const RequestPointer& request, const Json& message) {
+    const auto type = textAt(message, "type");
+    const bool named = type && isPlainText(*type, longestEcho);
+    request->respond(
+        resultText(named ? *type : std::string(), named ? ServiceCode::NotSupported : ServiceCode::BadRequest));
+}
+
+} // namespace ipncsdk::api

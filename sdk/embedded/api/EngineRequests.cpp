@@ -1,0 +1,81 @@
+#include "api/Engine.h"
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace ipncsdk::api {
+
+namespace {
+
+constexpr std::size_t longestEcho = 64;
+
+/// A name that a response may repeat.
+std::string echo(const std::optional<std::string>& name) {
+    return name && isPlainText(*name, longestEcho) ? *name : std::string();
+}
+
+} // namespace
+
+const std::vector<Engine::Route>& Engine::families() {
+    static const std::vector<Route> routes = {
+        {"urlreq", &Engine::accountRequest},   {"p2pmsg", &Engine::deviceRequest},
+        {"serverreq", &Engine::serverRequest}, {"preview", &Engine::previewRequest},
+        {nullptr, &Engine::unknownRequest},
+    };
+    return routes;
+}
+
+Engine::Handler Engine::find(const std::vector<Route>& routes, const std::string& name) {
+    // The last row takes what no other one names.
+    const auto found = std::find_if(routes.begin(), routes.end(),
+                                    [&](const Route& route) { return route.name == nullptr || name == route.name; });
+    return found->handle;
+}
+
+void Engine::accountRequest(const RequestPointer& request, const Json& message) {
+    const Json* body = memberAt(message, "urlreq");
+    auto operation = body != nullptr ? textAt(*body, "clienttype") : std::nullopt;
+    // Signing in and moving files name the operation here.
+    if (body != nullptr && !operation)
+        operation = textAt(*body, "reqtype");
+    const Json* params = body != nullptr ? memberAt(*body, "params") : nullptr;
+    if (!operation || (params != nullptr && !params->is_object()))
+        return respond(request, responseText("urlreq", request->id(), ServiceCode::BadRequest,
+                                             {{"clienttype", echo(operation)}}));
+    const auto before = accounts_.session().current();
+    const auto outcome = accounts_.perform(*operation, params != nullptr ? *params : Json::object());
+    if (before && before != accounts_.session().current())
+        video_->closeAll(media::StreamError::NotSignedIn);
+    respond(request, responseText("urlreq", request->id(), outcome.reply, {{"clienttype", echo(operation)}}));
+    if (outcome.listsChanged)
+        tell({{"type", "freshlist"}});
+}
+
+void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
+    const auto caller = accounts_.session().current();
+    const Reply reply = caller ? devices_.parameters(caller->id, message) : Reply(ServiceCode::NotSignedIn);
+    respond(request, responseText("p2pmsg", request->id(), reply, {{"ipncid", echo(textAt(message, "ipncid"))}}));
+}
+
+void Engine::serverRequest(const RequestPointer& request, const Json& message) {
+    const auto caller = accounts_.session().current();
+    const Reply reply = caller ? devices_.serverData(caller->id, message) : Reply(ServiceCode::NotSignedIn);
+    respond(request, responseText("serverreq", request->id(), reply));
+}
+
+void Engine::videoRequest(const RequestPointer& request, const Json& message) {
+    if (!stopping_)
+        video_->open(request, message);
+}
+
+void Engine::previewRequest(const RequestPointer& request, const Json& message) {
+    if (!stopping_)
+        video_->preview(request, message);
+}
+
+void Engine::unknownRequest(const RequestPointer& request, const Json& message) {
+    const std::string family = echo(textAt(message, "reqtype"));
+    respond(request, responseText(family.c_str(), request->id(), ServiceCode::NotSupported));
+}
+
+} // namespace ipncsdk::api

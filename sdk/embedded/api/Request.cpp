@@ -1,0 +1,77 @@
+#include "api/Request.h"
+
+#include <utility>
+
+namespace ipncsdk::api {
+
+Request::Request(int id, Callback callback, CallbackKeeper& keeper)
+    : id_(id)
+    , callback_(std::move(callback))
+    , keeper_(keeper) {}
+
+void Request::respond(const std::string& response) {
+    if (callback_)
+        keeper_.run(gate_, [&] { callback_(response); });
+}
+
+bool Request::close() {
+    return keeper_.close(gate_);
+}
+
+bool Request::bind(int hubId) {
+    const std::lock_guard lock(mutex_);
+    if (ended_)
+        return false;
+    hubId_ = hubId;
+    return true;
+}
+
+std::optional<int> Request::end() {
+    const std::lock_guard lock(mutex_);
+    if (std::exchange(ended_, true))
+        return std::nullopt;
+    return std::exchange(hubId_, 0);
+}
+
+int Request::hubId() const {
+    const std::lock_guard lock(mutex_);
+    return hubId_;
+}
+
+bool Request::hasEnded() const {
+    const std::lock_guard lock(mutex_);
+    return ended_;
+}
+
+void RequestTable::add(Pointer request) {
+    const std::lock_guard lock(mutex_);
+    const int id = request->id();
+    requests_.emplace(id, std::move(request));
+}
+
+RequestTable::Pointer RequestTable::find(int id) const {
+    const std::lock_guard lock(mutex_);
+    const auto found = requests_.find(id);
+    return found == requests_.end() ? nullptr : found->second;
+}
+
+RequestTable::Pointer RequestTable::take(int id) {
+    const std::lock_guard lock(mutex_);
+    const auto found = requests_.find(id);
+    if (found == requests_.end())
+        return nullptr;
+    Pointer request = std::move(found->second);
+    requests_.erase(found);
+    return request;
+}
+
+std::vector<RequestTable::Pointer> RequestTable::all() const {
+    const std::lock_guard lock(mutex_);
+    std::vector<Pointer> requests;
+    requests.reserve(requests_.size());
+    for (const auto& [id, request] : requests_)
+        requests.push_back(request);
+    return requests;
+}
+
+} // namespace ipncsdk::api

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "api/Request.h"
+#include "api/VideoHub.h"
+#include "api/Worker.h"
+#include "base/JsonText.h"
+#include "device/NetworkCameras.h"
+#include "device/Rights.h"
+#include "media/Stream.h"
+#include "service/Session.h"
+#include "store/Database.h"
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <variant>
+
+namespace ipncsdk::api {
+
+/// Video requests: who may watch what, and the way to the hub.
+class VideoService final {
+public:
+    struct Parts {
+        store::Database& database;
+        device::NetworkCameras& cameras;
+        const service::Session& session;
+        RequestTable& requests;
+        VideoHub& hub;
+        Worker& service;  ///< runs `open` and `preview`'s checks
+        Worker& pictures; ///< waits for snapshots and previews
+    };
+
+    explicit VideoService(const Parts& parts);
+    VideoService(const VideoService&) = delete;
+    VideoService& operator=(const VideoService&) = delete;
+
+    /// Begins a stream, or closes the request with the reason why not. On the service worker.
+    void open(const std::shared_ptr<Request>& request, const Json& message);
+    /// Takes one picture of a camera and responds with it. On the service worker.
+    void preview(const std::shared_ptr<Request>& request, const Json& message);
+    /// "avchange": writes the newest picture of a running request as a file below `root`, or at an absolute path.
+    /// The result goes to `request`. On the service worker.
+    void change(const std::shared_ptr<Request>& request, const Json& message, const std::filesystem::path& root);
+
+    /// Ends one request, with the guarantees of `CallbackKeeper::close`. Any thread.
+    void stop(int requestId);
+    /// Closes every stream with `reason`. On the service worker.
+    void closeAll(media::StreamError reason);
+
+private:
+    using Found = std::variant<media::StreamError, media::Subscription>;
+
+    /// The subscription for a device, or why the account can't have it.
+    Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
+    void refuse(Request& request, media::StreamError reason);
+
+    const Parts parts_;
+};
+
+} // namespace ipncsdk::api

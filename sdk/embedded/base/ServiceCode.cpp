@@ -1,0 +1,37 @@
+#include "base/ServiceCode.h"
+
+namespace ipncsdk {
+
+const char* errorText(ServiceCode code) {
+    switch (code) {
+    case ServiceCode::Done:
+        return "";
+    case ServiceCode::NotSupported:
+        return "(not supported)";
+    case ServiceCode::BadRequest:
+        return "(bad request)";
+    case ServiceCode::NotSignedIn:
+        return "(not login)";
+    case ServiceCode::UnknownNumber:
+        return "(not phonenumber)";
+    case ServiceCode::PasswordWrong:
+        return "(password error)";
+    case ServiceCode::NoRight:
+        return "(not authority)";
+    case ServiceCode::UnknownDevice:
+        return "(not ipnc)";
+    case ServiceCode::UnknownGroup:
+        return "(not group)";
+    case ServiceCode::GroupNotEmpty:
+        return "(group not empty)";
+    case ServiceCode::DeviceOffline:
+        return "(ipnc offline)";
+    case ServiceCode::TryLater:
+        return "(try later)";
+    case ServiceCode::StoreError:
+        return "(store error)";
+    }
+    return "(bad request)";
+}
+
+} // namespace ipncsdk

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/JsonText.h"
+#include "store/Devices.h"
+
+namespace ipncsdk::device {
+
+/// What an account may do with a device; the keys of the "authority" object.
+enum class Right {
+    Admin,  ///< "admin": own it, change everything
+    Video,  ///< "video": watch it
+    Record, ///< "record": take its coded stream and pictures of it
+    Ptz,    ///< "ptz": move it
+    Param   ///< "param": read its parameters and sensor data
+};
+
+/// The "authority" object of a device as the account sees it, with a flag for every right.
+Json authorityOf(const store::PlacedDevice& device);
+
+bool allows(const store::PlacedDevice& device, Right right);
+
+} // namespace ipncsdk::device

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ipncsdk::device {
+
+/// A network camera of the configuration file.
+struct NetworkCamera {
+    std::string ipncid;
+    std::string name;
+    std::string mainUrl;  ///< "rtsp://..."
+    std::string lightUrl; ///< equal to `mainUrl` when the file names none
+    std::string user;
+    std::string password;
+    std::string group; ///< name of a group; empty means the first one
+    int line = 0;      ///< of its entry in the file
+};
+
+struct ConfigMistake {
+    enum class Kind {
+        Unreadable,
+        NotJson,
+        WrongType,
+        Missing,
+        BadText,
+        BadId,
+        DuplicateId,
+        BadAddress,
+        UnknownKey,
+        DuplicateKey,
+        UnknownGroup,
+        IdTaken
+    };
+    Kind kind = Kind::NotJson;
+    int line = 0;    ///< from 1; 0 when no line is meant
+    std::string key; ///< such as "cameras[1].main"
+
+    /// For the log.
+    [[nodiscard]] std::string english() const;
+    /// For the user.
+    [[nodiscard]] std::string chinese() const;
+};
+
+struct ServiceConfig {
+    std::string store = "service/service.db"; ///< UTF-8; relative to the data root
+    std::vector<NetworkCamera> cameras;
+    std::vector<ConfigMistake> mistakes;
+};
+
+constexpr auto configFileName = "config/service.json";
+
+/// Reads a configuration text: what is wrong is named and left out, the rest serves.
+ServiceConfig parseServiceConfig(std::string_view text);
+
+/// Reads `config/service.json` below `root`; a missing file is written with its defaults, so that the user finds it.
+ServiceConfig loadServiceConfig(const std::filesystem::path& root);
+
+/// Host and port of an address of the form rtsp://[user[:password]@]host[:port][/path]; nothing when it is not one.
+struct RtspAddress {
+    std::string host;
+    int port = 554;
+    std::string withoutPassword; ///< the address with user name and password left out
+};
+std::optional<RtspAddress> parseRtspAddress(std::string_view url);
+
+} // namespace ipncsdk::device

@@ -1,0 +1,40 @@
+#pragma once
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/frame.h>
+#include <libswscale/swscale.h>
+}
+
+#include <memory>
+
+namespace ipncsdk::media {
+
+struct FreeCodecContext {
+    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
+};
+struct FreeFormatContext {
+    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+};
+struct FreeParserContext {
+    void operator()(AVCodecParserContext* context) const { av_parser_close(context); }
+};
+struct FreeFrame {
+    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
+};
+struct FreePacket {
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+};
+struct FreeScaler {
+    void operator()(SwsContext* context) const { sws_freeContext(context); }
+};
+
+using CodecContext = std::unique_ptr<AVCodecContext, FreeCodecContext>;
+using FormatContext = std::unique_ptr<AVFormatContext, FreeFormatContext>;
+using ParserContext = std::unique_ptr<AVCodecParserContext, FreeParserContext>;
+using Frame = std::unique_ptr<AVFrame, FreeFrame>;
+using Packet = std::unique_ptr<AVPacket, FreePacket>;
+using Scaler = std::unique_ptr<SwsContext, FreeScaler>;
+
+} // namespace ipncsdk::media

@@ -1,0 +1,130 @@
+#include "media/PictureConverter.h"
+
+extern "C" {
+#include <libavutil/imgutils.h>
+#include <libavutil/pixdesc.h>
+}
+
+#include <algorithm>
+#include <array>
+
+namespace ipncsdk::media {
+
+namespace {
+
+bool isFullRange(const AVFrame& frame) {
+    switch (frame.format) {
+    case AV_PIX_FMT_YUVJ420P:
+    case AV_PIX_FMT_YUVJ422P:
+    case AV_PIX_FMT_YUVJ444P:
+    case AV_PIX_FMT_YUVJ440P:
+        return true;
+    default:
+        return frame.color_range == AVCOL_RANGE_JPEG;
+    }
+}
+
+/// The scaler's name for a format that carries its range beside it and not in its name.
+AVPixelFormat withoutRange(AVPixelFormat format) {
+    switch (format) {
+    case AV_PIX_FMT_YUVJ420P:
+        return AV_PIX_FMT_YUV420P;
+    case AV_PIX_FMT_YUVJ422P:
+        return AV_PIX_FMT_YUV422P;
+    case AV_PIX_FMT_YUVJ444P:
+        return AV_PIX_FMT_YUV444P;
+    case AV_PIX_FMT_YUVJ440P:
+        return AV_PIX_FMT_YUV440P;
+    default:
+        return format;
+    }
+}
+
+} // namespace
+
+// Both stay within 16 bits without sign, so that compilers put many samples into one vector register.
+
+void stretchLuma(const std::uint8_t* from, std::uint8_t* to, int count) {
+    for (int index = 0; index < count; ++index) {
+        const auto value = static_cast<std::uint16_t>(std::clamp<int>(from[index], 16, 235) - 16);
+        to[index] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(value * 298 + 128) >> 8);
+    }
+}
+
+void stretchChroma(const std::uint8_t* from, std::uint8_t* to, int count) {
+    for (int index = 0; index < count; ++index) {
+        const auto value = static_cast<std::uint16_t>(std::clamp<int>(from[index], 16, 240) - 16);
+        to[index] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(value * 291 + 176) >> 8);
+    }
+}
+
+bool PictureConverter::convert(const AVFrame& frame, Picture& picture) {
+    const int width = frame.width & ~1;
+    const int height = frame.height & ~1;
+    if (width < 2 || height < 2) {
+        return false;
+    }
+    picture.resize(width, height);
+    const bool fullRange = isFullRange(frame);
+    if (frame.format != AV_PIX_FMT_YUV420P && frame.format != AV_PIX_FMT_YUVJ420P) {
+        return convertByScaler(frame, fullRange, picture);
+    }
+    for (int plane = 0; plane < 3; ++plane) {
+        const int planeWidth = plane == 0 ? width : width / 2;
+        const int planeHeight = plane == 0 ? height : height / 2;
+        const std::uint8_t* from = frame.data[plane];
+        std::uint8_t* to = picture.plane(plane);
+        if (fullRange) {
+            av_image_copy_plane(to, planeWidth, from, frame.linesize[plane], planeWidth, planeHeight);
+            continue;
+        }
+        const auto stretch = plane == 0 ? stretchLuma : stretchChroma;
+        for (int row = 0; row < planeHeight; ++row) {
+            stretch(from, to, planeWidth);
+            from += frame.linesize[plane];
+            to += planeWidth;
+        }
+    }
+    return true;
+}
+
+bool PictureConverter::prepareScaler(int fromWidth, int fromHeight, AVPixelFormat format, bool fullRange, int width,
+                                     int height) {
+    scaler_.reset(sws_getCachedContext(scaler_.release(), fromWidth, fromHeight, withoutRange(format), width, height,
+                                       AV_PIX_FMT_YUV420P, SWS_AREA, nullptr, nullptr, nullptr));
+    if (scaler_ == nullptr) {
+        return false;
+    }
+    const int* matrix = sws_getCoefficients(SWS_CS_ITU601);
+    constexpr int one = 1 << 16;
+    sws_setColorspaceDetails(scaler_.get(), matrix, fullRange ? 1 : 0, matrix, 1, 0, one, one);
+    return true;
+}
+
+bool PictureConverter::convertByScaler(const AVFrame& frame, bool fullRange, Picture& picture) {
+    const auto format = static_cast<AVPixelFormat>(frame.format);
+    if (sws_isSupportedInput(format) == 0 ||
+        !prepareScaler(picture.width, picture.height, format, fullRange, picture.width, picture.height)) {
+        return false;
+    }
+    const std::array<std::uint8_t*, 3> to{picture.plane(0), picture.plane(1), picture.plane(2)};
+    const std::array<int, 3> strides{picture.width, picture.width / 2, picture.width / 2};
+    return sws_scale(scaler_.get(), frame.data, frame.linesize, 0, picture.height, to.data(), strides.data()) ==
+           picture.height;
+}
+
+bool PictureConverter::scale(const Picture& from, int width, int height, Picture& to) {
+    to.resize(width, height);
+    to.time = from.time;
+    if (!prepareScaler(from.width, from.height, AV_PIX_FMT_YUV420P, true, width, height)) {
+        return false;
+    }
+    const std::array<const std::uint8_t*, 3> source{from.plane(0), from.plane(1), from.plane(2)};
+    const std::array<int, 3> sourceStrides{from.width, from.width / 2, from.width / 2};
+    const std::array<std::uint8_t*, 3> target{to.plane(0), to.plane(1), to.plane(2)};
+    const std::array<int, 3> targetStrides{width, width / 2, width / 2};
+    return sws_scale(scaler_.get(), source.data(), sourceStrides.data(), 0, from.height, target.data(),
+                     targetStrides.data()) == height;
+}
+
+} // namespace ipncsdk::media

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "media/Stream.h"
+
+#include <chrono>
+#include <string>
+
+namespace ipncsdk::media {
+
+using Clock = std::chrono::steady_clock;
+
+/// What a reader reports to and asks. Everything is called on the reader's own thread.
+class ReaderHost {
+public:
+    /// False once the reader must end. To be asked at least every 100 ms, also while the reader waits for
+    /// something: those who joined meanwhile are served, and time limits are kept, from inside this call.
+    virtual bool running() = 0;
+    /// Sleeps until a moment; false, and earlier, once the reader must end.
+    virtual bool waitUntil(Clock::time_point moment) = 0;
+    virtual void stage(OpenStage stage) = 0;
+    /// The stream runs (again); a key frame follows.
+    virtual void opened(const StreamParameters& parameters) = 0;
+    virtual void frame(const CodedFrame& frame) = 0;
+    virtual void log(const std::string& line) = 0;
+
+protected:
+    ~ReaderHost() = default;
+};
+
+/// Where coded frames come from.
+class StreamReader {
+public:
+    virtual ~StreamReader() = default;
+    /// Reads until the host says no or the stream cannot go on; returns why, `None` when the host ended it.
+    virtual StreamError run(ReaderHost& host) = 0;
+};
+
+} // namespace ipncsdk::media

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "media/Stream.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace ipncsdk::media {
+
+/// The gate before one subscription's listener: lets calls through, one at a time, until it is closed.
+///
+/// `call` comes from the reader's thread alone, `close` from any thread.
+class Subscriber final {
+public:
+    Subscriber(int id, bool decoded, bool coded, std::shared_ptr<StreamListener> listener);
+    Subscriber(const Subscriber&) = delete;
+    Subscriber& operator=(const Subscriber&) = delete;
+
+    const int id;
+    const bool decoded;
+    const bool coded;
+
+    /// Calls `function(listener)` with no lock held, unless the gate is closed.
+    template <typename Function>
+    void call(Function&& function) {
+        if (auto listener = enter()) {
+            const Leaving leaving{*this, listener};
+            function(*listener);
+        }
+    }
+
+    /// Lets no call through any more. Waits for one that is running, except when it is the caller's own.
+    void close();
+
+    // What follows belongs to the reader's thread.
+
+    /// When the subscription gives up waiting for the stream to open; nothing: never, or it has been open.
+    std::optional<std::chrono::steady_clock::time_point> openBy;
+    std::optional<OpenStage> toldStage; ///< the last stage reported since the stream last opened
+    bool toldOpen = false;              ///< `onOpened` was the last but frames
+    bool codedRuns = false;             ///< has had its key frame since then
+
+private:
+    /// Lets the listener go before the gate reports that nobody is inside, also when a call throws.
+    struct Leaving {
+        Subscriber& gate;
+        std::shared_ptr<StreamListener>& listener;
+        ~Leaving() {
+            listener.reset();
+            gate.leave();
+        }
+    };
+
+    std::shared_ptr<StreamListener> enter();
+    void leave();
+
+    std::mutex mutex_;
+    std::condition_variable left_;
+    std::shared_ptr<StreamListener> listener_; ///< null once closed
+    bool inside_ = false;
+    std::thread::id caller_; ///< meaningful while `inside_`
+};
+
+} // namespace ipncsdk::media

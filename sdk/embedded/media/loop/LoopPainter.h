@@ -1,0 +1,39 @@
+#pragma once
+
+#include "media/loop/LoopFormat.h"
+#include "media/loop/Scene.h"
+#include "media/loop/TextPainter.h"
+
+#include <array>
+#include <memory>
+
+namespace ipncsdk::media {
+
+/// Paints the pictures of one loop: the scene, the camera's title, and a clock with the time within the loop.
+/// One object belongs to one thread.
+class LoopPainter final {
+public:
+    /// `background` is what `paintBackdrop` made for the same scene and size.
+    LoopPainter(const LoopKey& key, std::shared_ptr<const Picture> background);
+    LoopPainter(const LoopPainter&) = delete;
+    LoopPainter& operator=(const LoopPainter&) = delete;
+
+    /// The still part of a scene.
+    static Picture paintBackdrop(int scene, int width, int height);
+
+    /// Paints frame `index` (0 to `loopLength` - 1) into `picture`, which gets the loop's size.
+    void paint(int index, Picture& picture);
+
+private:
+    void paintClock(Canvas& canvas, int frame) const;
+    void paintBar(Canvas& canvas, int frame) const;
+
+    LoopKey key_;
+    const Scene& scene_;
+    std::shared_ptr<const Picture> background_;
+    Mask title_;
+    std::array<Mask, 12> clockGlyphs_; ///< 0 to 9, ':' and '.'
+    int clockCell_ = 0;                ///< pixels from one digit of the clock to the next
+};
+
+} // namespace ipncsdk::media

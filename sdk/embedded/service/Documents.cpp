@@ -1,0 +1,120 @@
+#include "service/Documents.h"
+
+#include "device/DeviceRequests.h"
+#include "device/Rights.h"
+#include "store/Devices.h"
+#include "store/Groups.h"
+#include "world/FirstWorld.h"
+
+#include <algorithm>
+#include <array>
+
+namespace ipncsdk::service {
+
+namespace {
+
+constexpr std::array documentNames = {"ipnclist", "userinfo", "phoneid", "firstaccount", "localdevice"};
+
+/// A JSON text of the store; `otherwise` when it is not what it should be.
+Json storedJson(const std::string& text, Json otherwise) {
+    Json value = Json::parse(text, nullptr, false);
+    return value.is_discarded() || value.type() != otherwise.type() ? otherwise : value;
+}
+
+Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras) {
+    const store::Device& device = placed.device;
+    return {{"ipncid", device.ipncid},
+            {"name", device.name},
+            {"nickname", placed.nickname},
+            {"type", device.type},
+            {"online", device::isOnline(device, cameras)},
+            {"groupid", std::to_string(placed.group)},
+            {"authority", device::authorityOf(placed)},
+            {"info", storedJson(device.info, Json::object())},
+            {"interfaces", storedJson(device.interfaces, Json::array())},
+            {"linkages", Json::array()},
+            {"extend", storedJson(device.extend, Json::object())},
+            {"video", storedJson(device.video, Json::object())}};
+}
+
+} // namespace
+
+Documents::Documents(store::Database& database, const device::NetworkCameras& cameras, const AccountService& accounts)
+    : database_(database)
+    , cameras_(cameras)
+    , accounts_(accounts) {}
+
+bool Documents::isKnown(std::string_view name) {
+    return std::find(documentNames.begin(), documentNames.end(), name) != documentNames.end();
+}
+
+std::optional<Json> Documents::make(std::string_view name) const {
+    if (name == "ipnclist")
+        return deviceList();
+    if (name == "userinfo")
+        return std::make_optional(userInfo());
+    if (name == "phoneid")
+        return std::make_optional(phoneId());
+    if (name == "firstaccount")
+        return std::make_optional(firstAccount());
+    if (name == "localdevice")
+        return std::make_optional(Json{{"localdevice", localDevices()}});
+    return std::nullopt;
+}
+
+Json Documents::localDevices() const {
+    Json devices = Json::object();
+    for (const auto& [id, camera] : cameras_.all()) {
+        const auto address = device::parseRtspAddress(camera.mainUrl);
+        if (!address)
+            continue;
+        devices[id] = {{"ipncid", id},
+                       {"name", camera.name},
+                       {"type", "video"},
+                       {"ip", address->host},
+                       {"url", address->withoutPassword}};
+    }
+    return devices;
+}
+
+std::optional<Json> Documents::deviceList() const {
+    Json devices = Json::array();
+    Json groups = Json::array();
+    const auto caller = accounts_.session().current();
+    const auto collect = [&](soci::session& sql) {
+        std::map<store::GroupId, Json> members;
+        for (const store::PlacedDevice& placed : store::devicesOf(sql, caller->id)) {
+            const std::string& id = placed.device.ipncid;
+            if (placed.device.origin == "config" && cameras_.find(id) == nullptr)
+                continue;
+            devices.push_back(deviceRecord(placed, cameras_));
+            members[placed.group].push_back(id);
+        }
+        for (const store::Group& group : store::groupsOf(sql, caller->id)) {
+            Json list = members.count(group.id) > 0 ? members[group.id] : Json::array();
+            groups.push_back({{"id", std::to_string(group.id)}, {"name", group.name}, {"ipnclist", std::move(list)}});
+        }
+        return ServiceCode::Done;
+    };
+    if (caller && database_.read("read the device list", collect) != ServiceCode::Done)
+        return std::nullopt;
+    return std::make_optional(Json{{"ipnclist", std::move(devices)}, {"group", std::move(groups)}});
+}
+
+Json Documents::userInfo() const {
+    return {{"userconfig", {{"maps", Json::array()}, {"sharemaps", Json::array()}}},
+            {"fileinfo", {{"icons", {{"public", Json::array()}, {"user", Json::array()}}}}}};
+}
+
+Json Documents::phoneId() const {
+    const auto caller = accounts_.session().current();
+    return {{"phoneid", caller ? caller->phone : std::string()}};
+}
+
+Json Documents::firstAccount() const {
+    if (accounts_.everSignedIn())
+        return Json::object();
+    return {{"phonenumber", world::firstPhone}, {"phonepassword", world::firstPassword}};
+}
+
+} // namespace ipncsdk::service

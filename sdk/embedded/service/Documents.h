@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/JsonText.h"
+#include "device/NetworkCameras.h"
+#include "service/AccountService.h"
+#include "store/Database.h"
+
+#include <optional>
+#include <string_view>
+
+namespace ipncsdk::service {
+
+/// Makes the documents that the client reads. Thread-safe.
+class Documents final {
+public:
+    Documents(store::Database& database, const device::NetworkCameras& cameras, const AccountService& accounts);
+
+    /// True when there is a document of this name.
+    static bool isKnown(std::string_view name);
+    /// The document; nothing when the store refused.
+    [[nodiscard]] std::optional<Json> make(std::string_view name) const;
+    /// The network cameras as "freshlocal" tells them: by id, without names and passwords for their streams.
+    [[nodiscard]] Json localDevices() const;
+
+private:
+    [[nodiscard]] std::optional<Json> deviceList() const;
+    [[nodiscard]] Json userInfo() const;
+    [[nodiscard]] Json phoneId() const;
+    [[nodiscard]] Json firstAccount() const;
+
+    store::Database& database_;
+    const device::NetworkCameras& cameras_;
+    const AccountService& accounts_;
+};
+
+} // namespace ipncsdk::service

@@ -1,0 +1,35 @@
+#include "service/Params.h"
+
+#include "base/Text.h"
+
+#include <charconv>
+
+namespace ipncsdk::service {
+
+std::optional<std::string> nameAt(const Json& params, const char* key) {
+    auto name = textAt(params, key);
+    if (!name || !isPlainText(*name, longestName) || name->find_first_not_of(' ') == std::string::npos)
+        return std::nullopt;
+    return name;
+}
+
+std::optional<store::GroupId> groupIdAt(const Json& params, const char* key) {
+    if (const auto number = integerAt(params, key))
+        return *number;
+    const auto text = textAt(params, key);
+    if (!text)
+        return std::nullopt;
+    store::GroupId id = 0;
+    const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), id);
+    return error == std::errc() && end == text->data() + text->size() ? id : 0;
+}
+
+std::optional<std::size_t> indexAt(const Json& params, const char* key) {
+    constexpr std::int64_t largest = 1'000'000;
+    const auto index = integerAt(params, key);
+    if (!index || *index < 0 || *index > largest)
+        return std::nullopt;
+    return static_cast<std::size_t>(*index);
+}
+
+} // namespace ipncsdk::service

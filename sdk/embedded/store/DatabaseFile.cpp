@@ -1,0 +1,189 @@
+#include "store/DatabaseFile.h"
+
+#include "base/Log.h"
+#include "store/Schema.h"
+
+#include <soci/soci.h>
+#include <soci/sqlite3/soci-sqlite3.h>
+
+#include <array>
+#include <ctime>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace ipncsdk::store {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+enum class Finding {
+    Sound,      ///< tables of ours, checked whole
+    Empty,      ///< no tables at all: a first start, or one that did not finish
+    Damaged,    ///< not a store of ours, or broken
+    Unavailable ///< can't be reached or is held by another program: says nothing about its content
+};
+
+struct Inspected {
+    Finding finding = Finding::Unavailable;
+    std::unique_ptr<soci::session> session;
+    std::string reason;
+};
+
+// Extended result codes carry the plain code in the low byte.
+constexpr int corrupt = 11;
+constexpr int notADatabase = 26;
+
+bool meansDamage(const soci::sqlite3_soci_error& error) {
+    const int code = error.result() & 0xff;
+    return code == corrupt || code == notADatabase;
+}
+
+std::string utf8(const fs::path& path) {
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::unique_ptr<soci::session> connect(const fs::path& file, std::chrono::milliseconds busyTimeout) {
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(busyTimeout).count();
+    auto session = std::make_unique<soci::session>(soci::sqlite3,
+                                                   "db=\"" + utf8(file) + "\" timeout=" + std::to_string(seconds));
+    // The first statement reads the file's head, so it is the one that finds a file of another kind.
+    std::string mode;
+    *session << "pragma journal_mode = wal", soci::into(mode);
+    *session << "pragma synchronous = normal";
+    *session << "pragma foreign_keys = on";
+    return session;
+}
+
+/// True when SQLite's own check of pages, indexes and keys finds nothing.
+bool passesCheck(soci::session& sql, std::string& reason) {
+    std::string result;
+    sql << "pragma integrity_check(1)", soci::into(result);
+    if (result != "ok") {
+        reason = result;
+        return false;
+    }
+    return true;
+}
+
+Inspected inspect(const fs::path& file, std::chrono::milliseconds busyTimeout) {
+    Inspected inspected;
+    try {
+        inspected.session = connect(file, busyTimeout);
+        soci::session& sql = *inspected.session;
+        long long tableCount = 0;
+        sql << "select count(*) from sqlite_master", soci::into(tableCount);
+        if (!passesCheck(sql, inspected.reason)) {
+            inspected.finding = Finding::Damaged;
+        } else if (tableCount == 0) {
+            inspected.finding = Finding::Empty;
+        } else if (auto fault = schemaFault(sql)) {
+            inspected.reason = std::move(*fault);
+            inspected.finding = Finding::Damaged;
+        } else {
+            inspected.finding = Finding::Sound;
+        }
+    } catch (const soci::sqlite3_soci_error& error) {
+        inspected.reason = error.get_error_message();
+        inspected.finding = meansDamage(error) ? Finding::Damaged : Finding::Unavailable;
+    } catch (const std::exception& error) {
+        inspected.reason = error.what();
+    }
+    return inspected;
+}
+
+std::string stamp(const Clock& clock) {
+    const std::time_t now = std::chrono::system_clock::to_time_t(clock.now());
+    std::tm local{};
+#if defined(_WIN32)
+    localtime_s(&local, &now);
+#else
+    localtime_r(&now, &local);
+#endif
+    std::array<char, 32> text{};
+    const auto length = std::strftime(text.data(), text.size(), "%Y%m%d%H%M%S", &local);
+    return {text.data(), length};
+}
+
+/// Renames the file and its companions; returns the new name, or nothing when the file could not be renamed.
+std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
+    fs::path target = file;
+    target += ".damaged-" + stamp(clock);
+    std::error_code error;
+    for (int attempt = 2; fs::exists(target, error); ++attempt) {
+        target = file;
+        target += ".damaged-" + stamp(clock) + "-" + std::to_string(attempt);
+    }
+    fs::rename(file, target, error);
+    if (error) {
+        logLine("the damaged store can't be renamed: " + error.message());
+        return std::nullopt;
+    }
+    for (const char* companion : {"-wal", "-shm"}) {
+        fs::path from = file;
+        from += companion;
+        if (!fs::exists(from, error))
+            continue;
+        fs::path to = target;
+        to += companion;
+        fs::rename(from, to, error);
+        if (error)
+            logLine("a file beside the damaged store can't be renamed: " + error.message());
+    }
+    return target;
+}
+
+bool create(soci::session& sql, const std::function<void(soci::session&)>& fill, std::string& reason) {
+    try {
+        soci::transaction transaction(sql);
+        createSchema(sql);
+        fill(sql);
+        transaction.commit();
+        return true;
+    } catch (const std::exception& error) {
+        reason = error.what();
+        return false;
+    }
+}
+
+OpenedFile unavailable(const fs::path& file, const std::string& reason) {
+    logLine("the store " + utf8(file) + " can't be used: " + reason);
+    return {nullptr, "服务数据库 " + utf8(file.filename()) + " 无法使用: " + reason};
+}
+
+} // namespace
+
+OpenedFile openDatabaseFile(const fs::path& file, std::chrono::milliseconds busyTimeout, const Clock& clock,
+                            const std::function<void(soci::session&)>& fill) {
+    if (utf8(file).find('"') != std::string::npos)
+        return unavailable(file, "its path holds a quotation mark");
+    std::error_code error;
+    fs::create_directories(file.parent_path(), error);
+    if (error)
+        return unavailable(file, error.message());
+
+    OpenedFile opened;
+    Inspected inspected = inspect(file, busyTimeout);
+    if (inspected.finding == Finding::Damaged) {
+        inspected.session.reset();
+        logLine("the store " + utf8(file) + " is damaged: " + inspected.reason);
+        const auto target = setAside(file, clock);
+        if (!target)
+            return unavailable(file, inspected.reason);
+        opened.notice = "服务数据库已损坏, 原文件保存为 " + utf8(target->filename()) + ", 已新建数据库。";
+        inspected = inspect(file, busyTimeout);
+    }
+    if (inspected.finding == Finding::Empty) {
+        std::string reason;
+        if (!create(*inspected.session, fill, reason))
+            return unavailable(file, reason);
+    } else if (inspected.finding != Finding::Sound) {
+        return unavailable(file, inspected.reason);
+    }
+    opened.session = std::move(inspected.session);
+    return opened;
+}
+
+} // namespace ipncsdk::store

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "store/Accounts.h"
+#include "store/Groups.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ipncsdk::store {
+
+/// A device as the store keeps it. The JSON texts are in the shapes of the device record.
+struct Device {
+    std::string ipncid;
+    AccountId owner = 0;
+    std::string origin; ///< "loop": a recorded scene; "config": a network camera of the configuration file
+    std::string name;
+    std::string type;
+    bool online = true;
+    long long scene = 0;     ///< which recorded scene
+    long long phase = 0;     ///< start of the loop, in frames
+    std::string configGroup; ///< group that the configuration file names, when origin is "config"
+    std::string info = "{}";
+    std::string interfaces = "[]";
+    std::string extend = "{}";
+    std::string video = "{}";
+};
+
+/// A device as one account sees it.
+struct PlacedDevice {
+    Device device;
+    GroupId group = 0;
+    std::string nickname;
+    std::string rights; ///< "authority" of a shared device as JSON text; empty for the owner, who may everything
+    std::string ownerPhone;
+};
+
+struct Share {
+    std::string ipncid;
+    std::string friendPhone;
+};
+
+// All of these work in the caller's transaction and throw what the connection throws.
+
+/// What the account owns or was given, in display order: by group, then by place in the group.
+std::vector<PlacedDevice> devicesOf(soci::session& sql, AccountId account);
+std::optional<PlacedDevice> deviceOf(soci::session& sql, AccountId account, const std::string& ipncid);
+/// The device itself, whoever owns it.
+std::optional<Device> deviceById(soci::session& sql, const std::string& ipncid);
+
+/// Adds a device and places it for its owner at the end of `group`, under `nickname`.
+void insertDevice(soci::session& sql, const Device& device, GroupId group, const std::string& nickname);
+/// Writes the fields that the configuration file decides: name and configGroup.
+void updateConfigured(soci::session& sql, const Device& device);
+/// Gives a friend rights on a device and places it for the friend.
+void insertShare(soci::session& sql, const std::string& ipncid, AccountId friendId, const std::string& rights,
+                 GroupId groupOfFriend, const std::string& nickname);
+/// What the account shares out, by device.
+std::vector<Share> sharesBy(soci::session& sql, AccountId owner);
+
+void setDeviceNickname(soci::session& sql, AccountId account, const std::string& ipncid, const std::string& nickname);
+/// Puts a device at `index` (from 0) of a group of the account; an index behind the last one means the end.
+void moveDevice(soci::session& sql, AccountId account, const std::string& ipncid, GroupId group, std::size_t index);
+
+} // namespace ipncsdk::store

@@ -1,0 +1,156 @@
+#include "world/FirstWorld.h"
+
+#include "base/JsonText.h"
+#include "store/Accounts.h"
+#include "store/Devices.h"
+#include "store/Groups.h"
+#include "world/WorldTables.h"
+
+#include <soci/soci.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+namespace ipncsdk::world {
+
+namespace {
+
+constexpr store::AccountId ownerId = 1;
+constexpr store::AccountId giverId = 2;
+constexpr store::AccountId colleagueId = 3;
+constexpr store::AccountId guardId = 4;
+
+struct Person {
+    store::AccountId id;
+    const char* phone;
+    const char* nickname;
+    const char* remarkOfOwner; ///< what the first account calls this friend
+};
+
+constexpr std::array friends = {
+    Person{giverId, "13900139000", "河道管理所", "河道所老周"},
+    Person{colleagueId, "13700137000", "李工", "设备科李工"},
+    Person{guardId, "13600136000", "值班室", "夜班值班"},
+};
+
+/// What the first account shares out: a camera's name, and to whom.
+struct OwnShare {
+    const char* camera;
+    store::AccountId friendId;
+};
+
+constexpr std::array ownShares = {
+    OwnShare{"东大门入口", guardId}, OwnShare{"西大门入口", guardId},   OwnShare{"停车场出口", guardId},
+    OwnShare{"一号泵组", giverId},   OwnShare{"一号泵组", colleagueId}, OwnShare{"配电间", colleagueId},
+};
+
+constexpr auto rightsOfFriends = R"({"admin":false,"video":true,"record":true,"ptz":false,"param":true})";
+constexpr auto groupOfGiven = "好友分享";
+constexpr auto groupOfFriends = "我的设备";
+
+struct Firmware {
+    const char* model;
+    const char* software;
+    const char* kernel;
+    const char* boot;
+};
+
+constexpr std::array firmwares = {
+    Firmware{"CV-D200", "3.4.12", "4.9.118", "2.1.0"},
+    Firmware{"CV-B210", "3.4.12", "4.9.118", "2.1.0"},
+    Firmware{"CV-P300", "3.5.1", "4.19.90", "2.2.3"},
+};
+
+/// The number-th camera of the world (from 1) as a device of `owner`.
+store::Device cameraDevice(const std::string& ipncid, const char* name, store::AccountId owner, int number) {
+    const Firmware& firmware = firmwares[static_cast<std::size_t>(number) % firmwares.size()];
+    store::Device device;
+    device.ipncid = ipncid;
+    device.owner = owner;
+    device.origin = "loop";
+    device.name = name;
+    device.type = "video";
+    // Neighbours on the wall show different scenes, and equal scenes stand at different places of the loop.
+    device.scene = number - 1;
+    device.phase = (number * 37) % 250;
+    device.info = toText({{"model", firmware.model},
+                          {"serial", ipncid},
+                          {"softwareversion", firmware.software},
+                          {"kernelversion", firmware.kernel},
+                          {"biosversion", firmware.boot},
+                          {"ip", "192.168.10." + std::to_string(10 + number)},
+                          {"timezone", "UTC+08:00"},
+                          {"QRinfo", Json::object()}});
+    device.extend = R"({"sublist":[]})";
+    device.video = R"({"codec":"H264","framerate":25,"streams":["main","light"]})";
+    return device;
+}
+
+std::string numbered(const char* prefix, int number) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%s%04d", prefix, number);
+    return text.data();
+}
+
+void insertPeople(soci::session& sql, const std::string& passwordHash) {
+    store::insertAccount(sql, {ownerId, firstPhone, "园区监控中心", passwordHash});
+    for (const Person& person : friends) {
+        store::insertAccount(sql, {person.id, person.phone, person.nickname, passwordHash});
+        store::insertFriendship(sql, ownerId, person.remarkOfOwner, person.id, "园区监控中心");
+    }
+}
+
+/// Inserts the first account's cameras and what it shares of them.
+void insertOwnCameras(soci::session& sql, const std::array<store::GroupId, friends.size()>& groupsOfFriends) {
+    int number = 0;
+    for (const GroupPlan& plan : ownGroups()) {
+        const store::GroupId group = store::insertGroup(sql, ownerId, plan.name);
+        for (const char* name : plan.cameras) {
+            ++number;
+            store::Device device = cameraDevice(numbered("CAM", number), name, ownerId, number);
+            const auto isThis = [name](std::string_view other) {
+                return other == name;
+            };
+            device.online = std::none_of(offlineCameras().begin(), offlineCameras().end(), isThis);
+            for (const BoardPlan& board : boards()) {
+                if (isThis(board.camera)) {
+                    device.interfaces = toText(Json::parse(board.interfaces));
+                    device.extend = toText(Json::parse(board.extend));
+                }
+            }
+            store::insertDevice(sql, device, group, name);
+            for (const OwnShare& share : ownShares) {
+                if (isThis(share.camera))
+                    store::insertShare(sql, device.ipncid, share.friendId, rightsOfFriends,
+                                       groupsOfFriends[static_cast<std::size_t>(share.friendId - giverId)], name);
+            }
+        }
+    }
+}
+
+void insertGivenCameras(soci::session& sql, store::GroupId groupOfGiver) {
+    const store::GroupId group = store::insertGroup(sql, ownerId, groupOfGiven);
+    int number = 100;
+    for (const GivenCamera& given : givenCameras()) {
+        ++number;
+        store::insertDevice(sql, cameraDevice(given.ipncid, given.name, giverId, number), groupOfGiver, given.name);
+        store::insertShare(sql, given.ipncid, ownerId, given.rights, group, given.name);
+    }
+    // One that the friend keeps to itself.
+    store::insertDevice(sql, cameraDevice("FRD0005", "管理所院内", giverId, number + 1), groupOfGiver, "管理所院内");
+}
+
+} // namespace
+
+void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword) {
+    insertPeople(sql, hashPassword(firstPassword));
+    std::array<store::GroupId, friends.size()> groupsOfFriends{};
+    for (std::size_t i = 0; i < friends.size(); ++i)
+        groupsOfFriends[i] = store::insertGroup(sql, friends[i].id, groupOfFriends);
+    insertOwnCameras(sql, groupsOfFriends);
+    insertGivenCameras(sql, groupsOfFriends[0]);
+}
+
+} // namespace ipncsdk::world

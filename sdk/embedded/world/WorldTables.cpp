@@ -1,0 +1,86 @@
+#include "world/WorldTables.h"
+
+namespace ipncsdk::world {
+
+const std::vector<GroupPlan>& ownGroups() {
+    static const std::vector<GroupPlan> groups = {
+        {"园区大门",
+         {"东大门入口", "东大门出口", "西大门入口", "西大门出口", "门卫室", "访客登记处", "人行通道", "大门广场全景",
+          "北侧围墙", "南侧围墙"}},
+        {"一号厂房",
+         {"装配一线", "装配二线", "装配三线", "焊接工位", "冲压车间", "喷涂车间", "质检台", "物料暂存区", "行车通道",
+          "配电间", "厂房东门", "厂房西门", "空压机房", "厂房全景"}},
+        {"仓库",
+         {"原料库一区", "原料库二区", "成品库一区", "成品库二区", "立体货架A", "立体货架B", "装卸月台一",
+          "装卸月台二", "危化品库", "叉车充电区", "仓库大门"}},
+        {"停车场",
+         {"地面停车A区", "地面停车B区", "地下一层入口", "地下一层A区", "地下一层B区", "地下二层A区", "充电桩区",
+          "货车停靠区", "非机动车棚", "停车场出口"}},
+        {"办公楼",
+         {"一层大厅", "一层前台", "电梯厅", "二层走廊", "三层走廊", "四层走廊", "会议室外", "机房", "档案室外",
+          "楼顶平台", "消防控制室"}},
+        {"水泵站",
+         {"一号泵组", "二号泵组", "三号泵组", "进水口", "出水口", "蓄水池", "加药间", "泵站控制室", "变压器",
+          "泵站大门"}},
+    };
+    return groups;
+}
+
+const std::vector<GivenCamera>& givenCameras() {
+    static const std::vector<GivenCamera> cameras = {
+        {"FRD0001", "河道闸口", R"({"admin":false,"video":true,"record":true,"ptz":true,"param":true})"},
+        {"FRD0002", "上游水位尺", R"({"admin":false,"video":true,"record":true,"ptz":false,"param":true})"},
+        {"FRD0003", "巡堤路口", R"({"admin":false,"video":true,"record":false,"ptz":false,"param":false})"},
+        {"FRD0004", "值守房", R"({"admin":false,"video":true,"record":false,"ptz":false,"param":false})"},
+    };
+    return cameras;
+}
+
+const std::vector<BoardPlan>& boards() {
+    static const std::vector<BoardPlan> plans = {
+        {"一号泵组",
+         R"([
+           {"pid":101,"type":"RS485","ifname":"RS485-1","name":"泵组仪表","extend":"","input":[
+             {"pid":1001,"ifpid":101,"name":"出口压力","unit":"MPa","extend":"","isupload":"1","state":0,"value":0},
+             {"pid":1002,"ifpid":101,"name":"瞬时流量","unit":"m³/h","extend":"","isupload":"1","state":0,"value":0},
+             {"pid":1003,"ifpid":101,"name":"电机温度","unit":"℃","extend":"","isupload":"1","state":0,"value":0}],
+            "output":[]},
+           {"pid":102,"type":"IO","ifname":"IO-1","name":"泵组控制","extend":"","input":[
+             {"pid":1004,"ifpid":102,"name":"运行反馈","unit":"","extend":"","isupload":"0","state":0,"value":0}],
+            "output":[
+             {"pid":1005,"ifpid":102,"name":"启停","unit":"","extend":"","state":0,"value":0},
+             {"pid":1006,"ifpid":102,"name":"声光报警","unit":"","extend":"","state":0,"value":0}]}])",
+         R"({"sublist":[]})"},
+        {"蓄水池",
+         R"([
+           {"pid":111,"type":"RS485","ifname":"RS485-1","name":"液位计","extend":"","input":[
+             {"pid":1011,"ifpid":111,"name":"水位","unit":"m","extend":"","isupload":"1","state":0,"value":0},
+             {"pid":1012,"ifpid":111,"name":"水温","unit":"℃","extend":"","isupload":"1","state":0,"value":0}],
+            "output":[]}])",
+         R"({"sublist":[
+           {"pid":112,"type":"ZIGBEE","ifname":"ZIGBEE-1","name":"池壁节点","online":true,"softif":"0","input":[
+             {"pid":1013,"ifpid":112,"name":"渗漏","unit":"","extend":"","isupload":"0","state":0,"value":0}],
+            "output":[]}]})"},
+        {"危化品库",
+         R"([
+           {"pid":121,"type":"RS485","ifname":"RS485-1","name":"气体探测器","extend":"","input":[
+             {"pid":1021,"ifpid":121,"name":"可燃气体","unit":"%LEL","extend":"","isupload":"1","state":0,"value":0},
+             {"pid":1022,"ifpid":121,"name":"温度","unit":"℃","extend":"","isupload":"1","state":0,"value":0},
+             {"pid":1023,"ifpid":121,"name":"湿度","unit":"%RH","extend":"","isupload":"1","state":0,"value":0}],
+            "output":[]},
+           {"pid":122,"type":"IO","ifname":"IO-1","name":"联动输出","extend":"","input":[
+             {"pid":1024,"ifpid":122,"name":"门磁","unit":"","extend":"","isupload":"0","state":0,"value":0}],
+            "output":[
+             {"pid":1025,"ifpid":122,"name":"排风机","unit":"","extend":"","state":0,"value":0}]}])",
+         R"({"sublist":[]})"},
+    };
+    return plans;
+}
+
+const std::vector<const char*>& offlineCameras() {
+    static const std::vector<const char*> names = {"南侧围墙",   "空压机房", "装卸月台二",
+                                                   "非机动车棚", "楼顶平台", "变压器"};
+    return names;
+}
+
+} // namespace ipncsdk::world

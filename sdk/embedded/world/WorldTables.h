@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vector>
+
+namespace ipncsdk::world {
+
+struct GroupPlan {
+    const char* name;
+    std::vector<const char*> cameras; ///< names, in display order
+};
+
+/// The first account's groups and the cameras in them.
+const std::vector<GroupPlan>& ownGroups();
+
+/// Cameras that a friend owns and gives to the first account.
+struct GivenCamera {
+    const char* ipncid;
+    const char* name;
+    const char* rights; ///< the "authority" object, as JSON text
+};
+const std::vector<GivenCamera>& givenCameras();
+
+/// What a camera carries besides its video; pids are unique in the whole world.
+struct BoardPlan {
+    const char* camera;     ///< name of a camera of `ownGroups`
+    const char* interfaces; ///< JSON text
+    const char* extend;     ///< JSON text
+};
+const std::vector<BoardPlan>& boards();
+
+/// Cameras that can't be reached, by name.
+const std::vector<const char*>& offlineCameras();
+
+} // namespace ipncsdk::world
