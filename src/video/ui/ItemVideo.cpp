@@ -6,7 +6,6 @@
 #include "video/ui/TileTextLine.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -22,8 +21,6 @@ using corvanta::video::FrameMailbox;
 using corvanta::video::FrameSize;
 
 namespace {
-
-constexpr auto pictureArrived = static_cast<QEvent::Type>(QEvent::User + 1);
 
 constexpr std::chrono::seconds tick{1};
 constexpr int openedTextSeconds = 3;
@@ -57,6 +54,7 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     setMinimumSize(1, 1);
     setStyleSheet(tileStyle(false));
     connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
+    connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
     connect(&m_timer, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
     m_timer.setInterval(tick);
 }
@@ -133,16 +131,8 @@ bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
 
 void ItemVideo::wakeGuiThread() {
     if (!m_wakePending.exchange(true, std::memory_order_acq_rel)) {
-        QCoreApplication::postEvent(this, new QEvent(pictureArrived));
+        emit sigPictureWaiting(QPrivateSignal());
     }
-}
-
-bool ItemVideo::event(QEvent* event) {
-    if (event->type() != pictureArrived) {
-        return QWidget::event(event);
-    }
-    takeFrame();
-    return true;
 }
 
 void ItemVideo::takeFrame() {
