@@ -33,7 +33,7 @@ constexpr int hintPointSize = 9;
 constexpr int smallestHintHeight = 64; ///< in a lower tile the hint gives way to the text line
 
 const QColor emptyColor(174, 174, 174);
-const QColor hintColor(100, 100, 100);
+const QColor hintColor(80, 80, 80);
 const QColor besidePictureColor(40, 40, 40);
 
 QString tileStyle(bool selected) {
