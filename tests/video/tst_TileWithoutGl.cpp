@@ -5,18 +5,18 @@
 #include <QLabel>
 #include <QTest>
 
-/// Run on a platform without OpenGL: the program is of use without pictures, so nothing may fail.
+/// On a display without OpenGL the program is of use all the same, only without pictures: nothing may fail.
 class tst_TileWithoutGl : public QObject {
     Q_OBJECT
+public:
+    static void initMain() { qputenv("QT_XCB_GL_INTEGRATION", "none"); }
 private slots:
     void tileSaysThatItCannotShow();
     void rendererDoesNothing();
 };
 
 void tst_TileWithoutGl::tileSaysThatItCannotShow() {
-    if (GLYuvWidget::isSupported()) {
-        QSKIP("this platform has OpenGL");
-    }
+    QVERIFY(!GLYuvWidget::isSupported());
     ItemVideo tile(0);
     tile.resize(402, 302);
     tile.show();
@@ -33,9 +33,7 @@ void tst_TileWithoutGl::tileSaysThatItCannotShow() {
 }
 
 void tst_TileWithoutGl::rendererDoesNothing() {
-    if (GLYuvWidget::isSupported()) {
-        QSKIP("this platform has OpenGL");
-    }
+    QVERIFY(!GLYuvWidget::isSupported());
     GLYuvWidget widget;
     widget.resize(64, 48);
     widget.show();

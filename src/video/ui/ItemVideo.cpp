@@ -18,7 +18,6 @@
 
 using corvanta::video::AspectMode;
 using corvanta::video::FrameMailbox;
-using corvanta::video::FrameSize;
 
 namespace {
 
