@@ -56,7 +56,7 @@ class WakeCounter : public QObject {
 public:
     int count = 0;
     bool eventFilter(QObject* watched, QEvent* event) override {
-        count += event->type() == QEvent::User + 1 ? 1 : 0;
+        count += event->type() == QEvent::MetaCall ? 1 : 0;
         return QObject::eventFilter(watched, event);
     }
 };

@@ -6,7 +6,6 @@
 #include "video/ui/TileTextLine.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -19,11 +18,8 @@
 
 using corvanta::video::AspectMode;
 using corvanta::video::FrameMailbox;
-using corvanta::video::FrameSize;
 
 namespace {
-
-constexpr auto pictureArrived = static_cast<QEvent::Type>(QEvent::User + 1);
 
 constexpr std::chrono::seconds tick{1};
 constexpr int openedTextSeconds = 3;
@@ -36,7 +32,7 @@ constexpr int hintPointSize = 9;
 constexpr int smallestHintHeight = 64; ///< in a lower tile the hint gives way to the text line
 
 const QColor emptyColor(174, 174, 174);
-const QColor hintColor(100, 100, 100);
+const QColor hintColor(80, 80, 80);
 const QColor besidePictureColor(40, 40, 40);
 
 QString tileStyle(bool selected) {
@@ -57,6 +53,7 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     setMinimumSize(1, 1);
     setStyleSheet(tileStyle(false));
     connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
+    connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
     connect(&m_timer, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
     m_timer.setInterval(tick);
 }
@@ -133,16 +130,8 @@ bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
 
 void ItemVideo::wakeGuiThread() {
     if (!m_wakePending.exchange(true, std::memory_order_acq_rel)) {
-        QCoreApplication::postEvent(this, new QEvent(pictureArrived));
+        emit sigPictureWaiting(QPrivateSignal());
     }
-}
-
-bool ItemVideo::event(QEvent* event) {
-    if (event->type() != pictureArrived) {
-        return QWidget::event(event);
-    }
-    takeFrame();
-    return true;
 }
 
 void ItemVideo::takeFrame() {

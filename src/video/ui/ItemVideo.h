@@ -71,6 +71,9 @@ signals:
     void sig_updateDisplay();
     /// An entry of the menu was chosen that the tile cannot do by itself.
     void sigMenuAction(int tileIndex, TileAction action);
+    /// Wakes the GUI thread, which then takes the newest picture; carries nothing, as what crosses the threads is in
+    /// the mailbox. At most one is under way.
+    void sigPictureWaiting(QPrivateSignal);
 
 public slots:
     void updateDisplay();
@@ -79,7 +82,6 @@ public slots:
     void onPopMenuTriggered(QAction* action);
 
 protected:
-    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int padding = 4; ///< pixels between plate and letters
 constexpr int smallestPointSize = 7;
+constexpr int largestShareOfHeight = 3; ///< the letters take at most a third of the tile
 constexpr int plateAlpha = 150;
 constexpr qreal plateRadius = 4.0;
 
@@ -19,6 +20,8 @@ TileTextLine::TileTextLine(QWidget* parent)
     setObjectName(QStringLiteral("tileText"));
     setTextFormat(Qt::PlainText);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    // The tile's style reaches its children too; only the plate is to be painted.
+    setAttribute(Qt::WA_NoSystemBackground);
     setStyleSheet(QStringLiteral("QWidget {color:rgb(230,230,230);border:0px;font: 75 16pt '微软雅黑';}"));
     hide();
 }
@@ -34,7 +37,7 @@ void TileTextLine::showIn(const QRect& area, const QString& line) {
     m_fittedFont = font();
     const auto fits = [&](const QFontMetrics& metrics) {
         return metrics.horizontalAdvance(line) <= area.width() - 2 * padding &&
-               metrics.height() <= area.height() - 2 * padding;
+               metrics.height() <= area.height() / largestShareOfHeight;
     };
     while (m_fittedFont.pointSize() > smallestPointSize && !fits(QFontMetrics(m_fittedFont))) {
         m_fittedFont.setPointSize(m_fittedFont.pointSize() - 1);
