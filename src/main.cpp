@@ -3,6 +3,7 @@
 #include "app/SingleApplication.h"
 #include "base/AppPaths.h"
 #include "base/ui/MoveWidget.h"
+#include "base/ui/Style.h"
 #include "base/ui/TipDialog.h"
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/MonitorUi.h"
@@ -11,15 +12,9 @@
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QIcon>
 
 namespace {
-
-QString styleSheet() {
-    QFile file(QStringLiteral(":/style/scrollbar/scrollbar.qss"));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 /// "--screenshots FOLDER" and "--tour FOLDER": the program walks through itself.
 std::unique_ptr<OperatorTour> tourFor(MonitorMainUI& window, const QStringList& arguments) {
@@ -60,7 +55,7 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     corvanta::crashReport::install();
     SingleApplication application(argc, argv, QStringLiteral("Corvanta"));
-    application.setStyleSheet(styleSheet());
+    application.setStyleSheet(corvanta::loadStyle());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/style/img/Corvanta.ico")));
     qDebug().noquote() << QString::fromStdString(awake.description());
 

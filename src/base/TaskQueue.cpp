@@ -1,16 +1,11 @@
 #include "base/TaskQueue.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-
 #include <memory>
 
-namespace {
-const auto WakeUp = static_cast<QEvent::Type>(QEvent::registerEventType());
-}
-
 TaskQueue::TaskQueue(QObject* parent)
-    : QObject(parent) {}
+    : QObject(parent) {
+    connect(this, &TaskQueue::sigWake, this, &TaskQueue::drain, Qt::QueuedConnection);
+}
 
 TaskQueue::~TaskQueue() {
     for (Node* node = takeAll(); node != nullptr;) {
@@ -28,7 +23,7 @@ void TaskQueue::post(Task task) {
     }
     (void)node.release(); // the stack owns it now
     if (!woken_.exchange(true, std::memory_order_acq_rel))
-        QCoreApplication::postEvent(this, std::make_unique<QEvent>(WakeUp).release()); // the event loop owns it
+        emit sigWake();
 }
 
 TaskQueue::Node* TaskQueue::takeAll() {
@@ -43,18 +38,11 @@ TaskQueue::Node* TaskQueue::takeAll() {
 }
 
 void TaskQueue::drain() {
-    // Cleared first: a task posted from here on sends an event of its own, so none can be left lying.
+    // Cleared first: a task posted from here on sends a wake-up of its own, so none can be left lying.
     woken_.store(false, std::memory_order_release);
     for (Node* node = takeAll(); node != nullptr;) {
         const std::unique_ptr<Node> current(node);
         node = current->next;
         current->task();
     }
-}
-
-bool TaskQueue::event(QEvent* event) {
-    if (event->type() != WakeUp)
-        return QObject::event(event);
-    drain();
-    return true;
 }

@@ -9,8 +9,8 @@
 /// runs in that order, and a task runs after every task that was posted before it became known.
 ///
 /// A task holds standard types only (a text, a number, pointers): Qt's values share their contents by counting,
-/// which is hard to reason about across threads. Posting takes no lock of ours and waits for nobody; one event
-/// wakes the thread for any number of tasks. Outlives every thread that posts.
+/// which is hard to reason about across threads. Posting takes no lock of ours and waits for nobody; one
+/// wake-up serves the thread for any number of tasks. Outlives every thread that posts.
 class TaskQueue final : public QObject {
     Q_OBJECT
 public:
@@ -23,10 +23,13 @@ public:
     /// Any thread.
     void post(Task task);
 
-    /// Runs what was posted so far; own thread. Called by the wake-up event, and by who cannot wait for it.
+public slots:
+    /// Runs what was posted so far; own thread. Called by the wake-up, and by who cannot wait for it.
     void drain();
 
-    bool event(QEvent* event) override;
+signals:
+    /// Wakes the own thread.
+    void sigWake();
 
 private:
     struct Node {
@@ -36,5 +39,5 @@ private:
     Node* takeAll();
 
     std::atomic<Node*> newest_{nullptr}; ///< a stack, the newest task on top
-    std::atomic<bool> woken_{false};     ///< a wake-up event is on its way
+    std::atomic<bool> woken_{false};     ///< a wake-up is on its way
 };

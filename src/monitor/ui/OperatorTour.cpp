@@ -50,7 +50,13 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
 
 void OperatorTour::start() {
     QDir().mkpath(folder_);
+    largeWindow();
     timer_.start();
+}
+
+void OperatorTour::largeWindow() {
+    const QRect screen = window_.window()->screen()->availableGeometry();
+    window_.window()->setGeometry(screen.adjusted(8, 8, -8, -8));
 }
 
 void OperatorTour::planShort() {

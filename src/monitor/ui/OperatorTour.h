@@ -34,6 +34,7 @@ private:
         int limit = 20000; ///< ms
     };
 
+    void largeWindow();
     void planShort();
     void planEverything();
     void planWindow();
