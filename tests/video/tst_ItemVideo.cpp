@@ -314,6 +314,7 @@ void tst_ItemVideo::picturesFromManyThreads() {
         ++seen;
     });
     std::vector<std::jthread> streams;
+    streams.reserve(4);
     for (int id = 0; id < 4; ++id) {
         streams.emplace_back([&tile = shown.tile, id](const std::stop_token& stop) {
             pictures::I420 flat(id % 2 == 0 ? 160 : 192, 120);
