@@ -9,8 +9,9 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <atomic>
+#include <algorithm>
 #include <thread>
+#include <vector>
 
 using corvanta::video::AspectMode;
 using corvanta::video::openedText;
@@ -195,13 +196,18 @@ void tst_ItemVideo::shortLivedTextAndStall() {
     }
     QVERIFY(!line->isVisible());
     QCOMPARE(shown.tile.text(), openedText());
+    shown.tile.OnTimeOut();
+    shown.tile.OnTimeOut();
+    QCOMPARE(line->text(), QStringLiteral("等待画面"));
+    QVERIFY(line->isVisible());
 
     QVERIFY(give(shown.tile, pictures::colourBars(64, 48)));
-    QTRY_VERIFY(shown.tile.frameSize().width == 64);
+    QTRY_VERIFY(!line->isVisible());
     for (int second = 0; second < 5; ++second) {
         shown.tile.OnTimeOut();
     }
-    QVERIFY(line->isVisible()); // the picture stands still
+    QVERIFY(line->isVisible());
+    QCOMPARE(line->text(), QStringLiteral("画面停顿"));
     QVERIFY(give(shown.tile, pictures::colourBars(64, 48)));
     QTRY_VERIFY(!line->isVisible());
 
@@ -307,12 +313,12 @@ void tst_ItemVideo::picturesFromManyThreads() {
         whole = whole && std::all_of(picture, picture + count, [&](uchar byte) { return byte == picture[0]; });
         ++seen;
     });
-    std::atomic<bool> stop{false};
-    std::vector<std::thread> streams;
+    std::vector<std::jthread> streams;
+    streams.reserve(4);
     for (int id = 0; id < 4; ++id) {
-        streams.emplace_back([&tile = shown.tile, &stop, id] {
+        streams.emplace_back([&tile = shown.tile, id](const std::stop_token& stop) {
             pictures::I420 flat(id % 2 == 0 ? 160 : 192, 120);
-            for (std::uint8_t value = 0; !stop; ++value) {
+            for (std::uint8_t value = 0; !stop.stop_requested(); ++value) {
                 std::fill(flat.bytes.begin(), flat.bytes.end(), value);
                 give(tile, flat);
             }
@@ -320,7 +326,7 @@ void tst_ItemVideo::picturesFromManyThreads() {
     }
     for (int round = 0; round < 60; ++round) {
         const int before = seen;
-        QTRY_VERIFY(seen > before);
+        QTRY_VERIFY_WITH_TIMEOUT(seen > before, 60000);
         switch (round % 4) {
         case 0:
             shown.tile.resize(300 + round, 200 + round);
@@ -336,10 +342,7 @@ void tst_ItemVideo::picturesFromManyThreads() {
             shown.tile.setAspectMode(round % 8 == 3 ? AspectMode::Stretch : AspectMode::KeepRatio);
         }
     }
-    stop = true;
-    for (std::thread& stream : streams) {
-        stream.join();
-    }
+    streams.clear(); // stops and joins them
     QVERIFY(whole);
     // No wake-up was lost: a last picture still arrives.
     QCoreApplication::processEvents();

@@ -51,6 +51,7 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(1, 1);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setStyleSheet(tileStyle(false));
     connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
     connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
@@ -179,13 +180,13 @@ QString ItemVideo::shownText() const {
     if (hasPicture() && m_renderer == nullptr) {
         return tr("无法显示画面");
     }
-    if (m_text == corvanta::video::openedText()) {
-        if (m_secondsSincePicture >= stalledSeconds) {
-            return tr("画面停顿");
-        }
-        return m_secondsSinceText < openedTextSeconds ? m_text : QString();
+    if (m_text != corvanta::video::openedText()) {
+        return m_text;
     }
-    return m_text;
+    if (m_secondsSincePicture >= stalledSeconds) {
+        return hasPicture() ? tr("画面停顿") : tr("等待画面");
+    }
+    return m_secondsSinceText < openedTextSeconds ? m_text : QString();
 }
 
 void ItemVideo::updateDisplay() {
@@ -197,11 +198,15 @@ void ItemVideo::updateDisplay() {
 }
 
 void ItemVideo::OnTimeOut() {
+    const QString before = shownText();
     ++m_secondsSinceText;
-    if (isVisible() && hasPicture()) {
+    // Nothing comes while the tile is hidden, and that says nothing about the stream.
+    if (isVisible()) {
         ++m_secondsSincePicture;
     }
-    emit sig_updateDisplay();
+    if (shownText() != before) {
+        emit sig_updateDisplay();
+    }
 }
 
 TileMenu& ItemVideo::menu() {

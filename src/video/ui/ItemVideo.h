@@ -77,7 +77,7 @@ signals:
 
 public slots:
     void updateDisplay();
-    /// Once a second while a stream is open: ends short-lived texts and notices a picture that stands still.
+    /// Once a second while a stream is open: ends short-lived texts and says when pictures do not come.
     void OnTimeOut();
     void onPopMenuTriggered(QAction* action);
 
@@ -109,7 +109,7 @@ private:
     QString m_text;
     QString m_deviceName;
     int m_secondsSinceText = 0;    ///< counted by the tile timer
-    int m_secondsSincePicture = 0; ///< counted by the tile timer while the tile is visible and has a picture
+    int m_secondsSincePicture = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
 
     corvanta::video::FrameMailbox m_mailbox;
     corvanta::video::FrameSize m_frameSize;
