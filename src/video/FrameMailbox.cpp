@@ -9,20 +9,20 @@ FrameMailbox::WriteResult FrameMailbox::write(const std::uint8_t* data, FrameSiz
     if (data == nullptr || !isUsable(size)) {
         return WriteResult::Refused;
     }
-    if (m_writing.test_and_set(std::memory_order_acquire)) {
+    if (writing_.test_and_set(std::memory_order_acquire)) {
         return WriteResult::Busy;
     }
     const bool prepared = prepareWriterBuffer(size);
     if (prepared) {
-        std::memcpy(m_buffers[m_writer].bytes.get(), data, byteCount(size));
-        m_writer = m_between.exchange(m_writer | freshFlag, std::memory_order_acq_rel) & indexMask;
+        std::memcpy(buffers_[writer_].bytes.get(), data, byteCount(size));
+        writer_ = between_.exchange(writer_ | freshFlag, std::memory_order_acq_rel) & indexMask;
     }
-    m_writing.clear(std::memory_order_release);
+    writing_.clear(std::memory_order_release);
     return prepared ? WriteResult::Written : WriteResult::NoMemory;
 }
 
 bool FrameMailbox::prepareWriterBuffer(FrameSize size) {
-    Buffer& buffer = m_buffers[m_writer];
+    Buffer& buffer = buffers_[writer_];
     if (buffer.size == size) {
         return true;
     }
@@ -37,21 +37,21 @@ bool FrameMailbox::prepareWriterBuffer(FrameSize size) {
 }
 
 std::optional<FrameMailbox::Frame> FrameMailbox::take() {
-    if ((m_between.load(std::memory_order_relaxed) & freshFlag) == 0) {
+    if ((between_.load(std::memory_order_relaxed) & freshFlag) == 0) {
         return std::nullopt;
     }
-    m_reader = m_between.exchange(m_reader, std::memory_order_acq_rel) & indexMask;
-    const Buffer& buffer = m_buffers[m_reader];
+    reader_ = between_.exchange(reader_, std::memory_order_acq_rel) & indexMask;
+    const Buffer& buffer = buffers_[reader_];
     return Frame{buffer.bytes.get(), buffer.size};
 }
 
 void FrameMailbox::release() {
-    m_buffers[m_reader] = {};
-    m_reader = m_between.exchange(m_reader, std::memory_order_acq_rel) & indexMask;
-    m_buffers[m_reader] = {};
-    if (!m_writing.test_and_set(std::memory_order_acquire)) {
-        m_buffers[m_writer] = {};
-        m_writing.clear(std::memory_order_release);
+    buffers_[reader_] = {};
+    reader_ = between_.exchange(reader_, std::memory_order_acq_rel) & indexMask;
+    buffers_[reader_] = {};
+    if (!writing_.test_and_set(std::memory_order_acquire)) {
+        buffers_[writer_] = {};
+        writing_.clear(std::memory_order_release);
     }
 }
 

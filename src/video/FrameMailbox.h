@@ -58,11 +58,11 @@ private:
     static constexpr unsigned indexMask = 3;
     static constexpr unsigned freshFlag = 4;
 
-    std::array<Buffer, 3> m_buffers;
-    std::atomic<unsigned> m_between{1}; ///< index of the buffer that is nobody's, and freshFlag
-    std::atomic_flag m_writing;         ///< set while somebody owns the writer's side
-    unsigned m_writer = 0;              ///< guarded by m_writing
-    unsigned m_reader = 2;              ///< reader's thread only
+    std::array<Buffer, 3> buffers_;
+    std::atomic<unsigned> between_{1}; ///< index of the buffer that is nobody's, and freshFlag
+    std::atomic_flag writing_;         ///< set while somebody owns the writer's side
+    unsigned writer_ = 0;              ///< guarded by writing_
+    unsigned reader_ = 2;              ///< reader's thread only
 };
 
 } // namespace corvanta::video

@@ -10,7 +10,7 @@ SessionActions LiveSessions::open(const QString& deviceId, int tileIndex) {
     const QString shownDevice = deviceOfTile(tileIndex);
     if (!shownDevice.isEmpty()) {
         end(shownDevice, actions);
-    } else if (m_sessions.contains(deviceId)) {
+    } else if (sessions_.contains(deviceId)) {
         end(deviceId, actions);
     } else {
         actions.emplace_back(SendOpenRequest{deviceId, tileIndex});
@@ -23,7 +23,7 @@ void LiveSessions::onSent(const QString& deviceId, int tileIndex, int requestId)
         qDebug() << "open video request not sent" << deviceId;
         return;
     }
-    m_sessions.insert(deviceId, {requestId, tileIndex, false});
+    sessions_.insert(deviceId, {requestId, tileIndex, false});
 }
 
 SessionActions LiveSessions::onReport(const AvReport& report) {
@@ -41,20 +41,20 @@ SessionActions LiveSessions::onReport(const AvReport& report) {
 }
 
 SessionActions LiveSessions::onOpened(const AvReport& report) {
-    auto session = m_sessions.find(report.deviceId);
-    if (session == m_sessions.end()) {
+    auto session = sessions_.find(report.deviceId);
+    if (session == sessions_.end()) {
         qWarning() << "not save reqid" << report.deviceId;
         if (report.requestId <= 0) {
             qDebug() << "avopen without a request id ignored" << report.deviceId;
             return {};
         }
-        session = m_sessions.insert(report.deviceId, {report.requestId, report.tileIndex, false});
+        session = sessions_.insert(report.deviceId, {report.requestId, report.tileIndex, false});
     }
     if (session->requestId != report.requestId) {
         qDebug("reqid not equeal");
         return {};
     }
-    for (Session& other : m_sessions) {
+    for (Session& other : sessions_) {
         other.holdsTile = other.holdsTile && other.tileIndex != report.tileIndex;
     }
     session->tileIndex = report.tileIndex;
@@ -67,8 +67,8 @@ SessionActions LiveSessions::onOpened(const AvReport& report) {
 }
 
 SessionActions LiveSessions::onClosed(const AvReport& report) {
-    const auto session = m_sessions.constFind(report.deviceId);
-    if (session == m_sessions.constEnd()) {
+    const auto session = sessions_.constFind(report.deviceId);
+    if (session == sessions_.constEnd()) {
         qDebug("!!!!!!!!!!!!!!avclose not save reqid");
         return {};
     }
@@ -83,7 +83,7 @@ SessionActions LiveSessions::onClosed(const AvReport& report) {
         actions.emplace_back(ShowTileText{report.tileIndex, failedText(report.retcode)});
         actions.emplace_back(CloseTile{report.tileIndex});
     }
-    m_sessions.remove(report.deviceId);
+    sessions_.remove(report.deviceId);
     actions.emplace_back(StreamEnded{report.deviceId, report.requestId});
     erasePreview(report.deviceId, actions);
     return actions;
@@ -98,8 +98,8 @@ SessionActions LiveSessions::stopDevice(const QString& deviceId) {
 
 SessionActions LiveSessions::stopTile(int tileIndex) {
     SessionActions actions;
-    for (const QString& deviceId : m_sessions.keys()) {
-        if (m_sessions.value(deviceId).tileIndex == tileIndex) {
+    for (const QString& deviceId : sessions_.keys()) {
+        if (sessions_.value(deviceId).tileIndex == tileIndex) {
             end(deviceId, actions);
             erasePreview(deviceId, actions);
         }
@@ -109,10 +109,10 @@ SessionActions LiveSessions::stopTile(int tileIndex) {
 
 SessionActions LiveSessions::stopAll() {
     SessionActions actions;
-    for (const QString& deviceId : m_sessions.keys()) {
+    for (const QString& deviceId : sessions_.keys()) {
         end(deviceId, actions);
     }
-    for (const QString& deviceId : m_previews.keys()) {
+    for (const QString& deviceId : previews_.keys()) {
         erasePreview(deviceId, actions);
     }
     actions.emplace_back(ClearAllTexts{});
@@ -120,24 +120,24 @@ SessionActions LiveSessions::stopAll() {
 }
 
 void LiveSessions::setPreview(const QString& deviceId, int requestId) {
-    m_previews.insert(deviceId, requestId);
+    previews_.insert(deviceId, requestId);
 }
 
 int LiveSessions::requestOfDevice(const QString& deviceId) const {
-    return m_sessions.value(deviceId).requestId;
+    return sessions_.value(deviceId).requestId;
 }
 
 std::optional<int> LiveSessions::tileOfDevice(const QString& deviceId) const {
-    const auto session = m_sessions.constFind(deviceId);
-    return session == m_sessions.constEnd() ? std::nullopt : std::optional(session->tileIndex);
+    const auto session = sessions_.constFind(deviceId);
+    return session == sessions_.constEnd() ? std::nullopt : std::optional(session->tileIndex);
 }
 
 int LiveSessions::requestOfTile(int tileIndex) const {
-    return m_sessions.value(deviceOfTile(tileIndex)).requestId;
+    return sessions_.value(deviceOfTile(tileIndex)).requestId;
 }
 
 QString LiveSessions::deviceOfTile(int tileIndex) const {
-    for (auto session = m_sessions.constBegin(); session != m_sessions.constEnd(); ++session) {
+    for (auto session = sessions_.constBegin(); session != sessions_.constEnd(); ++session) {
         if (session->holdsTile && session->tileIndex == tileIndex) {
             return session.key();
         }
@@ -146,12 +146,12 @@ QString LiveSessions::deviceOfTile(int tileIndex) const {
 }
 
 void LiveSessions::end(const QString& deviceId, SessionActions& actions) {
-    const auto found = m_sessions.constFind(deviceId);
-    if (found == m_sessions.constEnd()) {
+    const auto found = sessions_.constFind(deviceId);
+    if (found == sessions_.constEnd()) {
         return;
     }
     const Session session = *found;
-    m_sessions.erase(found);
+    sessions_.erase(found);
     actions.emplace_back(StopRequest{session.requestId});
     // A tile that a later stream has taken over keeps that stream's text and picture.
     if (requestOfTile(session.tileIndex) == 0) {
@@ -162,12 +162,12 @@ void LiveSessions::end(const QString& deviceId, SessionActions& actions) {
 }
 
 void LiveSessions::erasePreview(const QString& deviceId, SessionActions& actions) {
-    const auto preview = m_previews.constFind(deviceId);
-    if (preview == m_previews.constEnd()) {
+    const auto preview = previews_.constFind(deviceId);
+    if (preview == previews_.constEnd()) {
         return;
     }
     actions.emplace_back(PreviewEnded{deviceId, *preview});
-    m_previews.erase(preview);
+    previews_.erase(preview);
 }
 
 } // namespace corvanta::video

@@ -106,9 +106,9 @@ public:
     int requestOfTile(int tileIndex) const;
     /// The device whose open stream is in a tile, or an empty text.
     QString deviceOfTile(int tileIndex) const;
-    bool hasPreview(const QString& deviceId) const { return m_previews.contains(deviceId); }
+    bool hasPreview(const QString& deviceId) const { return previews_.contains(deviceId); }
     /// Devices with a stored request, in no particular order.
-    QStringList devices() const { return m_sessions.keys(); }
+    QStringList devices() const { return sessions_.keys(); }
 
 private:
     struct Session {
@@ -123,8 +123,8 @@ private:
     void end(const QString& deviceId, SessionActions& actions);
     void erasePreview(const QString& deviceId, SessionActions& actions);
 
-    QHash<QString, Session> m_sessions;
-    QHash<QString, int> m_previews; ///< device to request id
+    QHash<QString, Session> sessions_;
+    QHash<QString, int> previews_; ///< device to request id
 };
 
 } // namespace corvanta::video

@@ -94,8 +94,8 @@ bool GLYuvWidget::isSupported() {
 }
 
 void GLYuvWidget::clearFrame() {
-    m_frame.reset();
-    m_frameSize = {};
+    frame_.reset();
+    frameSize_ = {};
     update();
 }
 
@@ -105,19 +105,19 @@ void GLYuvWidget::slotShowYuv(uchar* picture, uint width, uint height) {
         qDebug() << "renderer refuses a picture of" << width << "x" << height;
         return;
     }
-    if (m_frameSize != size) {
-        m_frameSize = {};
-        m_tooLargeReported = false;
-        m_frame.reset();
-        m_frame.reset(new (std::nothrow) std::uint8_t[byteCount(size)]);
-        if (!m_frame) {
+    if (frameSize_ != size) {
+        frameSize_ = {};
+        tooLargeReported_ = false;
+        frame_.reset();
+        frame_.reset(new (std::nothrow) std::uint8_t[byteCount(size)]);
+        if (!frame_) {
             qDebug() << "no memory for a picture of" << width << "x" << height;
             update();
             return;
         }
-        m_frameSize = size;
+        frameSize_ = size;
     }
-    std::memcpy(m_frame.get(), picture, byteCount(size));
+    std::memcpy(frame_.get(), picture, byteCount(size));
     update();
 }
 
@@ -126,15 +126,15 @@ void GLYuvWidget::initializeGL() {
     // Moving to another top-level window replaces the context; what lives in the old one goes with it.
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &GLYuvWidget::releaseGl, Qt::UniqueConnection);
     glEnable(GL_DEPTH_TEST);
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &m_maxTextureSide);
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSide_);
     if (!buildProgram()) {
-        qDebug() << "the picture's shaders do not build:" << m_program->log();
-        m_program.reset();
+        qDebug() << "the picture's shaders do not build:" << program_->log();
+        program_.reset();
         return;
     }
-    m_uniformY = m_program->uniformLocation("tex_y");
-    m_uniformU = m_program->uniformLocation("tex_u");
-    m_uniformV = m_program->uniformLocation("tex_v");
+    uniformY_ = program_->uniformLocation("tex_y");
+    uniformU_ = program_->uniformLocation("tex_u");
+    uniformV_ = program_->uniformLocation("tex_v");
 
     glVertexAttribPointer(vertexLocation, floatsPerVertex, GL_FLOAT, GL_FALSE, 0, vertices);
     glEnableVertexAttribArray(vertexLocation);
@@ -146,25 +146,25 @@ void GLYuvWidget::initializeGL() {
         texture->create();
         return texture->textureId();
     };
-    m_idY = makeTexture(m_textureY);
-    m_idU = makeTexture(m_textureU);
-    m_idV = makeTexture(m_textureV);
+    idY_ = makeTexture(textureY_);
+    idU_ = makeTexture(textureU_);
+    idV_ = makeTexture(textureV_);
 
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
 }
 
 bool GLYuvWidget::buildProgram() {
-    m_program = std::make_unique<QOpenGLShaderProgram>();
-    m_vertexShader = std::make_unique<QOpenGLShader>(QOpenGLShader::Vertex);
-    m_fragmentShader = std::make_unique<QOpenGLShader>(QOpenGLShader::Fragment);
-    if (!m_vertexShader->compileSourceCode(vertexSource) || !m_fragmentShader->compileSourceCode(fragmentSource)) {
+    program_ = std::make_unique<QOpenGLShaderProgram>();
+    vertexShader_ = std::make_unique<QOpenGLShader>(QOpenGLShader::Vertex);
+    fragmentShader_ = std::make_unique<QOpenGLShader>(QOpenGLShader::Fragment);
+    if (!vertexShader_->compileSourceCode(vertexSource) || !fragmentShader_->compileSourceCode(fragmentSource)) {
         return false;
     }
-    m_program->addShader(m_vertexShader.get());
-    m_program->addShader(m_fragmentShader.get());
-    m_program->bindAttributeLocation("vertexIn", vertexLocation);
-    m_program->bindAttributeLocation("textureIn", textureLocation);
-    return m_program->link() && m_program->bind();
+    program_->addShader(vertexShader_.get());
+    program_->addShader(fragmentShader_.get());
+    program_->bindAttributeLocation("vertexIn", vertexLocation);
+    program_->bindAttributeLocation("textureIn", textureLocation);
+    return program_->link() && program_->bind();
 }
 
 void GLYuvWidget::releaseGl() {
@@ -172,13 +172,13 @@ void GLYuvWidget::releaseGl() {
         return;
     }
     makeCurrent();
-    m_textureY.reset();
-    m_textureU.reset();
-    m_textureV.reset();
-    m_idY = m_idU = m_idV = 0;
-    m_program.reset();
-    m_vertexShader.reset();
-    m_fragmentShader.reset();
+    textureY_.reset();
+    textureU_.reset();
+    textureV_.reset();
+    idY_ = idU_ = idV_ = 0;
+    program_.reset();
+    vertexShader_.reset();
+    fragmentShader_.reset();
     doneCurrent();
 }
 
@@ -187,31 +187,31 @@ void GLYuvWidget::resizeGL(int width, int height) {
 }
 
 bool GLYuvWidget::fitsTheDriver() {
-    const auto limit = static_cast<unsigned>(m_maxTextureSide);
-    const bool fits = m_frameSize.width <= limit && m_frameSize.height <= limit;
-    if (!fits && !m_tooLargeReported) {
-        qDebug() << "a picture of" << m_frameSize.width << "x" << m_frameSize.height << "is above the driver's"
+    const auto limit = static_cast<unsigned>(maxTextureSide_);
+    const bool fits = frameSize_.width <= limit && frameSize_.height <= limit;
+    if (!fits && !tooLargeReported_) {
+        qDebug() << "a picture of" << frameSize_.width << "x" << frameSize_.height << "is above the driver's"
                  << limit;
-        m_tooLargeReported = true;
+        tooLargeReported_ = true;
     }
     return fits;
 }
 
 void GLYuvWidget::paintGL() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    if (!m_frame || !m_program || !fitsTheDriver()) {
+    if (!frame_ || !program_ || !fitsTheDriver()) {
         return;
     }
-    const auto [width, height] = m_frameSize;
+    const auto [width, height] = frameSize_;
     const std::size_t lumaBytes = static_cast<std::size_t>(width) * height;
     // Rows are tightly packed, and half a width need not be a multiple of the 4 bytes that GL assumes.
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    uploadPlane(GL_TEXTURE0, m_idY, width, height, m_frame.get());
-    uploadPlane(GL_TEXTURE1, m_idU, width / 2, height / 2, m_frame.get() + lumaBytes);
-    uploadPlane(GL_TEXTURE2, m_idV, width / 2, height / 2, m_frame.get() + lumaBytes * 5 / 4);
-    glUniform1i(m_uniformY, 0);
-    glUniform1i(m_uniformU, 1);
-    glUniform1i(m_uniformV, 2);
+    uploadPlane(GL_TEXTURE0, idY_, width, height, frame_.get());
+    uploadPlane(GL_TEXTURE1, idU_, width / 2, height / 2, frame_.get() + lumaBytes);
+    uploadPlane(GL_TEXTURE2, idV_, width / 2, height / 2, frame_.get() + lumaBytes * 5 / 4);
+    glUniform1i(uniformY_, 0);
+    glUniform1i(uniformU_, 1);
+    glUniform1i(uniformV_, 2);
     glDrawArrays(GL_TRIANGLE_STRIP, 0, vertexCount);
 }
 

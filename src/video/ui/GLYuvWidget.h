@@ -27,7 +27,7 @@ public:
     void clearFrame();
 
     /// Size of the held picture; a default one when there is none.
-    corvanta::video::FrameSize frameSize() const { return m_frameSize; }
+    corvanta::video::FrameSize frameSize() const { return frameSize_; }
 
 public slots:
     /// Copies a picture of width * height * 3 / 2 bytes and asks for a repaint, so several pictures between two
@@ -45,21 +45,21 @@ private:
     void uploadPlane(GLenum unit, GLuint texture, unsigned width, unsigned height, const std::uint8_t* plane);
     bool fitsTheDriver();
 
-    GLint m_uniformY = -1;
-    GLint m_uniformU = -1;
-    GLint m_uniformV = -1;
-    GLuint m_idY = 0;
-    GLuint m_idU = 0;
-    GLuint m_idV = 0;
-    std::unique_ptr<QOpenGLTexture> m_textureY;
-    std::unique_ptr<QOpenGLTexture> m_textureU;
-    std::unique_ptr<QOpenGLTexture> m_textureV;
-    std::unique_ptr<QOpenGLShader> m_vertexShader;
-    std::unique_ptr<QOpenGLShader> m_fragmentShader;
-    std::unique_ptr<QOpenGLShaderProgram> m_program; ///< null while there is nothing to draw with
-    GLint m_maxTextureSide = 0;                      ///< pixels, what the driver takes
-    bool m_tooLargeReported = false;                 ///< the present size is above that, and the debug stream says so
+    GLint uniformY_ = -1;
+    GLint uniformU_ = -1;
+    GLint uniformV_ = -1;
+    GLuint idY_ = 0;
+    GLuint idU_ = 0;
+    GLuint idV_ = 0;
+    std::unique_ptr<QOpenGLTexture> textureY_;
+    std::unique_ptr<QOpenGLTexture> textureU_;
+    std::unique_ptr<QOpenGLTexture> textureV_;
+    std::unique_ptr<QOpenGLShader> vertexShader_;
+    std::unique_ptr<QOpenGLShader> fragmentShader_;
+    std::unique_ptr<QOpenGLShaderProgram> program_; ///< null while there is nothing to draw with
+    GLint maxTextureSide_ = 0;                      ///< pixels, what the driver takes
+    bool tooLargeReported_ = false;                 ///< the present size is above that, and the debug stream says so
 
-    corvanta::video::FrameSize m_frameSize;  ///< default while m_frame is null
-    std::unique_ptr<std::uint8_t[]> m_frame; ///< byteCount(m_frameSize) bytes
+    corvanta::video::FrameSize frameSize_;  ///< default while frame_ is null
+    std::unique_ptr<std::uint8_t[]> frame_; ///< byteCount(frameSize_) bytes
 };

@@ -45,8 +45,8 @@ QString tileStyle(bool selected) {
 
 ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     : QWidget(parent)
-    , m_tileIndex(tileIndex)
-    , m_textLine(new TileTextLine(this)) {
+    , tileIndex_(tileIndex)
+    , textLine_(new TileTextLine(this)) {
     setObjectName(QStringLiteral("videoTile%1").arg(tileIndex));
     setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
     setFocusPolicy(Qt::StrongFocus);
@@ -55,73 +55,73 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     setStyleSheet(tileStyle(false));
     connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
     connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
-    connect(&m_timer, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
-    m_timer.setInterval(tick);
+    connect(&timer_, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
+    timer_.setInterval(tick);
 }
 
 ItemVideo::~ItemVideo() = default;
 
 void ItemVideo::setText(const QString& text) {
-    m_text = text;
-    m_secondsSinceText = 0;
+    text_ = text;
+    secondsSinceText_ = 0;
     emit sig_updateDisplay();
 }
 
 void ItemVideo::setDeviceName(const QString& name) {
-    m_deviceName = name;
+    deviceName_ = name;
     setAccessibleDescription(name);
     update();
 }
 
 void ItemVideo::setSelected(bool selected) {
-    if (m_selected == selected) {
+    if (selected_ == selected) {
         return;
     }
-    m_selected = selected;
+    selected_ = selected;
     setStyleSheet(tileStyle(selected));
     emit sig_updateDisplay();
 }
 
 void ItemVideo::setAspectMode(AspectMode mode) {
-    m_aspectMode = mode;
-    if (m_menu) {
-        m_menu->setAspectMode(mode);
+    aspectMode_ = mode;
+    if (menu_) {
+        menu_->setAspectMode(mode);
     }
     placeRenderer();
 }
 
 void ItemVideo::attachStream(int requestId, const QVariantMap& parameters) {
-    m_requestId = requestId;
-    m_streamParameters = parameters;
-    m_secondsSincePicture = 0;
-    m_timer.start();
+    requestId_ = requestId;
+    streamParameters_ = parameters;
+    secondsSincePicture_ = 0;
+    timer_.start();
     emit sig_updateDisplay();
 }
 
 void ItemVideo::close() {
-    m_timer.stop();
-    m_requestId = 0;
-    m_streamParameters.clear();
-    m_secondsSincePicture = 0;
-    m_mailbox.release();
-    m_frameSize = {};
-    if (m_renderer != nullptr) {
-        m_renderer->clearFrame();
+    timer_.stop();
+    requestId_ = 0;
+    streamParameters_.clear();
+    secondsSincePicture_ = 0;
+    mailbox_.release();
+    frameSize_ = {};
+    if (renderer_ != nullptr) {
+        renderer_->clearFrame();
     }
     emit sig_updateDisplay();
 }
 
 bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
-    if (!m_shown.load(std::memory_order_acquire)) {
+    if (!shown_.load(std::memory_order_acquire)) {
         return false;
     }
-    switch (m_mailbox.write(picture, {width, height})) {
+    switch (mailbox_.write(picture, {width, height})) {
     case FrameMailbox::WriteResult::Written:
         wakeGuiThread();
         return true;
     case FrameMailbox::WriteResult::Refused:
     case FrameMailbox::WriteResult::NoMemory:
-        qDebug("tile %d: a picture of %u x %u cannot be taken", m_tileIndex, width, height);
+        qDebug("tile %d: a picture of %u x %u cannot be taken", tileIndex_, width, height);
         return false;
     case FrameMailbox::WriteResult::Busy:
         break;
@@ -130,23 +130,23 @@ bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
 }
 
 void ItemVideo::wakeGuiThread() {
-    if (!m_wakePending.exchange(true, std::memory_order_acq_rel)) {
+    if (!wakePending_.exchange(true, std::memory_order_acq_rel)) {
         emit sigPictureWaiting(QPrivateSignal());
     }
 }
 
 void ItemVideo::takeFrame() {
     // First the flag, then the mailbox: a picture written after this look finds the flag down and wakes again.
-    m_wakePending.exchange(false, std::memory_order_acq_rel);
-    const auto frame = m_mailbox.take();
+    wakePending_.exchange(false, std::memory_order_acq_rel);
+    const auto frame = mailbox_.take();
     if (!frame) {
         return;
     }
-    const bool wasStalled = m_secondsSincePicture >= stalledSeconds;
-    m_secondsSincePicture = 0;
-    const bool sizeChanged = frame->size != m_frameSize;
-    m_frameSize = frame->size;
-    if (m_renderer == nullptr && GLYuvWidget::isSupported()) {
+    const bool wasStalled = secondsSincePicture_ >= stalledSeconds;
+    secondsSincePicture_ = 0;
+    const bool sizeChanged = frame->size != frameSize_;
+    frameSize_ = frame->size;
+    if (renderer_ == nullptr && GLYuvWidget::isSupported()) {
         createRenderer();
     }
     emit sigYuv(frame->data, frame->size.width, frame->size.height);
@@ -159,50 +159,50 @@ void ItemVideo::takeFrame() {
 }
 
 void ItemVideo::createRenderer() {
-    m_renderer = new GLYuvWidget(this);
-    m_renderer->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_renderer->setFocusPolicy(Qt::NoFocus);
-    m_renderer->hide();
-    connect(this, &ItemVideo::sigYuv, m_renderer, &GLYuvWidget::slotShowYuv);
+    renderer_ = new GLYuvWidget(this);
+    renderer_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    renderer_->setFocusPolicy(Qt::NoFocus);
+    renderer_->hide();
+    connect(this, &ItemVideo::sigYuv, renderer_, &GLYuvWidget::slotShowYuv);
 }
 
 void ItemVideo::placeRenderer() {
-    if (m_renderer == nullptr) {
+    if (renderer_ == nullptr) {
         return;
     }
-    if (const auto place = corvanta::video::placeRenderer(m_aspectMode, size(), m_frameSize)) {
-        m_renderer->setGeometry(*place);
+    if (const auto place = corvanta::video::placeRenderer(aspectMode_, size(), frameSize_)) {
+        renderer_->setGeometry(*place);
     }
     update();
 }
 
 QString ItemVideo::shownText() const {
-    if (hasPicture() && m_renderer == nullptr) {
+    if (hasPicture() && renderer_ == nullptr) {
         return tr("无法显示画面");
     }
-    if (m_text != corvanta::video::openedText()) {
-        return m_text;
+    if (text_ != corvanta::video::openedText()) {
+        return text_;
     }
-    if (m_secondsSincePicture >= stalledSeconds) {
+    if (secondsSincePicture_ >= stalledSeconds) {
         return hasPicture() ? tr("画面停顿") : tr("等待画面");
     }
-    return m_secondsSinceText < openedTextSeconds ? m_text : QString();
+    return secondsSinceText_ < openedTextSeconds ? text_ : QString();
 }
 
 void ItemVideo::updateDisplay() {
-    if (m_renderer != nullptr) {
-        m_renderer->setVisible(hasPicture());
+    if (renderer_ != nullptr) {
+        renderer_->setVisible(hasPicture());
     }
-    m_textLine->showIn(rect().adjusted(border, border, -border, -border), shownText());
+    textLine_->showIn(rect().adjusted(border, border, -border, -border), shownText());
     update();
 }
 
 void ItemVideo::OnTimeOut() {
     const QString before = shownText();
-    ++m_secondsSinceText;
+    ++secondsSinceText_;
     // Nothing comes while the tile is hidden, and that says nothing about the stream.
     if (isVisible()) {
-        ++m_secondsSincePicture;
+        ++secondsSincePicture_;
     }
     if (shownText() != before) {
         emit sig_updateDisplay();
@@ -210,12 +210,12 @@ void ItemVideo::OnTimeOut() {
 }
 
 TileMenu& ItemVideo::menu() {
-    if (!m_menu) {
-        m_menu = std::make_unique<TileMenu>();
-        m_menu->setAspectMode(m_aspectMode);
-        connect(m_menu.get(), &QMenu::triggered, this, &ItemVideo::onPopMenuTriggered);
+    if (!menu_) {
+        menu_ = std::make_unique<TileMenu>();
+        menu_->setAspectMode(aspectMode_);
+        connect(menu_.get(), &QMenu::triggered, this, &ItemVideo::onPopMenuTriggered);
     }
-    return *m_menu;
+    return *menu_;
 }
 
 void ItemVideo::onPopMenuTriggered(QAction* action) {
@@ -231,18 +231,18 @@ void ItemVideo::onPopMenuTriggered(QAction* action) {
         setAspectMode(AspectMode::KeepRatio);
         break;
     default:
-        emit sigMenuAction(m_tileIndex, *chosen);
+        emit sigMenuAction(tileIndex_, *chosen);
     }
 }
 
 void ItemVideo::showEvent(QShowEvent* event) {
-    m_secondsSincePicture = 0;
-    m_shown.store(true, std::memory_order_release);
+    secondsSincePicture_ = 0;
+    shown_.store(true, std::memory_order_release);
     QWidget::showEvent(event);
 }
 
 void ItemVideo::hideEvent(QHideEvent* event) {
-    m_shown.store(false, std::memory_order_release);
+    shown_.store(false, std::memory_order_release);
     QWidget::hideEvent(event);
 }
 
@@ -258,7 +258,7 @@ void ItemVideo::paintEvent(QPaintEvent*) {
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
 
-    const int line = m_selected && !hasPicture() ? selectedEmptyBorder : border;
+    const int line = selected_ && !hasPicture() ? selectedEmptyBorder : border;
     const QRect inside = rect().adjusted(line, line, -line, -line);
     painter.fillRect(inside, hasPicture() ? besidePictureColor : emptyColor);
     if (!hasPicture()) {
@@ -267,7 +267,7 @@ void ItemVideo::paintEvent(QPaintEvent*) {
 }
 
 void ItemVideo::paintHint(QPainter& painter, const QRect& area) const {
-    if (area.height() < smallestHintHeight && m_textLine->isVisible()) {
+    if (area.height() < smallestHintHeight && textLine_->isVisible()) {
         return;
     }
     QFont font = painter.font();
@@ -275,8 +275,8 @@ void ItemVideo::paintHint(QPainter& painter, const QRect& area) const {
     painter.setFont(font);
     painter.setPen(hintColor);
     const QRect room = area.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
-    const QString number = QString::number(m_tileIndex + 1);
-    const QString hint = m_deviceName.isEmpty() ? number : number + QStringLiteral("  ") + m_deviceName;
+    const QString number = QString::number(tileIndex_ + 1);
+    const QString hint = deviceName_.isEmpty() ? number : number + QStringLiteral("  ") + deviceName_;
     painter.drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(hint, Qt::ElideRight, std::max(0, room.width())));
 }
@@ -286,7 +286,7 @@ void ItemVideo::mousePressEvent(QMouseEvent* event) {
         QWidget::mousePressEvent(event);
         return;
     }
-    emit sig_setfocus(m_tileIndex);
+    emit sig_setfocus(tileIndex_);
 }
 
 void ItemVideo::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -307,7 +307,7 @@ void ItemVideo::keyPressEvent(QKeyEvent* event) {
         emit sigDoubleClick();
         break;
     case Qt::Key_Space:
-        emit sig_setfocus(m_tileIndex);
+        emit sig_setfocus(tileIndex_);
         break;
     default:
         QWidget::keyPressEvent(event);
@@ -316,7 +316,7 @@ void ItemVideo::keyPressEvent(QKeyEvent* event) {
 
 void ItemVideo::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
-    if (!m_selected && (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
-        emit sig_setfocus(m_tileIndex);
+    if (!selected_ && (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
+        emit sig_setfocus(tileIndex_);
     }
 }

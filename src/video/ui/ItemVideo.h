@@ -30,18 +30,18 @@ public:
     ~ItemVideo() override;
 
     /// Position in the pool, 0..63.
-    int tileIndex() const { return m_tileIndex; }
+    int tileIndex() const { return tileIndex_; }
     /// Request id of the stream shown here, 0 when there is none.
-    int requestId() const { return m_requestId; }
+    int requestId() const { return requestId_; }
     /// "avparam" of the stream with "DeviceId" added; empty when there is none.
-    const QVariantMap& streamParameters() const { return m_streamParameters; }
+    const QVariantMap& streamParameters() const { return streamParameters_; }
     /// Size of the picture shown; a default one when there is none.
-    corvanta::video::FrameSize frameSize() const { return m_frameSize; }
-    bool isSelected() const { return m_selected; }
-    corvanta::video::AspectMode aspectMode() const { return m_aspectMode; }
+    corvanta::video::FrameSize frameSize() const { return frameSize_; }
+    bool isSelected() const { return selected_; }
+    corvanta::video::AspectMode aspectMode() const { return aspectMode_; }
 
     /// The session's text. That a stream has been opened is shown for some seconds only, though the text stays.
-    QString text() const { return m_text; }
+    QString text() const { return text_; }
     void setText(const QString& text);
     /// Name of the device whose place this is; shown, with the tile's number, while there is no picture.
     void setDeviceName(const QString& name);
@@ -99,25 +99,25 @@ private:
     void placeRenderer();
     void paintHint(QPainter& painter, const QRect& area) const;
     QString shownText() const;
-    bool hasPicture() const { return m_frameSize != corvanta::video::FrameSize{}; }
+    bool hasPicture() const { return frameSize_ != corvanta::video::FrameSize{}; }
 
-    const int m_tileIndex;
-    int m_requestId = 0;
-    bool m_selected = false;
-    corvanta::video::AspectMode m_aspectMode = corvanta::video::AspectMode::KeepRatio;
-    QVariantMap m_streamParameters;
-    QString m_text;
-    QString m_deviceName;
-    int m_secondsSinceText = 0;    ///< counted by the tile timer
-    int m_secondsSincePicture = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
+    const int tileIndex_;
+    int requestId_ = 0;
+    bool selected_ = false;
+    corvanta::video::AspectMode aspectMode_ = corvanta::video::AspectMode::KeepRatio;
+    QVariantMap streamParameters_;
+    QString text_;
+    QString deviceName_;
+    int secondsSinceText_ = 0;    ///< counted by the tile timer
+    int secondsSincePicture_ = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
 
-    corvanta::video::FrameMailbox m_mailbox;
-    corvanta::video::FrameSize m_frameSize;
-    std::atomic<bool> m_shown{false};       ///< isVisible(), for the SDK's threads
-    std::atomic<bool> m_wakePending{false}; ///< a wake-up of the GUI thread is posted and not yet handled
+    corvanta::video::FrameMailbox mailbox_;
+    corvanta::video::FrameSize frameSize_;
+    std::atomic<bool> shown_{false};       ///< isVisible(), for the SDK's threads
+    std::atomic<bool> wakePending_{false}; ///< a wake-up of the GUI thread is posted and not yet handled
 
-    GLYuvWidget* m_renderer = nullptr; ///< child, made with the first picture: most of the tiles never show one
-    TileTextLine* m_textLine = nullptr;
-    QTimer m_timer;
-    std::unique_ptr<TileMenu> m_menu; ///< no child, or it would take the tile's style
+    GLYuvWidget* renderer_ = nullptr; ///< child, made with the first picture: most of the tiles never show one
+    TileTextLine* textLine_ = nullptr;
+    QTimer timer_;
+    std::unique_ptr<TileMenu> menu_; ///< no child, or it would take the tile's style
 };

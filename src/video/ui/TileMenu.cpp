@@ -72,7 +72,7 @@ QAction* TileMenu::add(QMenu& menu, TileAction action) {
     added->setObjectName(QLatin1String(entry.name));
     added->setData(static_cast<int>(action));
     added->setEnabled(entry.available);
-    m_actions.insert(static_cast<int>(action), added);
+    actions_.insert(static_cast<int>(action), added);
     return added;
 }
 
@@ -85,17 +85,17 @@ std::optional<TileAction> TileMenu::actionOf(const QAction* action) {
 }
 
 void TileMenu::setActionEnabled(TileAction action, bool enabled) {
-    m_actions.value(static_cast<int>(action))->setEnabled(enabled);
+    actions_.value(static_cast<int>(action))->setEnabled(enabled);
 }
 
 void TileMenu::setActionRunning(TileAction action, bool running) {
     const Entry& entry = entryOf(action);
     if (entry.runningText != nullptr) {
-        m_actions.value(static_cast<int>(action))->setText(tr(running ? entry.runningText : entry.text));
+        actions_.value(static_cast<int>(action))->setText(tr(running ? entry.runningText : entry.text));
     }
 }
 
 void TileMenu::setAspectMode(AspectMode mode) {
     const TileAction action = mode == AspectMode::Stretch ? TileAction::Stretch : TileAction::KeepRatio;
-    m_actions.value(static_cast<int>(action))->setChecked(true);
+    actions_.value(static_cast<int>(action))->setChecked(true);
 }

@@ -27,5 +27,5 @@ public:
 private:
     QAction* add(QMenu& menu, TileAction action);
 
-    QHash<int, QAction*> m_actions; ///< by TileAction
+    QHash<int, QAction*> actions_; ///< by TileAction
 };

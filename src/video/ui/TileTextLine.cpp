@@ -34,17 +34,17 @@ void TileTextLine::showIn(const QRect& area, const QString& line) {
         return;
     }
     ensurePolished();
-    m_fittedFont = font();
+    fittedFont_ = font();
     const auto fits = [&](const QFontMetrics& metrics) {
         return metrics.horizontalAdvance(line) <= area.width() - 2 * padding &&
                metrics.height() <= area.height() / largestShareOfHeight;
     };
-    while (m_fittedFont.pointSize() > smallestPointSize && !fits(QFontMetrics(m_fittedFont))) {
-        m_fittedFont.setPointSize(m_fittedFont.pointSize() - 1);
+    while (fittedFont_.pointSize() > smallestPointSize && !fits(QFontMetrics(fittedFont_))) {
+        fittedFont_.setPointSize(fittedFont_.pointSize() - 1);
     }
-    const QFontMetrics metrics(m_fittedFont);
-    m_fittedText = metrics.elidedText(line, Qt::ElideRight, area.width() - 2 * padding);
-    const QSize plate(std::min(area.width(), metrics.horizontalAdvance(m_fittedText) + 2 * padding),
+    const QFontMetrics metrics(fittedFont_);
+    fittedText_ = metrics.elidedText(line, Qt::ElideRight, area.width() - 2 * padding);
+    const QSize plate(std::min(area.width(), metrics.horizontalAdvance(fittedText_) + 2 * padding),
                       std::min(area.height(), metrics.height() + 2 * padding));
     QRect place(QPoint(0, 0), plate);
     place.moveCenter(area.center());
@@ -61,6 +61,6 @@ void TileTextLine::paintEvent(QPaintEvent*) {
     painter.setBrush(QColor(0, 0, 0, plateAlpha));
     painter.drawRoundedRect(rect(), plateRadius, plateRadius);
     painter.setPen(palette().color(foregroundRole()));
-    painter.setFont(m_fittedFont);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, m_fittedText);
+    painter.setFont(fittedFont_);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, fittedText_);
 }

@@ -17,6 +17,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QFont m_fittedFont;
-    QString m_fittedText; ///< text(), elided where needed
+    QFont fittedFont_;
+    QString fittedText_; ///< text(), elided where needed
 };
