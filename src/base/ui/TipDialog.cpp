@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QVariant>
 
 TipDialog::TipDialog(const QString& title, const QString& text, QWidget* parent)
     : FramedDialog(title, parent) {
@@ -30,6 +31,7 @@ bool TipDialog::ask(const QString& title, const QString& text, bool destructive,
     if (destructive) {
         ok->setDefault(false);
         ok->setAutoDefault(false);
+        ok->setProperty("primary", false);
         cancel->setFocus();
     }
     connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);

@@ -30,6 +30,7 @@ DevicePanel::DevicePanel(QWidget* parent)
     search_->setObjectName(QStringLiteral("deviceSearch"));
     search_->setAccessibleName(tr("搜索设备"));
     search_->setPlaceholderText(tr("搜索设备"));
+    search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
     head->addWidget(search_, 1);
     auto* const refresh = new QToolButton(this);

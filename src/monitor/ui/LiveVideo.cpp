@@ -12,6 +12,8 @@
 
 #include <QDebug>
 
+#include <atomic>
+
 namespace video = corvanta::video;
 
 LiveVideo::LiveVideo(const AppContext& context, Fwidget& grid, QObject* parent)
@@ -71,16 +73,18 @@ void LiveVideo::carryOut(const video::SendOpenRequest& action) {
                                                        grid_.grid().columns(), action.tileIndex),
                                 context_.settings.get(corvanta::keys::LongestOpening).toString());
     auto gate = std::make_shared<CallbackGate>();
+    auto refusalTold = std::make_shared<std::atomic<bool>>(false); // one line a request, not one a picture
     // On a thread of the SDK: a picture goes straight to its tile; everything else is handed to the GUI thread as
     // the text it came as, and read there.
-    const auto onMessage = [this, tileIndex = action.tileIndex, device = action.deviceId.toStdString(),
-                            gate](const std::string& text) { // inside a passage of the gate
+    const auto onMessage = [this, tileIndex = action.tileIndex, device = action.deviceId.toStdString(), gate,
+                            refusalTold](const std::string& text) { // inside a passage of the gate
         const video::AvMessage message = video::parseAvMessage(text);
         if (const auto* frame = std::get_if<video::AvFrame>(&message)) {
             grid_.showFrame(tileIndex, frame->data, static_cast<uint>(frame->size.width),
                             static_cast<uint>(frame->size.height));
         } else if (const auto* refused = std::get_if<video::AvFrameRefused>(&message)) {
-            qDebug() << "picture refused" << refused->reason;
+            if (!refusalTold->exchange(true))
+                qDebug() << "picture refused" << refused->reason;
         } else {
             // What a stopped request still had to say is dropped: its gate is closed by then.
             context_.gateway.inGui(gate, [this, tileIndex, device, text] {

@@ -72,8 +72,9 @@ void MessageBar::showMessage(const QString& text) {
 }
 
 void MessageBar::elide() {
-    // One line, whatever was sent.
-    const QString line = text_.simplified();
+    // One line, whatever was sent; blanks stay, some texts are built of columns.
+    QString line = text_;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
     label_->setText(label_->fontMetrics().elidedText(line, Qt::ElideRight, label_->width()));
     label_->setToolTip(label_->text() == line ? QString() : text_.toHtmlEscaped());
     label_->setAccessibleName(text_);

@@ -61,25 +61,25 @@ void OperatorTour::largeWindow() {
 
 void OperatorTour::planShort() {
     signIn();
-    layout(3, 3, 9, QStringLiteral("live-9"));
+    layout(3, 3, QStringLiteral("live-9"));
     pause(1500);
     picture(QStringLiteral("live-9-later"));
-    layout(1, 1, 1, QStringLiteral("live-1"));
+    layout(1, 1, QStringLiteral("live-1"));
 }
 
 void OperatorTour::planEverything() {
     planWindow();
     signIn();
     picture(QStringLiteral("signed-in"));
-    layout(1, 1, 1, QStringLiteral("layout-1"));
-    layout(2, 2, 4, QStringLiteral("layout-4"));
-    layout(3, 3, 9, QStringLiteral("layout-9"));
+    layout(1, 1, QStringLiteral("layout-1"));
+    layout(2, 2, QStringLiteral("layout-4"));
+    layout(3, 3, QStringLiteral("layout-9"));
     planMenus();
-    layout(4, 4, 16, QStringLiteral("layout-16"));
-    layout(3, 6, 18, QStringLiteral("layout-18"));
-    layout(5, 5, 25, QStringLiteral("layout-25"));
-    layout(6, 6, 36, QStringLiteral("layout-36"));
-    layout(8, 8, 64, QStringLiteral("layout-64"));
+    layout(4, 4, QStringLiteral("layout-16"));
+    layout(3, 6, QStringLiteral("layout-18"));
+    layout(5, 5, QStringLiteral("layout-25"));
+    layout(6, 6, QStringLiteral("layout-36"));
+    layout(8, 8, QStringLiteral("layout-64"));
     steps_.push_back({QStringLiteral("smallest window"),
                       [this] { window_.window()->resize(window_.window()->minimumSizeHint()); },
                       [this] {
@@ -87,7 +87,7 @@ void OperatorTour::planEverything() {
                       }});
     pause(500);
     picture(QStringLiteral("smallest-64"));
-    layout(3, 3, 9, QStringLiteral("smallest-9"));
+    layout(3, 3, QStringLiteral("smallest-9"));
     tip();
 }
 
@@ -115,13 +115,13 @@ void OperatorTour::signIn() {
                       }});
 }
 
-void OperatorTour::layout(int rows, int columns, int streams, const QString& name) {
-    steps_.push_back({QStringLiteral("%1 live pictures").arg(streams),
-                      [this, rows, columns, streams] {
+void OperatorTour::layout(int rows, int columns, const QString& name) {
+    steps_.push_back({QStringLiteral("%1 x %2 live pictures").arg(rows).arg(columns),
+                      [this, rows, columns] {
                           window_.grid().setLayout(rows, columns, false);
-                          openMissing(streams);
+                          openShown();
                       },
-                      [this, streams] { return runningStreams() >= streams; }, 120000});
+                      [this] { return onlineDevices().size() == runningStreams(); }, 120000});
     pause(800);
     picture(name);
 }
@@ -229,15 +229,20 @@ int OperatorTour::runningStreams() const {
     return running;
 }
 
-void OperatorTour::openMissing(int count) const {
+QStringList OperatorTour::onlineDevices() const {
     const DeviceModel& devices = window_.devices();
-    int open = 0;
-    for (int index = 0; index < window_.grid().grid().poolSize() && open < count; ++index) {
+    QStringList result;
+    for (int index = 0; index < window_.grid().grid().poolSize(); ++index) {
         const auto device = devices.deviceOfTile(index);
-        if (!device || !window_.grid().isIndexShown(index))
-            continue;
-        ++open;
-        if (!window_.live().isOpen(*device))
-            window_.live().open(*device);
+        if (device && window_.grid().isIndexShown(index) && devices.device(*device)->isOnline())
+            result += *device;
+    }
+    return result;
+}
+
+void OperatorTour::openShown() const {
+    for (const QString& device : onlineDevices()) {
+        if (!window_.live().isOpen(device))
+            window_.live().open(device);
     }
 }

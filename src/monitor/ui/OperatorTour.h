@@ -40,7 +40,8 @@ private:
     void planWindow();
     void planMenus();
     void signIn();
-    void layout(int rows, int columns, int streams, const QString& picture);
+    /// Shows a layout, opens what is online in it, waits until all of it runs.
+    void layout(int rows, int columns, const QString& picture);
     void tip();
     void picture(const QString& name);
     void pause(int milliseconds);
@@ -49,7 +50,8 @@ private:
     void finish(int code);
     bool shoot(const QString& name);
     int runningStreams() const;
-    void openMissing(int count) const;
+    QStringList onlineDevices() const;
+    void openShown() const;
 
     MonitorMainUI& window_;
     QString folder_;
