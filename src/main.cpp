@@ -10,24 +10,52 @@
 #include "monitor/ui/OperatorTour.h"
 #include "platform/KeepAwake.h"
 
+#include <QCommandLineParser>
 #include <QDebug>
 #include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 
 namespace {
 
-/// "--screenshots FOLDER" and "--tour FOLDER": the program walks through itself.
-std::unique_ptr<OperatorTour> tourFor(MonitorMainUI& window, const QStringList& arguments) {
-    if (arguments.size() != 3)
-        return nullptr;
-    const bool everything = arguments.at(1) == QLatin1String("--tour");
-    if (!everything && arguments.at(1) != QLatin1String("--screenshots"))
-        return nullptr;
-    return std::make_unique<OperatorTour>(
-        window, arguments.at(2), everything ? OperatorTour::Extent::Everything : OperatorTour::Extent::Short);
+struct Options {
+    QString data;        ///< the data root; empty: where the program decides
+    QString screenshots; ///< the short walk's pictures
+    QString tour;        ///< the tour's pictures
+};
+
+Options readOptions(const QStringList& arguments) {
+    QCommandLineParser parser;
+    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("Keeps all data in FOLDER."),
+                                  QStringLiteral("FOLDER"));
+    const QCommandLineOption screenshots(QStringLiteral("screenshots"),
+                                         QStringLiteral("Signs in, opens cameras, leaves pictures in FOLDER, ends."),
+                                         QStringLiteral("FOLDER"));
+    const QCommandLineOption tour(QStringLiteral("tour"),
+                                  QStringLiteral("Opens every window, leaves pictures in FOLDER, ends."),
+                                  QStringLiteral("FOLDER"));
+    parser.addOptions({data, screenshots, tour});
+    parser.addHelpOption();
+    parser.process(arguments);
+    return {parser.value(data), parser.value(screenshots), parser.value(tour)};
 }
 
-int runWindow(const AppPaths& paths, const QStringList& arguments) {
+AppPaths pathsFor(const Options& options) {
+    if (options.data.isEmpty())
+        return AppPaths::forApplication();
+    QDir().mkpath(options.data);
+    return AppPaths(options.data);
+}
+
+std::unique_ptr<OperatorTour> tourFor(MonitorMainUI& window, const Options& options) {
+    if (!options.tour.isEmpty())
+        return std::make_unique<OperatorTour>(window, options.tour, OperatorTour::Extent::Everything);
+    if (!options.screenshots.isEmpty())
+        return std::make_unique<OperatorTour>(window, options.screenshots, OperatorTour::Extent::Short);
+    return nullptr;
+}
+
+int runWindow(const AppPaths& paths, const Options& options) {
     MonitorUi ui;
     AppManager::prepare(paths, ui);
     const AppContext context = AppManager::instance()->context();
@@ -39,7 +67,7 @@ int runWindow(const AppPaths& paths, const QStringList& arguments) {
     ui.attach(*window, context);
     window->show();
     frame.show();
-    const auto tour = tourFor(*window, arguments);
+    const auto tour = tourFor(*window, options);
     if (tour != nullptr)
         tour->start();
     return QApplication::exec();
@@ -59,13 +87,18 @@ int main(int argc, char* argv[]) {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/style/img/Corvanta.ico")));
     qDebug().noquote() << QString::fromStdString(awake.description());
 
+    Options options = readOptions(QCoreApplication::arguments());
+    for (QString* folder : {&options.screenshots, &options.tour}) {
+        if (!folder->isEmpty())
+            *folder = QFileInfo(*folder).absoluteFilePath(); // before the current folder changes
+    }
     // Everything that is named by a relative path lies below this folder.
-    const AppPaths paths = AppPaths::forApplication();
+    const AppPaths paths = pathsFor(options);
     QDir::setCurrent(paths.root());
     if (application.isRunning()) {
         application.sendMessage(QStringLiteral("message from other instance."));
         TipDialog(QStringLiteral("提示"), QStringLiteral("该软件正在运行!")).exec();
         return 0;
     }
-    return runWindow(paths, application.arguments());
+    return runWindow(paths, options);
 }
