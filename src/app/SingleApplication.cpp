@@ -3,6 +3,7 @@
 #include "platform/RuntimeFolder.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QUrl>
@@ -48,17 +49,20 @@ SingleApplication::SingleApplication(int& argc, char** argv, const QString& key)
 #endif
 
     if (claim == Claim::Ours) {
-        // Whatever is there was left by a process that was killed. The last to detach removes it.
-        if (sharedMemory_.attach()) {
-            sharedMemory_.detach();
-        }
+        // Whatever is there was left by a process that was killed.
+        removeStaleMemory();
         QLocalServer::removeServer(serverName_);
     } else if (claim == Claim::Another || sharedMemory_.attach(QSharedMemory::ReadWrite)) {
         // One that is refused on a claim must not attach: it would keep the segment of a first one that is killed.
         isRunning_ = true;
         return;
     }
-    becomeFirst();
+    if (!sharedMemory_.create(1, QSharedMemory::ReadWrite)) {
+        qDebug() << "Unable to create single instance.";
+        qDebug() << sharedMemory_.errorString();
+        return;
+    }
+    listen();
 }
 
 SingleApplication::~SingleApplication() {
@@ -66,11 +70,25 @@ SingleApplication::~SingleApplication() {
     delete localServer_;
 }
 
-void SingleApplication::becomeFirst() {
-    if (!sharedMemory_.create(1, QSharedMemory::ReadWrite)) {
-        qDebug() << "Unable to create single instance.";
-        return;
+void SingleApplication::removeStaleMemory() {
+    // The system knows a segment by the number of its file. A runtime folder goes with its session while the segment
+    // of a killed process stays, so a file made later may have that number: it is made here to see. This cannot wait
+    // until creating the segment fails, since QSharedMemory with a native key can be asked to create just once.
+    constexpr int mostSegments = 8;
+    for (int i = 0; i < mostSegments; ++i) {
+        QFile file(sharedMemory_.nativeKey());
+        if (!file.open(QIODevice::WriteOnly)) {
+            return;
+        }
+        file.close();
+        if (!sharedMemory_.attach()) {
+            return; // nothing is in the way
+        }
+        sharedMemory_.detach(); // the last to detach removes segment and file
     }
+}
+
+void SingleApplication::listen() {
     localServer_ = new QLocalServer(this);
     connect(localServer_, &QLocalServer::newConnection, this, &SingleApplication::receiveMessage);
     if (!localServer_->listen(serverName_)) {

@@ -40,7 +40,8 @@ public slots:
     void receiveMessage();
 
 private:
-    void becomeFirst();
+    void removeStaleMemory();
+    void listen();
 
     /// On Linux held by the first process; given up last, when the shared memory and the socket are gone.
     corvanta::platform::InstanceClaim claim_;

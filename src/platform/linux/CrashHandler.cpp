@@ -180,7 +180,10 @@ void startHelper(int signal, std::uint64_t instruction) {
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    alarm(0);
+    // Whoever reads its diagnostics may stop with the process that crashed; the helper must outlive both.
+    struct sigaction action {};
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &action, nullptr);
 #ifdef SYS_close_range
     syscall(SYS_close_range, 3U, ~0U, 0U);
 #endif
