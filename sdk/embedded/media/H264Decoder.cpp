@@ -46,6 +46,12 @@ void H264Decoder::feed(const CodedFrame& unit) {
     packet_->size = 0;
 }
 
+void H264Decoder::finish() {
+    if (context_ != nullptr) {
+        avcodec_send_packet(context_.get(), nullptr);
+    }
+}
+
 bool H264Decoder::take(Picture& picture) {
     while (context_ != nullptr) {
         const int result = avcodec_receive_frame(context_.get(), frame_.get());
@@ -66,6 +72,10 @@ bool H264Decoder::take(Picture& picture) {
         ++damaged_;
     }
     return false;
+}
+
+double H264Decoder::frameRate() const {
+    return context_ == nullptr || context_->framerate.den == 0 ? 0 : av_q2d(context_->framerate);
 }
 
 } // namespace ipncsdk::media

@@ -17,8 +17,14 @@ public:
     /// its picture alone.
     void feed(const CodedFrame& unit);
 
+    /// Nothing more will be fed: pictures that were held back for their order come out.
+    void finish();
+
     /// Takes the next picture that is ready; false when there is none. To be asked after each `feed` until false.
     bool take(Picture& picture);
+
+    /// Pictures a second as the stream itself says, once a key frame has been fed; 0 when it does not.
+    double frameRate() const;
 
     /// Units and pictures that the decoder found damaged so far.
     unsigned damaged() const { return damaged_; }

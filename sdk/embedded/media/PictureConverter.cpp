@@ -2,11 +2,12 @@
 
 extern "C" {
 #include <libavutil/imgutils.h>
-#include <libavutil/pixdesc.h>
+#include <libavutil/opt.h>
 }
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ipncsdk::media {
 
@@ -54,7 +55,7 @@ void stretchLuma(const std::uint8_t* from, std::uint8_t* to, int count) {
 void stretchChroma(const std::uint8_t* from, std::uint8_t* to, int count) {
     for (int index = 0; index < count; ++index) {
         const auto value = static_cast<std::uint16_t>(std::clamp<int>(from[index], 16, 240) - 16);
-        to[index] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(value * 291 + 176) >> 8);
+        to[index] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(value * 291 + 304) >> 8);
     }
 }
 
@@ -88,23 +89,39 @@ bool PictureConverter::convert(const AVFrame& frame, Picture& picture) {
     return true;
 }
 
-bool PictureConverter::prepareScaler(int fromWidth, int fromHeight, AVPixelFormat format, bool fullRange, int width,
-                                     int height) {
-    scaler_.reset(sws_getCachedContext(scaler_.release(), fromWidth, fromHeight, withoutRange(format), width, height,
-                                       AV_PIX_FMT_YUV420P, SWS_AREA, nullptr, nullptr, nullptr));
+bool PictureConverter::prepareScaler(const ScalerSetup& setup) {
+    if (scaler_ != nullptr && setup == setup_) {
+        return true;
+    }
+    scaler_.reset(sws_alloc_context());
     if (scaler_ == nullptr) {
         return false;
     }
-    const int* matrix = sws_getCoefficients(SWS_CS_ITU601);
-    constexpr int one = 1 << 16;
-    sws_setColorspaceDetails(scaler_.get(), matrix, fullRange ? 1 : 0, matrix, 1, 0, one, one);
+    setup_ = setup;
+    // The ranges must be known before the scaler is set up: it takes short cuts that leave them out otherwise.
+    const std::array<std::pair<const char*, int>, 9> options{{{"srcw", setup.fromWidth},
+                                                              {"srch", setup.fromHeight},
+                                                              {"src_format", withoutRange(setup.format)},
+                                                              {"src_range", setup.fullRange ? 1 : 0},
+                                                              {"dstw", setup.width},
+                                                              {"dsth", setup.height},
+                                                              {"dst_format", AV_PIX_FMT_YUV420P},
+                                                              {"dst_range", 1},
+                                                              {"sws_flags", SWS_AREA | SWS_ACCURATE_RND}}};
+    for (const auto& [name, value] : options) {
+        av_opt_set_int(scaler_.get(), name, value, 0);
+    }
+    if (sws_init_context(scaler_.get(), nullptr, nullptr) < 0) {
+        scaler_.reset();
+        return false;
+    }
     return true;
 }
 
 bool PictureConverter::convertByScaler(const AVFrame& frame, bool fullRange, Picture& picture) {
     const auto format = static_cast<AVPixelFormat>(frame.format);
     if (sws_isSupportedInput(format) == 0 ||
-        !prepareScaler(picture.width, picture.height, format, fullRange, picture.width, picture.height)) {
+        !prepareScaler({picture.width, picture.height, format, fullRange, picture.width, picture.height})) {
         return false;
     }
     const std::array<std::uint8_t*, 3> to{picture.plane(0), picture.plane(1), picture.plane(2)};
@@ -116,7 +133,7 @@ bool PictureConverter::convertByScaler(const AVFrame& frame, bool fullRange, Pic
 bool PictureConverter::scale(const Picture& from, int width, int height, Picture& to) {
     to.resize(width, height);
     to.time = from.time;
-    if (!prepareScaler(from.width, from.height, AV_PIX_FMT_YUV420P, true, width, height)) {
+    if (!prepareScaler({from.width, from.height, AV_PIX_FMT_YUV420P, true, width, height})) {
         return false;
     }
     const std::array<const std::uint8_t*, 3> source{from.plane(0), from.plane(1), from.plane(2)};

@@ -16,9 +16,20 @@ public:
     bool scale(const Picture& from, int width, int height, Picture& to);
 
 private:
-    bool convertByScaler(const AVFrame& frame, bool fullRange, Picture& picture);
-    bool prepareScaler(int fromWidth, int fromHeight, AVPixelFormat format, bool fullRange, int width, int height);
+    struct ScalerSetup {
+        int fromWidth = 0;
+        int fromHeight = 0;
+        AVPixelFormat format = AV_PIX_FMT_NONE;
+        bool fullRange = false; ///< of the source
+        int width = 0;
+        int height = 0;
+        friend bool operator==(const ScalerSetup&, const ScalerSetup&) = default;
+    };
 
+    bool convertByScaler(const AVFrame& frame, bool fullRange, Picture& picture);
+    bool prepareScaler(const ScalerSetup& setup);
+
+    ScalerSetup setup_; ///< of `scaler_`
     Scaler scaler_;
 };
 

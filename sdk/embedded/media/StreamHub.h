@@ -26,7 +26,8 @@ struct HubOptions {
     /// Pauses before a lost connection is made again: the first, doubled each time up to the longest.
     std::chrono::milliseconds firstPause{1000};
     std::chrono::milliseconds longestPause{30000};
-    /// How long the network may be silent, while opening and while running.
+    /// How long the network may be silent while running, and how long opening may take where the subscription does
+    /// not say otherwise.
     std::chrono::milliseconds networkTimeout{10000};
 };
 

@@ -1,6 +1,43 @@
 #include "media/rtsp/RtspReader.h"
 
+#include "media/rtsp/RtspAddress.h"
+#include "media/rtsp/RtspSession.h"
+
+#include <algorithm>
+#include <string>
+
 namespace ipncsdk::media {
+
+namespace {
+
+const char* wordsFor(StreamError error) {
+    switch (error) {
+    case StreamError::AddressUnreachable:
+        return "cannot be reached";
+    case StreamError::StreamNotFound:
+        return "has no stream under this path";
+    case StreamError::PasswordRefused:
+        return "refuses user name or password";
+    case StreamError::CodecNotSupported:
+        return "sends no H.264 video";
+    case StreamError::TimedOut:
+        return "sent nothing in time";
+    case StreamError::ConnectionLost:
+        return "broke the connection";
+    case StreamError::ProxyFailed:
+        return "cannot be reached through the client's transport";
+    default:
+        return "could not be read";
+    }
+}
+
+/// Errors that trying again cannot mend.
+bool isFinal(StreamError error) {
+    return error == StreamError::PasswordRefused || error == StreamError::CodecNotSupported ||
+           error == StreamError::Internal;
+}
+
+} // namespace
 
 RtspReader::RtspReader(RtspSource source, RtspOptions options)
     : source_(std::move(source))
@@ -8,7 +45,40 @@ RtspReader::RtspReader(RtspSource source, RtspOptions options)
 
 StreamError RtspReader::run(ReaderHost& host) {
     host.stage(OpenStage::Information);
-    return StreamError::AddressUnreachable;
+    const auto address = RtspAddress::parse(source_);
+    if (!address) {
+        host.log("the camera's address is no rtsp address");
+        return StreamError::AddressUnreachable;
+    }
+    const std::string place = "the camera at " + address->host() + ':' + std::to_string(address->port()) + ' ';
+    StreamClock clock;
+    bool everOpened = false;
+    auto pause = options_.firstPause;
+    while (host.running()) {
+        TCPSocketDelegate* delegate = options_.socketDelegate ? options_.socketDelegate() : nullptr;
+        StreamError error = StreamError::None;
+        {
+            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened);
+            error = session.run();
+            if (session.opened()) {
+                everOpened = true;
+                pause = options_.firstPause;
+            }
+        }
+        if (!host.running()) {
+            break;
+        }
+        host.log(place + wordsFor(error));
+        if (!everOpened || isFinal(error)) {
+            return error;
+        }
+        host.stage(OpenStage::Connecting);
+        if (!host.waitUntil(Clock::now() + pause)) {
+            break;
+        }
+        pause = std::min(pause * 2, options_.longestPause);
+    }
+    return StreamError::None;
 }
 
 } // namespace ipncsdk::media

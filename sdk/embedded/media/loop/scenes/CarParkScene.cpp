@@ -70,8 +70,8 @@ void CarParkScene::paintBackground(Canvas& canvas) const {
     }
     for (int arrow = 0; arrow < 3; ++arrow) {
         const float x = 2.6F + static_cast<float>(arrow) * 3.4F;
-        canvas.polygon({{x, 4.28F}, {x - 0.5F, 4.05F}, {x - 0.5F, 4.51F}}, rgb(224, 224, 218), 0.7F);
-        canvas.rect(x - 1.2F, 4.22F, 0.75F, 0.12F, rgb(224, 224, 218), 0.7F);
+        canvas.polygon({{x, 4.28F}, {x + 0.5F, 4.05F}, {x + 0.5F, 4.51F}}, rgb(224, 224, 218), 0.7F);
+        canvas.rect(x + 0.45F, 4.22F, 0.75F, 0.12F, rgb(224, 224, 218), 0.7F);
     }
     canvas.rect(12.6F, 0.55F, 0.3F, 2.9F, rgb(150, 148, 140));
     canvas.rect(12.6F, 6.4F, 0.3F, 2.6F, rgb(150, 148, 140));
@@ -117,11 +117,12 @@ void CarParkScene::paintFrame(Canvas& canvas, float time) const {
     }
     canvas.ellipse(pivot, 0.16F, 0.16F, rgb(60, 60, 64));
     canvas.glow({12.75F, 6.0F}, 0.55F, 0.55F, open > 0.5F ? rgb(80, 255, 110) : rgb(255, 60, 50), 0.85F);
-    for (const float offset : {0.1F, 0.45F, 0.8F}) {
+    // The traffic on the road keeps clear of the car that waits at the barrier.
+    for (const float offset : {0.62F, 0.8F, 0.98F}) {
         paintCarFromAbove(canvas, {15.4F, 11 - travel(time, 2, offset) * 13}, -1.5708F,
                           bodies[static_cast<std::size_t>(offset * 6)], true);
     }
-    paintCarFromAbove(canvas, {14.1F, travel(time, 2, 0.3F) * 13 - 2}, 1.5708F, bodies[1], true);
+    paintCarFromAbove(canvas, {14.1F, travel(time, 1, 0.7F) * 13 - 2}, 1.5708F, bodies[1], true);
 }
 
 } // namespace ipncsdk::media

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "media/AnnexB.h"
+#include "media/Ffmpeg.h"
+#include "media/StreamReader.h"
+#include "media/rtsp/Relay.h"
+#include "media/rtsp/RtspAddress.h"
+#include "media/rtsp/StreamClock.h"
+
+#include <memory>
+#include <optional>
+
+namespace ipncsdk::media {
+
+/// One connection to a network camera, from connecting to its end. Used on the reader's thread.
+class RtspSession final {
+public:
+    /// `silence` is how long nothing may come once the stream runs, and before as well when `limitOpening`.
+    /// `delegate` (may be null) carries the connection, is made to connect at once, and is closed at the end.
+    RtspSession(ReaderHost& host, const RtspAddress& address, StreamClock& clock, TCPSocketDelegate* delegate,
+                std::chrono::milliseconds silence, bool limitOpening);
+    ~RtspSession();
+    RtspSession(const RtspSession&) = delete;
+    RtspSession& operator=(const RtspSession&) = delete;
+
+    /// Runs until the connection ends or the host says so; returns why it ended.
+    StreamError run();
+    /// The stream was opened in this session.
+    bool opened() const { return opened_; }
+
+private:
+    static int interrupted(void* session);
+    bool mustBreakOff();
+    void expectData();
+    bool pastDeadline() const { return deadline_ && Clock::now() >= *deadline_; }
+    StreamError explain(int code, StreamError otherwise) const;
+
+    StreamError reach();
+    StreamError open();
+    StreamError readFrames();
+    void handOver(const AVPacket& packet);
+    bool openWith(const CodedFrame& keyFrame);
+
+    ReaderHost& host_;
+    const RtspAddress& address_;
+    StreamClock& clock_;
+    const std::chrono::milliseconds silence_;
+    const bool limitOpening_;
+
+    std::unique_ptr<Relay> relay_; ///< outlives the connection through it
+    std::string url_;              ///< with credentials: never to be logged
+    FormatContext input_;
+    AVFormatContext* opening_ = nullptr; ///< while `input_` is being made
+    AVStream* stream_ = nullptr;
+    AnnexB normaliser_;
+
+    std::optional<Clock::time_point> deadline_;
+    bool closing_ = false;
+    bool listenerFailed_ = false;
+    bool opened_ = false;
+};
+
+} // namespace ipncsdk::media

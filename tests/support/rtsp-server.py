@@ -1,0 +1,138 @@
+#!/usr/bin/python3
+"""A camera for tests: GStreamer's RTSP server with live test pictures, on loopback only.
+
+Prints "PORT n" once it serves, and ends when its standard input is closed, so that a test that dies takes it along.
+
+Streams: /live (H.264, SPS and PPS in the stream), /bare (SPS and PPS in the description alone), /white (H.264,
+limited range, all white), /full (the same in full range), /resize (changes its size every second), /h265, /mjpeg,
+/audio (G.711 alone), /both (H.264 and G.711), /hang (never answers DESCRIBE), /slow (answers after a second).
+"""
+
+import argparse
+import sys
+import threading
+import time
+
+import gi
+
+gi.require_version("Gst", "1.0")
+gi.require_version("GstRtsp", "1.0")
+gi.require_version("GstRtspServer", "1.0")
+from gi.repository import GLib, Gst, GstRtsp, GstRtspServer  # noqa: E402
+
+SOURCE = "videotestsrc is-live=true pattern={pattern} ! video/x-raw,format=I420,width={size},framerate=25/1{colour}"
+X264 = "x264enc tune=zerolatency speed-preset=ultrafast key-int-max=25 bframes=0 threads=1 sliced-threads=false"
+BARS = SOURCE.format(pattern="smpte", size="320,height=240", colour="")
+AUDIO = "audiotestsrc is-live=true ! alawenc ! rtppcmapay name=pay{} pt=8"
+
+
+def white(colour):
+    source = SOURCE.format(pattern="white", size="320,height=240", colour=",colorimetry=" + colour)
+    return f"{source} ! {X264} ! rtph264pay name=pay0 config-interval=-1"
+
+
+STREAMS = {
+    "/live": f"{BARS} ! {X264} ! rtph264pay name=pay0 config-interval=-1",
+    "/bare": f"{BARS} ! {X264} ! video/x-h264,stream-format=avc ! rtph264pay name=pay0 config-interval=0",
+    "/white": white("bt601"),
+    "/full": white("1:4:0:0"),
+    "/resize": "videotestsrc is-live=true ! videoscale ! capsfilter name=size caps=video/x-raw,format=I420,width=320,"
+    f"height=240,framerate=25/1 ! {X264} ! rtph264pay name=pay0 config-interval=-1",
+    "/h265": f"{BARS} ! x265enc tune=zerolatency speed-preset=ultrafast key-int-max=25 ! rtph265pay name=pay0",
+    "/mjpeg": f"{BARS} ! jpegenc ! rtpjpegpay name=pay0",
+    "/audio": AUDIO.format(0),
+    "/both": f"{BARS} ! {X264} ! rtph264pay name=pay0 config-interval=-1 {AUDIO.format(1)}",
+}
+
+
+class SlowFactory(GstRtspServer.RTSPMediaFactory):
+    """Makes its stream after a while; each client has a thread of its own, so the others do not wait."""
+
+    def __init__(self, seconds):
+        super().__init__()
+        self.seconds = seconds
+
+    def do_create_element(self, url):
+        time.sleep(self.seconds)
+        return Gst.parse_launch(f"( {STREAMS['/live']} )")
+
+
+def change_size(_factory, media):
+    sizes = ((320, 240), (176, 144), (640, 360))
+    count = 0
+
+    def change():
+        nonlocal count
+        count += 1
+        width, height = sizes[count % len(sizes)]
+        caps = f"video/x-raw,format=I420,width={width},height={height},framerate=25/1"
+        media.get_element().get_by_name("size").set_property("caps", Gst.Caps.from_string(caps))
+        return True
+
+    timer = GLib.timeout_add(1000, change)
+    media.connect("unprepared", lambda _media: GLib.source_remove(timer))
+
+
+def require_password(server, user, password, method):
+    auth = GstRtspServer.RTSPAuth()
+    auth.set_supported_methods(method)
+    token = GstRtspServer.RTSPToken()
+    token.set_string("media.factory.role", "user")
+    if method == GstRtsp.RTSPAuthMethod.BASIC:
+        auth.add_basic(GstRtspServer.RTSPAuth.make_basic(user, password), token)
+    else:
+        auth.add_digest(user, password, token)
+    server.set_auth(auth)
+
+
+def allow_users(factory):
+    permissions = GstRtspServer.RTSPPermissions()
+    permissions.add_permission_for_role("user", "media.factory.access", True)
+    permissions.add_permission_for_role("user", "media.factory.construct", True)
+    factory.set_permissions(permissions)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--port", default="0", help="0 takes a free one")
+    parser.add_argument("--user")
+    parser.add_argument("--password", default="")
+    parser.add_argument("--auth", choices=("basic", "digest"), default="digest")
+    options = parser.parse_args()
+
+    Gst.init(None)
+    loop = GLib.MainLoop()
+    server = GstRtspServer.RTSPServer()
+    server.set_address("127.0.0.1")
+    server.set_service(options.port)
+    server.get_thread_pool().set_max_threads(-1)
+
+    factories = {}
+    for path, description in STREAMS.items():
+        factories[path] = GstRtspServer.RTSPMediaFactory()
+        factories[path].set_launch(f"( {description} )")
+    factories["/resize"].connect("media-configure", change_size)
+    factories["/hang"] = SlowFactory(3600)
+    factories["/slow"] = SlowFactory(1)
+    for path, factory in factories.items():
+        factory.set_shared(True)
+        if options.user:
+            allow_users(factory)
+        server.get_mount_points().add_factory(path, factory)
+    if options.user:
+        methods = {"basic": GstRtsp.RTSPAuthMethod.BASIC, "digest": GstRtsp.RTSPAuthMethod.DIGEST}
+        require_password(server, options.user, options.password, methods[options.auth])
+
+    if server.attach(None) == 0:
+        sys.exit("the port is taken")
+    print(f"PORT {server.get_bound_port()}", flush=True)
+
+    def until_input_ends():
+        sys.stdin.read()
+        loop.quit()
+
+    threading.Thread(target=until_input_ends, daemon=True).start()
+    loop.run()
+
+
+main()
