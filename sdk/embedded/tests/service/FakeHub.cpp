@@ -63,10 +63,16 @@ FakeHub::FakeHub(std::shared_ptr<HubScript> script, media::HubOptions options)
 }
 
 FakeHub::~FakeHub() {
-    for (auto& [id, stream] : streams_)
-        stream->stopped = true;
+    stop();
     for (std::thread& thread : threads_)
         thread.join();
+}
+
+void FakeHub::stop() {
+    stopped_ = true;
+    const std::lock_guard lock(mutex_);
+    for (auto& [id, stream] : streams_)
+        stream->stopped = true;
 }
 
 int FakeHub::subscribe(const media::Subscription& subscription, std::shared_ptr<media::StreamListener> listener) {
@@ -98,11 +104,6 @@ void FakeHub::serve(const std::shared_ptr<Stream>& stream, HubScript& script) {
         if (script.lose) {
             stream->tell([](media::StreamListener& listener) { listener.onClosed(StreamError::ConnectionLost); });
             return;
-        }
-        if (script.silent) {
-            std::this_thread::yield();
-            on = !stream->stopped;
-            continue;
         }
         on = stream->tell([&](media::StreamListener& listener) {
             if (stream->subscription.decoded)
@@ -140,6 +141,12 @@ StreamError FakeHub::snapshot(int id, const std::filesystem::path& file) {
 StreamError FakeHub::preview(const media::Subscription& subscription, int pixels,
                              std::chrono::milliseconds /*timeout*/, std::vector<std::uint8_t>& jpeg) {
     script_->noteSubscription(subscription);
+    if (script_->stall) {
+        ++script_->stalled;
+        while (!stopped_)
+            std::this_thread::yield();
+        return StreamError::TimedOut;
+    }
     jpeg.assign(static_cast<std::size_t>(pixels), 7);
     return script_->failureOf(subscription.camera);
 }

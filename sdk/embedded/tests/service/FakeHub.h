@@ -24,9 +24,10 @@ public:
     void setOptions(media::HubOptions options);
     [[nodiscard]] media::HubOptions options() const;
 
-    std::atomic<int> running{0};     ///< subscriptions that have not ended
-    std::atomic<bool> lose{false};   ///< every running stream closes with ConnectionLost
-    std::atomic<bool> silent{false}; ///< streams open and deliver no frames
+    std::atomic<int> running{0};    ///< subscriptions that have not ended
+    std::atomic<bool> lose{false};  ///< every running stream closes with ConnectionLost
+    std::atomic<bool> stall{false}; ///< previews take until the hub is stopped
+    std::atomic<int> stalled{0};    ///< previews that wait for that
 
 private:
     mutable std::mutex mutex_;
@@ -44,6 +45,7 @@ public:
 
     int subscribe(const media::Subscription& subscription, std::shared_ptr<media::StreamListener> listener) override;
     void unsubscribe(int id) override;
+    void stop() override;
     media::StreamError snapshot(int id, const std::filesystem::path& file) override;
     media::StreamError preview(const media::Subscription& subscription, int pixels, std::chrono::milliseconds timeout,
                                std::vector<std::uint8_t>& jpeg) override;
@@ -56,6 +58,7 @@ private:
     static void serve(const std::shared_ptr<Stream>& stream, HubScript& script);
 
     const std::shared_ptr<HubScript> script_;
+    std::atomic<bool> stopped_{false};
     std::mutex mutex_;
     int lastId_ = 0;
     std::map<int, std::shared_ptr<Stream>> streams_;

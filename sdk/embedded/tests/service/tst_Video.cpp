@@ -29,6 +29,7 @@ private slots:
     void stopWaitsForARunningCallback();
     void openedAndStoppedFromManyThreads();
     void cleanupWithStreamsRunning();
+    void cleanupBreaksOffPreviews();
     void cleanupInsideACallbackIsRefused();
     void startAndCleanUpFromManyThreads();
     void snapshots();
@@ -340,6 +341,22 @@ void tst_Video::cleanupWithStreamsRunning() {
         frames.reset(); // a callback that still ran would write into freed memory
         QCOMPARE(sdk.hub->running.load(), 0);
     }
+}
+
+void tst_Video::cleanupBreaksOffPreviews() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    sdk.hub->stall = true;
+    std::atomic<int> called{0};
+    for (int i = 0; i < 5; ++i) {
+        int id = 0;
+        sdk.runtime.requestMessage(R"({"reqtype":"preview","ipncid":"CAM0001"})", id,
+                                   [&](const std::string&) { ++called; });
+    }
+    QVERIFY(waitFor([&] { return sdk.hub->stalled == 2; }));
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    QCOMPARE(called.load(), 0);
 }
 
 void tst_Video::cleanupInsideACallbackIsRefused() {
