@@ -4,7 +4,7 @@
 Prints "PORT n" once it serves, and ends when its standard input is closed, so that a test that dies takes it along.
 
 Streams: /live (H.264, SPS and PPS in the stream), /bare (SPS and PPS in the description alone), /white (H.264,
-limited range, all white), /full (the same in full range), /resize (changes its size every second), /h265, /mjpeg,
+limited range, all white), /full (the same samples, said to be of full range), /resize (changes its size every second), /h265, /mjpeg,
 /audio (G.711 alone), /both (H.264 and G.711), /hang (never answers DESCRIBE), /slow (answers after a second).
 """
 

@@ -148,6 +148,8 @@ StreamError RtspSession::open() {
     Options options;
     options.set("rtsp_transport", "tcp");
     options.set("allowed_media_types", "video");
+    // Playing begins once it is known that there is something to play: a camera without video would refuse it.
+    options.set("initial_pause", "1");
     // Nothing that a camera describes may lead to a file or to another protocol.
     options.set("protocol_whitelist", address_.secure() ? "tcp,tls" : "tcp");
     const int result =
@@ -172,7 +174,8 @@ StreamError RtspSession::open() {
         normaliser_.setHeader({parameters.extradata, static_cast<std::size_t>(parameters.extradata_size)});
     }
     clock_.restart();
-    return StreamError::None;
+    const int playing = av_read_play(input_.get());
+    return playing < 0 ? explain(playing, StreamError::StreamNotFound) : StreamError::None;
 }
 
 StreamError RtspSession::readFrames() {

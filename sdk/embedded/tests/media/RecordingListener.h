@@ -35,11 +35,13 @@ public:
     /// Called at the start of every call; to be set before the subscription.
     std::function<void()> onAnything;
 
-    /// Waits for a condition on the record; generous, for a loaded machine under a sanitizer.
+    /// Waits for a condition on the record, no longer than to the closing; generous, for a loaded machine under
+    /// a sanitizer.
     bool waitFor(const std::function<bool(const Record&)>& condition,
                  std::chrono::seconds patience = std::chrono::seconds(60)) {
         std::unique_lock lock(mutex_);
-        return changed_.wait_for(lock, patience, [&] { return condition(record_); });
+        changed_.wait_for(lock, patience, [&] { return record_.closed || condition(record_); });
+        return condition(record_);
     }
     bool waitForPictures(int count) {
         return waitFor([count](const Record& record) { return record.decoded >= count; });

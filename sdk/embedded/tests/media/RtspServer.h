@@ -4,6 +4,8 @@
 #include <QTcpServer>
 #include <QtTest>
 
+#include <string>
+
 /// The test camera (tests/support/rtsp-server.py) as a process of its own, ended with the object.
 class RtspServer final {
 public:
@@ -37,7 +39,7 @@ public:
     }
     int port() const { return port_; }
     std::string url(const char* path, const char* pair = "") const {
-        return QString("rtsp://%1127.0.0.1:%2%3").arg(pair).arg(port_).arg(path).toStdString();
+        return std::string("rtsp://") + pair + "127.0.0.1:" + std::to_string(port_) + path;
     }
 
 private:

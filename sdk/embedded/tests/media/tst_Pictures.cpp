@@ -24,8 +24,8 @@ Frame flatFrame(AVPixelFormat format, AVColorRange range, int width, int height,
     av_frame_get_buffer(frame.get(), 0);
     const bool deep = format == AV_PIX_FMT_YUV420P10LE;
     for (int plane = 0; plane < 3; ++plane) {
-        const int bytes =
-            frame->linesize[plane] * (plane == 0 || format == AV_PIX_FMT_YUV444P ? height : (height + 1) / 2);
+        const bool halved = plane > 0 && (format == AV_PIX_FMT_YUV420P || format == AV_PIX_FMT_YUVJ420P || deep);
+        const int bytes = frame->linesize[plane] * (halved ? (height + 1) / 2 : height);
         for (int index = 0; index < bytes; ++index) {
             const int value = values[static_cast<std::size_t>(plane)];
             frame->data[plane][index] = static_cast<std::uint8_t>(!deep            ? value
