@@ -1,0 +1,238 @@
+#include "app/AppManager.h"
+
+#include "account/AccountFlags.h"
+#include "base/AppUi.h"
+#include "base/ListRefresh.h"
+#include "base/TcpSocketManage.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTimer>
+
+#include <ipncsdk/ZELIPNCSDK.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace keys = corvanta::keys;
+
+namespace {
+
+struct Preparation {
+    AppPaths paths;
+    AppUi* ui;
+};
+std::optional<Preparation>& preparation() {
+    static std::optional<Preparation> value;
+    return value;
+}
+
+/// Destroys the manager while the application object still stands: `main`'s application object goes before what is
+/// static, and a QObject that owns sockets and threads must not outlive it.
+struct Instance {
+    std::unique_ptr<AppManager> manager;
+    Instance();
+};
+Instance& theInstance() {
+    static Instance instance;
+    return instance;
+}
+Instance::Instance()
+    : manager(std::make_unique<AppManager>(preparation()->paths, *preparation()->ui,
+                                           *ipncsdk::ZELIPNCSDK::GetInstance())) {
+    qAddPostRoutine([] { theInstance().manager.reset(); });
+}
+
+constexpr int AutoLoginDelay = 500; // ms: the main window is shown by then
+
+} // namespace
+
+void AppManager::prepare(const AppPaths& paths, AppUi& ui) {
+    preparation().emplace(Preparation{paths, &ui});
+}
+
+AppManager* AppManager::instance() {
+    Q_ASSERT_X(preparation().has_value(), "AppManager::instance", "prepare() comes first");
+    return theInstance().manager.get();
+}
+
+AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sdk)
+    : paths_(paths)
+    , ui_(ui)
+    , sdk_(sdk)
+    , settings_(paths.settingsFile())
+    , accountFlags_(std::make_unique<AccountFlags>(paths.accountFile()))
+    , gateway_(sdk, queue_)
+    , clientCallback_(settings_, queue_, *this) {
+    settings_.load();
+    connect(&settings_, &Settings::titleChanged, this, &AppEvents::updateTitle);
+    startSdk();
+    connectSignals();
+    // What follows comes in this order: time zones, recording drives, QR scanner, local database, automatic
+    // sign-in, alarm sound, version check. A part that is added takes its place in it.
+    loadTimeZones();
+    QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
+}
+
+AppManager::~AppManager() {
+    qDebug() << "~AppManager()";
+    if (worker_.isRunning()) {
+        worker_.quit();
+        worker_.wait();
+    }
+    gateway_.shutdown();
+    sdk_.Cleanup();
+    queue_.drain(); // connections that the SDK made or closed to the last
+    settings_.save();
+}
+
+void AppManager::startSdk() {
+    const auto fails = [this] {
+        ontip(tr("提示"), QStringLiteral("erro!!!"));
+    };
+    if (sdk_.Startup() != ipncsdk::emSuccess) {
+        fails();
+        return;
+    }
+    if (sdk_.SetClientCallback([this](const std::string& message, std::string& reply) {
+            clientCallback_(message, reply);
+        }) != ipncsdk::emSuccess)
+        fails();
+}
+
+void AppManager::connectSignals() {
+    connect(this, &AppEvents::sig_tip, this, &AppManager::ontip);
+    connect(this, &AppEvents::sig_loginTip, this, [this] { onLoginTip(); });
+    connect(this, &AppEvents::sig_logout, this, &AppManager::onlogout);
+    connect(this, &AppEvents::sig_login, this, &AppManager::onlogin);
+    connect(this, qOverload<>(&AppEvents::sig_updateList), this, &AppManager::onUpdateList);
+    connect(this, qOverload<>(&AppEvents::sig_freshlocal), this, &AppManager::onFreshlocal);
+    connect(this, &AppEvents::sig_wait, this, &AppManager::onWait);
+    connect(this, &AppEvents::sig_deviceFresh, this, &AppManager::deviceFresh);
+    connect(this, &AppEvents::Onsig_TriggerAlarm, this, &AppManager::TriggerAlarm);
+}
+
+void AppManager::loadTimeZones() {
+    QFile file(QStringLiteral(":/style/timezone/timezone.json"));
+    if (file.open(QIODevice::ReadOnly))
+        timeZones_ = QJsonDocument::fromJson(file.readAll()).array().toVariantList();
+    if (timeZones_.isEmpty())
+        qDebug() << "no time zones in" << file.fileName();
+}
+
+AppContext AppManager::context() {
+    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_};
+}
+
+int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
+    return gateway_.RequestMessage(json, std::move(onResponse), std::make_shared<CallbackGate>());
+}
+
+void AppManager::StopRequest(int requestId) {
+    gateway_.StopRequest(requestId);
+}
+
+void AppManager::refreshList(const QString& mode) { corvanta::refreshDeviceList(gateway_, *this, mode); }
+
+void AppManager::refreshLocalList(const QString& mode) { corvanta::refreshLocalList(gateway_, *this, mode); }
+
+void AppManager::autoLogin() {
+    emit updateTitle(settings_.title());
+    if (accountFlags_->savePassword() && accountFlags_->autoLogin())
+        onLoginTip(true);
+}
+
+void AppManager::ontip(QString title, QString context) {
+    ui_.showTip(title, context);
+}
+
+void AppManager::onLoginTip(bool isAuto) {
+    ui_.showSignIn(isAuto);
+}
+
+void AppManager::onlogin() {
+    signedIn_ = true;
+    emit sLonginAndLogoutEvent();
+}
+
+void AppManager::onlogout() {
+    signedIn_ = false;
+    devices_ = DeviceModel();
+    emit sig_updateList(QVariantList(), QVariantMap());
+    emit sig_freshlocal(QVariantMap());
+    accountFlags_->setAutoLogin(false); // who signs out does not want to be signed in again at the next start
+    emit sLonginAndLogoutEvent();
+}
+
+void AppManager::deviceFresh() {
+    devices_ = DeviceModel::fromDocument(gateway_.document(QStringLiteral("ipnclist")),
+                                         settings_.get(keys::DefaultGroup).toString());
+    emit sig_updateList();
+    emit sig_updateSensorList();
+}
+
+void AppManager::onUpdateList() {
+    emit sig_updateList(devices_.groupList(), devices_.deviceMap());
+}
+
+void AppManager::onFreshlocal() {
+    emit sig_freshlocal(localDevices_);
+}
+
+void AppManager::TriggerAlarm(QVariantMap AlarmMap) {
+    emit sig_triggerAlarm(AlarmMap);
+}
+
+void AppManager::onWait(bool isWait, QRect WindowsRect, int waitTime) {
+    ui_.showWait(isWait, WindowsRect, waitTime);
+}
+
+void AppManager::OncloseTcpConnect(TcpSocketManage* connection) {
+    const auto it = std::find_if(connections_.begin(), connections_.end(),
+                                 [connection](const auto& known) { return known.get() == connection; });
+    if (it != connections_.end())
+        connections_.erase(it);
+}
+
+void AppManager::listReady() {
+    emit sig_login();
+    emit sig_deviceFresh();
+}
+
+void AppManager::localListReady(const QVariantMap& devices) {
+    if (!devices.isEmpty())
+        localDevices_ = devices;
+    emit sig_freshlocal(devices);
+}
+
+void AppManager::signedOut() {
+    emit sig_logout();
+}
+
+void AppManager::sensorValues(const QString& time, const QVariantList& values) {
+    emit sig_UpdateSensorInputData(time, values);
+}
+
+void AppManager::alarm(const QVariantMap& message) {
+    emit Onsig_TriggerAlarm(message);
+}
+
+void AppManager::sdkCrashed() {
+    settings_.save();
+    QCoreApplication::exit(0);
+}
+
+void AppManager::notice(const QString& text) {
+    emit sig_MessageBar(text);
+}
+
+void AppManager::connectionMade(TcpSocketManage* connection) {
+    connections_.emplace_back(connection);
+}
+
+void AppManager::connectionClosed(TcpSocketManage* connection) {
+    OncloseTcpConnect(connection);
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "app/ClientCallback.h"
+#include "base/AppContext.h"
+#include "base/AppEvents.h"
+#include "base/AppPaths.h"
+#include "base/DeviceModel.h"
+#include "base/SdkGateway.h"
+#include "base/Settings.h"
+#include "base/TaskQueue.h"
+
+#include <QThread>
+
+#include <memory>
+#include <vector>
+
+class AccountFlags;
+class AppUi;
+
+/// The heart of the program: owns the SDK's client side and what is known of the account, and turns the SDK's
+/// messages into signals. Its slots call the part that does the work.
+///
+/// Lives in the GUI thread. The application object outlives it: the one of `instance()` is destroyed at the
+/// beginning of the application object's own destruction.
+class AppManager final : public AppEvents, private ClientEvents {
+    Q_OBJECT
+public:
+    /// `ui` and `sdk` outlive the manager.
+    AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sdk);
+    ~AppManager() override;
+
+    /// What the first `instance()` is made with.
+    static void prepare(const AppPaths& paths, AppUi& ui);
+    /// The process's manager, made at the first call; `prepare` comes before it.
+    static AppManager* instance();
+
+    /// Sends a request and returns the id that the SDK gave it. The callback runs on threads of the SDK.
+    int RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse);
+    void StopRequest(int requestId);
+
+    /// Asks the SDK for the device list, or for the list of local devices. The mode "刷新" clears the tree first.
+    void refreshList(const QString& mode);
+    void refreshLocalList(const QString& mode);
+
+    QVariant setting(const QString& key) const { return settings_.get(key); }
+    const QVariantMap& localDevices() const { return localDevices_; }
+    const QVariantList& timeZones() const { return timeZones_; }
+    bool isSignedIn() const { return signedIn_; }
+
+    /// What windows and dialogs are handed.
+    AppContext context();
+
+public slots:
+    void autoLogin();
+    void ontip(QString title, QString context);
+    void onLoginTip(bool isAuto = false);
+    void onlogout();
+    void onlogin();
+    void deviceFresh();
+    void TriggerAlarm(QVariantMap AlarmMap);
+    void onUpdateList();
+    void onFreshlocal();
+    void onWait(bool isWait, QRect WindowsRect, int waitTime);
+    void OncloseTcpConnect(TcpSocketManage* connection);
+
+private:
+    void startSdk();
+    void connectSignals();
+    void loadTimeZones();
+
+    void listReady() override;
+    void localListReady(const QVariantMap& devices) override;
+    void signedOut() override;
+    void sensorValues(const QString& time, const QVariantList& values) override;
+    void alarm(const QVariantMap& message) override;
+    void sdkCrashed() override;
+    void notice(const QString& text) override;
+    void connectionMade(TcpSocketManage* connection) override;
+    void connectionClosed(TcpSocketManage* connection) override;
+
+    AppPaths paths_;
+    AppUi& ui_;
+    ipncsdk::ZELIPNCSDK& sdk_;
+    Settings settings_;
+    std::unique_ptr<AccountFlags> accountFlags_;
+    TaskQueue queue_; ///< from SDK threads to here; outlives the gateway and the callback
+    SdkGateway gateway_;
+    ClientCallback clientCallback_;
+    DeviceModel devices_;
+    QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
+    QVariantList timeZones_;
+    QThread worker_; ///< for work in the background; runs once something needs it
+    std::vector<std::unique_ptr<TcpSocketManage>> connections_; ///< those that the SDK uses now
+    bool signedIn_ = false;
+};

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/CallbackGate.h"
+
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class Settings;
+class TaskQueue;
+class TcpSocketManage;
+
+/// What the client does about the SDK's unsolicited messages; GUI thread.
+class ClientEvents {
+public:
+    ClientEvents() = default;
+    ClientEvents(const ClientEvents&) = delete;
+    ClientEvents& operator=(const ClientEvents&) = delete;
+    virtual ~ClientEvents() = default;
+
+    virtual void listReady() = 0;
+    virtual void localListReady(const QVariantMap& devices) = 0;
+    virtual void signedOut() = 0;
+    virtual void sensorValues(const QString& time, const QVariantList& values) = 0;
+    virtual void alarm(const QVariantMap& message) = 0;
+    virtual void sdkCrashed() = 0;
+    virtual void notice(const QString& text) = 0;
+    /// Takes over a connection that was made for the SDK.
+    virtual void connectionMade(TcpSocketManage* connection) = 0;
+    /// The SDK is done with it.
+    virtual void connectionClosed(TcpSocketManage* connection) = 0;
+};
+
+/// The one callback for unsolicited messages. Runs on threads of the SDK: it answers what is asked at once, and
+/// hands everything else to `events` in the GUI thread.
+class ClientCallback final {
+public:
+    /// All outlive the callback's last call.
+    ClientCallback(const Settings& settings, TaskQueue& queue, ClientEvents& events);
+
+    /// Any thread of the SDK. `reply` stays as it is unless the message asks for something.
+    void operator()(const std::string& message, std::string& reply) const;
+
+    /// How the message types are told apart, in the order in which they are compared.
+    enum class Kind {
+        FreshList,
+        FreshLocal,
+        FreshListError,
+        Logout,
+        ReqAlarmPath,
+        SensorDataUpdate,
+        Trigger,
+        SdkCrash,
+        GetSocketDelegate,
+        ServiceNotice,
+        Unknown
+    };
+    static Kind kindOf(const QString& type);
+
+private:
+    void answerAlarmPath(const QVariantMap& message, std::string& reply) const;
+    void answerSocketDelegate(std::string& reply) const;
+    void inGui(Kind kind, const std::string& message) const;
+    void handle(Kind kind, const QVariantMap& message) const;
+
+    const Settings& settings_;
+    TaskQueue& queue_;
+    ClientEvents& events_;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+class AccountFlags;
+class AppEvents;
+class AppPaths;
+class AppUi;
+class DeviceModel;
+class SdkGateway;
+class Settings;
+
+/// The handful of parts that a window or dialog is handed. All outlive every window; GUI thread.
+struct AppContext {
+    SdkGateway& gateway;
+    Settings& settings;
+    DeviceModel& devices; ///< replaced as a whole on every change; `AppEvents::sig_updateList()` tells
+    AppEvents& events;
+    AccountFlags& accountFlags;
+    const AppPaths& paths;
+    AppUi& ui;
+};

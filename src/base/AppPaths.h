@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+/// Where the program keeps its data. Everything lies below one root: the executable's folder where that can be
+/// written, else (an installed package) the user's data folder.
+class AppPaths final {
+public:
+    /// The paths below `root`, which must exist.
+    explicit AppPaths(const QString& root);
+
+    /// The paths of this process; creates the root folder when it is the user's.
+    static AppPaths forApplication();
+
+    /// Absolute, without a slash at its end.
+    const QString& root() const { return root_; }
+    QString settingsFile() const { return root_ + QStringLiteral("/config/set.json"); }
+    QString accountFile() const { return root_ + QStringLiteral("/config/account.json"); }
+    /// The folders of the account's data; all end with a slash.
+    QString workspaces() const { return root_ + QStringLiteral("/workspaces/"); }
+    QString userHead() const { return workspaces() + QStringLiteral("userhead/"); }
+    QString userInfo() const { return workspaces() + QStringLiteral("userinfo/"); }
+
+private:
+    QString root_;
+};

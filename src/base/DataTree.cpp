@@ -1,0 +1,73 @@
+#include "base/DataTree.h"
+
+#include "platform/Disks.h"
+
+#include <QDate>
+
+#include <algorithm>
+
+namespace corvanta::dataTree {
+namespace {
+
+bool isReserved(const QString& text) {
+    const QString base = text.section(QLatin1Char('.'), 0, 0).trimmed().toUpper();
+    if (base == QLatin1String("CON") || base == QLatin1String("PRN") || base == QLatin1String("AUX") ||
+        base == QLatin1String("NUL"))
+        return true;
+    return base.size() == 4 && (base.startsWith(QLatin1String("COM")) || base.startsWith(QLatin1String("LPT"))) &&
+           base.at(3).isDigit();
+}
+
+bool isAllowed(QChar c) {
+    static const QString Forbidden = QStringLiteral("/\\:*?\"<>|");
+    return c.unicode() >= 0x20 && c.unicode() != 0x7f && !Forbidden.contains(c);
+}
+
+} // namespace
+
+std::optional<QString> pathComponent(const QString& text) {
+    constexpr int LongestName = 255; // bytes, on the file systems of Linux and (in units) of Windows
+    if (text.isEmpty() || text.toUtf8().size() > LongestName)
+        return std::nullopt;
+    if (!std::all_of(text.begin(), text.end(), isAllowed))
+        return std::nullopt;
+    // Windows drops dots and blanks at the end, so such a name would mean another file; "." and ".." end in a dot.
+    if (text.endsWith(QLatin1Char('.')) || text.endsWith(QLatin1Char(' ')) || isReserved(text))
+        return std::nullopt;
+    return text;
+}
+
+std::optional<QString> folder(const QString& drive, const QString& kind, const QString& ipncid, const QString& day) {
+    const auto device = pathComponent(ipncid);
+    const auto kindName = pathComponent(kind);
+    if (!device || !kindName)
+        return std::nullopt;
+    const QString base = drive + QStringLiteral("ZEL/") + *device + QLatin1Char('/') + *kindName + QLatin1Char('/');
+    if (kind == QLatin1String("Inputdata"))
+        return base;
+    const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
+    const auto dayName = pathComponent(day.isEmpty() ? today : day);
+    if (!dayName)
+        return std::nullopt;
+    return base + *dayName + QLatin1Char('/');
+}
+
+QStringList drives(const QStringList& fromSettings) {
+    QStringList result;
+    const auto add = [&result](QString root) {
+        if (!root.endsWith(QLatin1Char('/')))
+            root += QLatin1Char('/');
+        result += root;
+    };
+    for (const QString& root : fromSettings) {
+        if (!root.isEmpty())
+            add(root);
+    }
+    if (result.isEmpty()) {
+        for (const auto& root : corvanta::platform::driveRoots())
+            add(QString::fromStdString(root));
+    }
+    return result;
+}
+
+} // namespace corvanta::dataTree

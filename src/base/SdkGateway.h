@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/CallbackGate.h"
+
+#include <QObject>
+#include <QVariantMap>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace ipncsdk {
+class ZELIPNCSDK;
+}
+class TaskQueue;
+
+/// The client's side of the SDK boundary for requests and documents.
+///
+/// Lives in the GUI thread; its members are called there. No callback of the SDK gets past it after `shutdown`.
+class SdkGateway final : public QObject {
+    Q_OBJECT
+public:
+    using SdkThreadCallback = std::function<void(const std::string&)>;
+    using GuiCallback = std::function<void(const QVariantMap&)>;
+
+    /// `sdk` and `queue` (which lives in the GUI thread) outlive the gateway.
+    SdkGateway(ipncsdk::ZELIPNCSDK& sdk, TaskQueue& queue, QObject* parent = nullptr);
+    ~SdkGateway() override;
+
+    /// Sends a request and returns its id (0 or less: not sent). `onResponse` runs on threads of the SDK for each
+    /// response, also for those that come before this call returns, as long as `gate` is open.
+    int RequestMessage(const std::string& json, SdkThreadCallback onResponse, std::shared_ptr<CallbackGate> gate);
+
+    /// Sends a request; `onReply` runs in the GUI thread for each response, while `receiver` lives.
+    int request(const std::string& json, QObject* receiver, GuiCallback onReply);
+
+    /// Runs `task` in the GUI thread, if `gate` is open then still. Any thread, inside a passage of the gate; the
+    /// gate is one that the GUI thread closes.
+    void inGui(std::shared_ptr<CallbackGate> gate, std::function<void()> task);
+
+    /// Ends a request by its id; 0 and less are ignored.
+    void StopRequest(int requestId);
+
+    /// Hands a command or document to the SDK; `onResult` (may be empty) runs in the GUI thread while `receiver`
+    /// lives.
+    void setConfig(const std::string& json, QObject* receiver = nullptr, GuiCallback onResult = {});
+
+    /// A document of the SDK, empty where there is none.
+    QVariantMap document(const QString& type);
+    /// The phone number of the signed-in account.
+    QString phoneId();
+
+    /// Lets no response through any more; returns when none is inside.
+    void shutdown();
+
+private:
+    SdkThreadCallback toGui(QObject* receiver, GuiCallback onReply);
+
+    ipncsdk::ZELIPNCSDK& sdk_;
+    TaskQueue& queue_;
+    std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
+};

@@ -1,0 +1,77 @@
+#include "base/ServerErrors.h"
+
+#include <QCoreApplication>
+
+#include <array>
+
+namespace corvanta::serverErrors {
+namespace {
+
+struct Entry {
+    int number;
+    const char* code;
+    const char* text;
+};
+
+// Numbers and codes are the service's (docs/service-protocol.md).
+constexpr std::array Table{
+    Entry{1, "(not supported)", QT_TRANSLATE_NOOP("ServerErrors", "服务器不支持该操作!")},
+    Entry{2, "(bad request)", QT_TRANSLATE_NOOP("ServerErrors", "请求内容有误!")},
+    Entry{3, "(not login)", QT_TRANSLATE_NOOP("ServerErrors", "当前未登录，请先登录!")},
+    Entry{4, "(not phonenumber)", QT_TRANSLATE_NOOP("ServerErrors", "该手机号未注册!")},
+    Entry{5, "(password error)", QT_TRANSLATE_NOOP("ServerErrors", "账号或密码错误!")},
+    Entry{6, "(not authority)", QT_TRANSLATE_NOOP("ServerErrors", "没有该操作的权限!")},
+    Entry{7, "(not ipnc)", QT_TRANSLATE_NOOP("ServerErrors", "设备不存在!")},
+    Entry{8, "(not group)", QT_TRANSLATE_NOOP("ServerErrors", "分组不存在!")},
+    Entry{9, "(group not empty)", QT_TRANSLATE_NOOP("ServerErrors", "分组下还有设备，无法删除!")},
+    Entry{10, "(ipnc offline)", QT_TRANSLATE_NOOP("ServerErrors", "设备不在线!")},
+    Entry{11, "(try later)", QT_TRANSLATE_NOOP("ServerErrors", "尝试次数过多，请稍后再试!")},
+    Entry{20, "(store error)", QT_TRANSLATE_NOOP("ServerErrors", "服务器数据保存失败!")},
+    Entry{404, "(http 404)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求返回未发现文件404")},
+    Entry{500, "(http error)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求服务器返回出错")},
+};
+
+// Service texts are shown as plain text, but they may be long: what a tip can hold is enough to recognise them.
+constexpr int LongestCode = 64;
+
+QString translated(const char* text) {
+    return QCoreApplication::translate("ServerErrors", text);
+}
+
+QString unknown(const QString& what) {
+    return translated(QT_TRANSLATE_NOOP("ServerErrors", "操作失败(%1)")).arg(what.left(LongestCode));
+}
+
+} // namespace
+
+QString text(const QString& code) {
+    for (const Entry& entry : Table) {
+        if (code == QLatin1String(entry.code))
+            return translated(entry.text);
+    }
+    return unknown(code);
+}
+
+QString codeOf(const QVariantMap& reply) {
+    const QString inner = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("errcode")).toString();
+    return inner.isEmpty() ? reply.value(QStringLiteral("errcode")).toString() : inner;
+}
+
+QString textOfReply(const QVariantMap& reply) {
+    const QString code = codeOf(reply);
+    if (!code.isEmpty())
+        return text(code);
+    const int number = reply.value(QStringLiteral("retcode")).toInt();
+    for (const Entry& entry : Table) {
+        if (entry.number == number)
+            return translated(entry.text);
+    }
+    return unknown(QString::number(number));
+}
+
+bool isSuccess(const QVariantMap& reply) {
+    const QVariant state = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("state"));
+    return state.toString() == QLatin1String("ok");
+}
+
+} // namespace corvanta::serverErrors

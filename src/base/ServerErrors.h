@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+/// The one table of the errors that the service sends, with the texts that the user reads.
+namespace corvanta::serverErrors {
+
+/// The text for an error code such as "(not login)"; a code without an entry yields a general text that shows it.
+QString text(const QString& code);
+
+/// The text for a failed reply: by its "resp"/"errcode", else by a top-level "errcode", else by its "retcode".
+QString textOfReply(const QVariantMap& reply);
+
+/// True when the reply's "resp"/"state" says success.
+bool isSuccess(const QVariantMap& reply);
+
+/// The error code of a reply ("(not login)"), empty when it carries none.
+QString codeOf(const QVariantMap& reply);
+
+} // namespace corvanta::serverErrors

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "base/ProxySettings.h"
+
+#include <QObject>
+#include <QVariantMap>
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Keys of the settings document. The Chinese texts are what stands in the file, so they are never translated.
+namespace corvanta::keys {
+inline const QString AppName = QStringLiteral("APP名称");
+inline const QString AlarmDeviceFault = QStringLiteral("是否设备异常报警");
+inline const QString AlarmLevel1 = QStringLiteral("是否一级阈值报警");
+inline const QString AlarmLevel2 = QStringLiteral("是否二级阈值报警");
+inline const QString AlarmLevel3 = QStringLiteral("是否三级阈值报警");
+inline const QString AlarmOther = QStringLiteral("是否其他报警");
+inline const QString WindowMode = QStringLiteral("窗口模式");
+inline const QString CompanyName = QStringLiteral("公司名称");
+inline const QString RestoreState = QStringLiteral("是否恢复状态");
+inline const QString AspectMode = QStringLiteral("画面比例");
+inline const QString LongestOpening = QStringLiteral("视频打开最长时间");
+inline const QString PackingTime = QStringLiteral("录像打包时间");
+inline const QString DriveThreshold = QStringLiteral("磁盘跳转阈值");
+inline const QString AcceptAlarms = QStringLiteral("是否接收报警");
+inline const QString Proxy = QStringLiteral("代理设置");
+inline const QString ChartZoom = QStringLiteral("ChartZoomDisplayIndex");
+inline const QString Drives = QStringLiteral("盘符列表");
+inline const QString DeviceTreeState = QStringLiteral("设备树状态");
+inline const QString ShowSplash = QStringLiteral("是否显示启动画面");
+inline const QString SplashPicture = QStringLiteral("启动画面图片路径");
+inline const QString EnterByItself = QStringLiteral("是否自动进入软件");
+inline const QString PollInterval = QStringLiteral("轮屏时间");
+/// Id of the group whose members take the first tiles; the first group when absent.
+inline const QString DefaultGroup = QStringLiteral("默认分组");
+inline const QString GridRows = QStringLiteral("fwidget_row");
+inline const QString GridColumns = QStringLiteral("fwidget_col");
+inline const QString VideoZoom = QStringLiteral("VideoZoomDisplayIndex");
+} // namespace corvanta::keys
+
+/// What threads of the SDK read of the settings: an immutable value, in standard types.
+struct SdkThreadSettings {
+    bool acceptsAlarms = true;
+    std::optional<ProxySettings> proxy; ///< none: connect directly
+    std::vector<std::string> drives;    ///< preferred drives for recordings, UTF-8; empty: the system's own
+};
+
+/// The settings document "config/set.json": every setting of the program and its saved window state.
+///
+/// Lives in the GUI thread. The few values that SDK threads need can be read from any thread without a lock
+/// (`forSdkThreads`); everything else, and every change, belongs to the GUI thread.
+///
+/// Life of the file: read once at `load`; a file that is not a JSON object is set aside under a name with the
+/// time, so that nothing that the user entered is lost; every `save` replaces the whole file at once.
+class Settings final : public QObject {
+    Q_OBJECT
+public:
+    explicit Settings(QString file, QObject* parent = nullptr);
+    ~Settings() override;
+
+    /// Reads the file and fills in the default of every key that is missing.
+    void load();
+    /// Writes the whole document. A file that cannot be written is skipped; the values stay in memory.
+    void save();
+
+    /// The value of a key, invalid when the document has none.
+    QVariant get(const QString& key) const { return values_.value(key); }
+    /// Stores a value. A change of the application's or the company's name computes the title anew.
+    void set(const QString& key, const QVariant& value);
+
+    const QVariantMap& values() const { return values_; }
+    /// Application name, "--", company name.
+    QString title() const;
+
+    /// The newest snapshot. Any thread; the reference stays valid as long as the settings do.
+    const SdkThreadSettings& forSdkThreads() const { return *published_.load(std::memory_order_acquire); }
+
+signals:
+    void titleChanged(QString title);
+
+private:
+    void applyDefaults();
+    void publish();
+    bool setAside();
+
+    QString file_;
+    QVariantMap values_;
+    bool fileIsKept_ = true; ///< false: the file could not be read and could not be set aside, so it is not touched
+    std::atomic<const SdkThreadSettings*> published_{nullptr}; ///< the last of `snapshots_`
+    /// Every snapshot ever published: an SDK thread may still read an old one. One per change of what it holds.
+    std::vector<std::unique_ptr<const SdkThreadSettings>> snapshots_;
+};

@@ -1,0 +1,78 @@
+#include "base/ui/FramedDialog.h"
+
+#include "base/ui/DragArea.h"
+#include "base/ui/SvgIcon.h"
+#include "base/ui/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QVariant>
+
+namespace theme = corvanta::theme;
+
+FramedDialog::FramedDialog(const QString& title, QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
+    setWindowTitle(title);
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(1, 1, 1, 1);
+    outer->setSpacing(0);
+
+    auto* strip = new DragArea(this);
+    strip->setObjectName(QStringLiteral("dialogTitle"));
+    auto* stripRow = new QHBoxLayout(strip);
+    stripRow->setContentsMargins(3 * theme::Step, theme::Step, theme::Step, theme::Step);
+    auto* label = new QLabel(title, strip);
+    label->setTextFormat(Qt::PlainText);
+    stripRow->addWidget(label, 1);
+    auto* close = new QToolButton(strip);
+    close->setObjectName(QStringLiteral("dialogClose"));
+    close->setAccessibleName(tr("关闭"));
+    close->setIcon(corvanta::svgIcon(QStringLiteral("close"), theme::TextOnDark));
+    close->setFocusPolicy(Qt::NoFocus);
+    connect(close, &QToolButton::clicked, this, &QDialog::reject);
+    stripRow->addWidget(close);
+    outer->addWidget(strip);
+
+    auto* inside = new QWidget(this);
+    inside->setObjectName(QStringLiteral("dialogBody"));
+    auto* insideColumn = new QVBoxLayout(inside);
+    insideColumn->setContentsMargins(5 * theme::Step, 5 * theme::Step, 5 * theme::Step, 4 * theme::Step);
+    insideColumn->setSpacing(3 * theme::Step);
+    body_ = new QVBoxLayout;
+    body_->setSpacing(3 * theme::Step);
+    insideColumn->addLayout(body_, 1);
+    problem_ = new QLabel(inside);
+    problem_->setObjectName(QStringLiteral("problem"));
+    problem_->setAccessibleName(tr("错误信息"));
+    problem_->setTextFormat(Qt::PlainText);
+    problem_->setWordWrap(true);
+    problem_->hide();
+    insideColumn->addWidget(problem_);
+    buttonRow_ = new QWidget(inside);
+    auto* buttons = new QHBoxLayout(buttonRow_);
+    buttons->setContentsMargins(0, theme::Step, 0, 0);
+    buttons->setSpacing(2 * theme::Step);
+    buttons->addStretch(1);
+    insideColumn->addWidget(buttonRow_);
+    outer->addWidget(inside, 1);
+}
+
+QPushButton* FramedDialog::addButton(const QString& text, const QString& objectName, bool accepting) {
+    auto* button = new QPushButton(text, buttonRow_);
+    button->setObjectName(objectName);
+    button->setAccessibleName(text);
+    button->setMinimumWidth(88);
+    button->setAutoDefault(accepting);
+    button->setDefault(accepting);
+    button->setProperty("primary", accepting);
+    buttonRow_->layout()->addWidget(button);
+    return button;
+}
+
+void FramedDialog::showProblem(const QString& text) {
+    problem_->setText(text);
+    problem_->setVisible(!text.isEmpty());
+}

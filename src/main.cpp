@@ -1,0 +1,104 @@
+#include "app/AppManager.h"
+#include "app/CrashReport.h"
+#include "app/SingleApplication.h"
+#include "base/AppPaths.h"
+#include "base/ui/MoveWidget.h"
+#include "base/ui/Style.h"
+#include "base/ui/TipDialog.h"
+#include "monitor/ui/MonitorMainUI.h"
+#include "monitor/ui/MonitorUi.h"
+#include "monitor/ui/OperatorTour.h"
+#include "platform/KeepAwake.h"
+
+#include <QCommandLineParser>
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QIcon>
+
+namespace {
+
+struct Options {
+    QString data;        ///< the data root; empty: where the program decides
+    QString screenshots; ///< the short walk's pictures
+    QString tour;        ///< the tour's pictures
+};
+
+Options readOptions(const QStringList& arguments) {
+    QCommandLineParser parser;
+    const QCommandLineOption data(QStringLiteral("data"), QStringLiteral("Keeps all data in FOLDER."),
+                                  QStringLiteral("FOLDER"));
+    const QCommandLineOption screenshots(QStringLiteral("screenshots"),
+                                         QStringLiteral("Signs in, opens cameras, leaves pictures in FOLDER, ends."),
+                                         QStringLiteral("FOLDER"));
+    const QCommandLineOption tour(QStringLiteral("tour"),
+                                  QStringLiteral("Opens every window, leaves pictures in FOLDER, ends."),
+                                  QStringLiteral("FOLDER"));
+    parser.addOptions({data, screenshots, tour});
+    parser.addHelpOption();
+    parser.process(arguments);
+    return {parser.value(data), parser.value(screenshots), parser.value(tour)};
+}
+
+AppPaths pathsFor(const Options& options) {
+    if (options.data.isEmpty())
+        return AppPaths::forApplication();
+    QDir().mkpath(options.data);
+    return AppPaths(options.data);
+}
+
+std::unique_ptr<OperatorTour> tourFor(MonitorMainUI& window, const Options& options) {
+    if (!options.tour.isEmpty())
+        return std::make_unique<OperatorTour>(window, options.tour, OperatorTour::Extent::Everything);
+    if (!options.screenshots.isEmpty())
+        return std::make_unique<OperatorTour>(window, options.screenshots, OperatorTour::Extent::Short);
+    return nullptr;
+}
+
+int runWindow(const AppPaths& paths, const Options& options) {
+    MonitorUi ui;
+    AppManager::prepare(paths, ui);
+    const AppContext context = AppManager::instance()->context();
+    MoveWidget frame;
+    frame.setObjectName(QStringLiteral("w1001"));
+    frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
+    auto* const window = new MonitorMainUI(context);
+    frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
+    ui.attach(*window, context);
+    window->show();
+    frame.show();
+    const auto tour = tourFor(*window, options);
+    if (tour != nullptr)
+        tour->start();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (const auto shown = corvanta::crashReport::runBoxIfAsked(argc, argv))
+        return *shown;
+    const corvanta::platform::KeepAwake awake;
+    QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    corvanta::crashReport::install();
+    SingleApplication application(argc, argv, QStringLiteral("Corvanta"));
+    application.setStyleSheet(corvanta::loadStyle());
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/style/img/Corvanta.ico")));
+    qDebug().noquote() << QString::fromStdString(awake.description());
+
+    Options options = readOptions(QCoreApplication::arguments());
+    for (QString* folder : {&options.screenshots, &options.tour}) {
+        if (!folder->isEmpty())
+            *folder = QFileInfo(*folder).absoluteFilePath(); // before the current folder changes
+    }
+    // Everything that is named by a relative path lies below this folder.
+    const AppPaths paths = pathsFor(options);
+    QDir::setCurrent(paths.root());
+    if (application.isRunning()) {
+        application.sendMessage(QStringLiteral("message from other instance."));
+        TipDialog(QStringLiteral("提示"), QStringLiteral("该软件正在运行!")).exec();
+        return 0;
+    }
+    return runWindow(paths, options);
+}

@@ -1,0 +1,90 @@
+#include "monitor/ui/DevicePanel.h"
+
+#include "base/ui/SvgIcon.h"
+#include "base/ui/Theme.h"
+#include "monitor/ui/DeviceTree.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QVariant>
+
+namespace theme = corvanta::theme;
+
+DevicePanel::DevicePanel(QWidget* parent)
+    : QWidget(parent) {
+    setObjectName(QStringLiteral("devicePanel"));
+    setAccessibleName(tr("设备"));
+    setAttribute(Qt::WA_StyledBackground);
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 0, theme::Step);
+    column->setSpacing(theme::Step);
+
+    auto* const head = new QHBoxLayout;
+    head->setContentsMargins(0, 0, theme::Step, 0);
+    search_ = new QLineEdit(this);
+    search_->setObjectName(QStringLiteral("deviceSearch"));
+    search_->setAccessibleName(tr("搜索设备"));
+    search_->setPlaceholderText(tr("搜索设备"));
+    search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
+    search_->setClearButtonEnabled(true);
+    head->addWidget(search_, 1);
+    auto* const refresh = new QToolButton(this);
+    refresh->setObjectName(QStringLiteral("refreshDevices"));
+    refresh->setAccessibleName(tr("刷新设备列表"));
+    refresh->setToolTip(tr("刷新设备列表"));
+    refresh->setIcon(corvanta::svgIcon(QStringLiteral("refresh"), theme::TextOnDark));
+    connect(refresh, &QToolButton::clicked, this, &DevicePanel::sigRefresh);
+    head->addWidget(refresh);
+    column->addLayout(head);
+
+    stack_ = new QStackedWidget(this);
+    tree_ = new DeviceTree(stack_);
+    stack_->addWidget(tree_);
+    auto* const empty = new QWidget(stack_);
+    auto* const emptyColumn = new QVBoxLayout(empty);
+    emptyText_ = new QLabel(empty);
+    emptyText_->setObjectName(QStringLiteral("emptyState"));
+    emptyText_->setAlignment(Qt::AlignCenter);
+    emptyText_->setWordWrap(true);
+    signIn_ = new QPushButton(tr("登录"), empty);
+    signIn_->setObjectName(QStringLiteral("emptySignIn"));
+    signIn_->setAccessibleName(tr("登录"));
+    signIn_->setProperty("onDark", true);
+    connect(signIn_, &QPushButton::clicked, this, &DevicePanel::sigSignIn);
+    emptyColumn->addStretch(1);
+    emptyColumn->addWidget(emptyText_);
+    emptyColumn->addSpacing(2 * theme::Step);
+    emptyColumn->addWidget(signIn_, 0, Qt::AlignCenter);
+    emptyColumn->addStretch(2);
+    stack_->addWidget(empty);
+    column->addWidget(stack_, 1);
+
+    connect(search_, &QLineEdit::textChanged, tree_, &DeviceTree::setFilter);
+    showWhatFits();
+}
+
+void DevicePanel::setSignedIn(bool signedIn) {
+    signedIn_ = signedIn;
+    showWhatFits();
+}
+
+void DevicePanel::rebuild(const DeviceModel& devices) {
+    tree_->rebuild(devices);
+    showWhatFits();
+}
+
+void DevicePanel::clear() {
+    tree_->clear();
+    showWhatFits();
+}
+
+void DevicePanel::showWhatFits() {
+    stack_->setCurrentIndex(tree_->isEmpty() ? 1 : 0);
+    emptyText_->setText(signedIn_ ? tr("还没有设备") : tr("登录后显示设备"));
+    signIn_->setVisible(!signedIn_);
+}

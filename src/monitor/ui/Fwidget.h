@@ -1,0 +1,77 @@
+#pragma once
+
+#include "monitor/TileGrid.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class ItemVideo;
+class QAction;
+class QGridLayout;
+class QMenu;
+class QPushButton;
+class Settings;
+
+/// The video area: a pool of tiles made once, of which the layout shows some. Changing the layout only hides,
+/// places and shows tiles, so a stream in a hidden tile goes on.
+///
+/// GUI thread, except `showFrame`.
+class Fwidget final : public QWidget {
+    Q_OBJECT
+public:
+    /// A pool of `rows` x `columns` tiles, all of them shown. `settings` keeps the layout and outlives the widget.
+    Fwidget(int rows, int columns, Settings& settings, QWidget* parent = nullptr);
+    ~Fwidget() override;
+
+    const TileGrid& grid() const { return grid_; }
+    int selectedIndex() const { return selected_; }
+    /// Null for an index outside the pool.
+    ItemVideo* tile(int index) const;
+
+    /// Shows a layout and leaves the zoom; a layout larger than the pool is ignored. `save` keeps it for the next
+    /// start.
+    void setLayout(int rows, int columns, bool save);
+    /// Shows one tile alone; an index without a tile shows none.
+    void setZoom(int index);
+    bool isIndexShown(int index) const { return grid_.isIndexShown(index); }
+
+    /// The request id of the stream in a tile, -1 for an index without a tile.
+    int tileRequest(int index) const;
+    /// Hands a decoded picture to a tile, which takes it only when it is visible. Any thread; the widget must not be
+    /// destroyed meanwhile.
+    void showFrame(int index, const uchar* picture, uint width, uint height) const;
+    void setTileText(int index, const QString& text);
+    void clearAllTexts();
+    /// Forgets the tile's stream and empties its picture. The stream's request is the caller's to stop.
+    void closeTile(int index);
+
+signals:
+    /// Another tile is selected.
+    void sigSelected(int index);
+    /// The layout or the zoom changed.
+    void sigLayoutChanged();
+
+public slots:
+    void onMenu();
+    void onPopMenuTriggered(QAction* action);
+    void onDoubleClickEvent();
+    void on_setfocus(int index);
+
+private:
+    void makeTiles();
+    void makeMenu();
+    void placeTiles();
+    void saveZoom();
+
+    Settings& settings_;
+    TileGrid grid_;
+    int selected_ = 0;
+    QGridLayout* gridLayout_;
+    QPushButton* menuButton_;
+    std::unique_ptr<QMenu> layoutMenu_;
+    /// By tile index, children of this widget. Never changed after the construction, so that any thread may look a
+    /// tile up.
+    std::vector<ItemVideo*> tiles_;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+/// The strip at the bottom of the main window: the message line and the layout buttons.
+class MessageBar final : public QWidget {
+    Q_OBJECT
+public:
+    explicit MessageBar(QWidget* parent = nullptr);
+
+    /// Shows a line; it clears itself 10 000 ms after the last one.
+    void showMessage(const QString& text);
+    /// Ticks the button of a layout, if it has one.
+    void setLayoutShown(int rows, int columns);
+
+signals:
+    void sigLayout(int rows, int columns);
+    void sigStopAll();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QToolButton* addButton(const QString& objectName, const QString& text, const QString& drawing);
+    void elide();
+
+    QLabel* label_;
+    QString text_;
+    QTimer clearTimer_;
+    QList<QToolButton*> layoutButtons_; ///< in the order of the layouts that have one
+};

@@ -1,0 +1,35 @@
+#include "monitor/ui/MonitorUi.h"
+
+#include "account/ui/LoginDialog.h"
+#include "base/AppContext.h"
+#include "base/ui/TipDialog.h"
+#include "base/ui/WaitOverlay.h"
+#include "monitor/ui/MonitorMainUI.h"
+
+MonitorUi::MonitorUi() = default;
+MonitorUi::~MonitorUi() = default;
+
+void MonitorUi::attach(MonitorMainUI& window, const AppContext& context) {
+    window_ = &window;
+    context_ = std::make_unique<AppContext>(context);
+}
+
+void MonitorUi::showTip(const QString& title, const QString& text) {
+    TipDialog(title, text, window_).exec();
+}
+
+void MonitorUi::showSignIn(bool automatic) {
+    if (window_ != nullptr)
+        LoginDialog(*context_, automatic, window_).exec();
+}
+
+void MonitorUi::showWait(bool visible, const QRect& area, int milliseconds) {
+    if (window_ == nullptr)
+        return;
+    WaitOverlay& overlay = window_->waitOverlay();
+    if (visible)
+        overlay.start(area.isEmpty() ? QRect() : QRect(window_->mapFromGlobal(area.topLeft()), area.size()),
+                      milliseconds);
+    else
+        overlay.hide();
+}

@@ -1,0 +1,248 @@
+#include "monitor/ui/OperatorTour.h"
+
+#include "base/DeviceModel.h"
+#include "monitor/ui/DevicePanel.h"
+#include "monitor/ui/DeviceTree.h"
+#include "monitor/ui/Fwidget.h"
+#include "monitor/ui/LiveVideo.h"
+#include "monitor/ui/MonitorMainUI.h"
+#include "video/ui/ItemVideo.h"
+#include "video/ui/TileMenu.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDebug>
+#include <QDialog>
+#include <QDir>
+#include <QMenu>
+#include <QScreen>
+#include <QWindow>
+
+namespace {
+
+constexpr int Tick = 50; // ms
+
+QDialog* openDialog() {
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget());
+}
+
+void click(QWidget* parent, const char* objectName) {
+    auto* const button = parent->findChild<QAbstractButton*>(QLatin1String(objectName));
+    if (button == nullptr)
+        qWarning() << "no button" << objectName;
+    else
+        button->click();
+}
+
+} // namespace
+
+OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent, QObject* parent)
+    : QObject(parent)
+    , window_(window)
+    , folder_(std::move(folder)) {
+    timer_.setInterval(Tick);
+    connect(&timer_, &QTimer::timeout, this, &OperatorTour::tick);
+    if (extent == Extent::Short)
+        planShort();
+    else
+        planEverything();
+}
+
+void OperatorTour::start() {
+    QDir().mkpath(folder_);
+    largeWindow();
+    timer_.start();
+}
+
+void OperatorTour::largeWindow() {
+    const QRect screen = window_.window()->screen()->availableGeometry();
+    window_.window()->setGeometry(screen.adjusted(8, 8, -8, -8));
+}
+
+void OperatorTour::planShort() {
+    signIn();
+    layout(3, 3, QStringLiteral("live-9"));
+    pause(1500);
+    picture(QStringLiteral("live-9-later"));
+    layout(1, 1, QStringLiteral("live-1"));
+}
+
+void OperatorTour::planEverything() {
+    planWindow();
+    signIn();
+    picture(QStringLiteral("signed-in"));
+    layout(1, 1, QStringLiteral("layout-1"));
+    layout(2, 2, QStringLiteral("layout-4"));
+    layout(3, 3, QStringLiteral("layout-9"));
+    planMenus();
+    layout(4, 4, QStringLiteral("layout-16"));
+    layout(3, 6, QStringLiteral("layout-18"));
+    layout(5, 5, QStringLiteral("layout-25"));
+    layout(6, 6, QStringLiteral("layout-36"));
+    layout(8, 8, QStringLiteral("layout-64"));
+    steps_.push_back({QStringLiteral("smallest window"),
+                      [this] { window_.window()->resize(window_.window()->minimumSizeHint()); },
+                      [this] {
+                          return window_.width() <= MonitorMainUI::SmallestWidth + 8;
+                      }});
+    pause(500);
+    picture(QStringLiteral("smallest-64"));
+    layout(3, 3, QStringLiteral("smallest-9"));
+    tip();
+}
+
+void OperatorTour::planWindow() {
+    steps_.push_back({QStringLiteral("the window"), [] {},
+                      [this] {
+                          return window_.isVisible();
+                      }});
+    pause(300);
+    picture(QStringLiteral("start"));
+}
+
+void OperatorTour::signIn() {
+    // The dialog's own event loop runs inside the click, so it is left for the loop to come to.
+    steps_.push_back({QStringLiteral("the sign-in dialog"),
+                      [this] { QTimer::singleShot(0, &window_, [this] { click(&window_, "accountButton"); }); },
+                      [] {
+                          return openDialog() != nullptr;
+                      }});
+    pause(300);
+    picture(QStringLiteral("sign-in"));
+    steps_.push_back({QStringLiteral("signing in"), [] { click(openDialog(), "signIn"); },
+                      [this] {
+                          return openDialog() == nullptr && !window_.devicePanel().tree().isEmpty();
+                      }});
+}
+
+void OperatorTour::layout(int rows, int columns, const QString& name) {
+    steps_.push_back({QStringLiteral("%1 x %2 live pictures").arg(rows).arg(columns),
+                      [this, rows, columns] {
+                          window_.grid().setLayout(rows, columns, false);
+                          openShown();
+                      },
+                      [this] { return onlineDevices().size() == runningStreams(); }, 120000});
+    pause(800);
+    picture(name);
+}
+
+void OperatorTour::planMenus() {
+    steps_.push_back({QStringLiteral("the layout menu"), [this] { window_.grid().onMenu(); },
+                      [] {
+                          return QApplication::activePopupWidget() != nullptr;
+                      }});
+    pause(200);
+    picture(QStringLiteral("menu-layout"));
+    steps_.push_back({QStringLiteral("the tile menu"),
+                      [this] {
+                          QApplication::activePopupWidget()->close();
+                          ItemVideo* const tile = window_.grid().tile(4);
+                          tile->menu().popup(tile->mapToGlobal(tile->rect().center()));
+                      },
+                      [] {
+                          return QApplication::activePopupWidget() != nullptr;
+                      }});
+    pause(200);
+    picture(QStringLiteral("menu-tile"));
+    steps_.push_back({QStringLiteral("no menu"), [] { QApplication::activePopupWidget()->close(); },
+                      [] {
+                          return QApplication::activePopupWidget() == nullptr;
+                      }});
+}
+
+void OperatorTour::tip() {
+    steps_.push_back({QStringLiteral("the question before the end"),
+                      [this] { QTimer::singleShot(0, &window_, [this] { window_.window()->close(); }); },
+                      [] {
+                          return openDialog() != nullptr;
+                      }});
+    pause(300);
+    picture(QStringLiteral("close-question"));
+    steps_.push_back({QStringLiteral("the answer"), [] { openDialog()->reject(); },
+                      [] {
+                          return openDialog() == nullptr;
+                      }});
+}
+
+void OperatorTour::picture(const QString& name) {
+    steps_.push_back({QStringLiteral("picture ") + name, [] {},
+                      [this, name] {
+                          return shoot(name);
+                      }});
+}
+
+void OperatorTour::pause(int milliseconds) {
+    // For what has no end to wait for: windows being drawn, a clock going on.
+    steps_.push_back({QStringLiteral("a moment"), [] {},
+                      [this, milliseconds] {
+                          return sinceBegin_.elapsed() >= milliseconds;
+                      }});
+}
+
+void OperatorTour::tick() {
+    if (current_ >= steps_.size()) {
+        finish(0);
+        return;
+    }
+    Step& step = steps_[current_];
+    if (!begun_) {
+        begun_ = true;
+        sinceBegin_.start();
+        step.begin();
+    }
+    if (step.done()) {
+        ++current_;
+        begun_ = false;
+    } else if (sinceBegin_.elapsed() > step.limit) {
+        qWarning().noquote() << "tour: waited in vain for" << step.name;
+        shoot(QStringLiteral("failed"));
+        finish(1);
+    }
+}
+
+void OperatorTour::finish(int code) {
+    timer_.stop();
+    while (QDialog* const dialog = openDialog())
+        dialog->reject();
+    window_.live().stopAll();
+    QCoreApplication::exit(code);
+}
+
+bool OperatorTour::shoot(const QString& name) {
+    const QWidget* const frame = window_.window();
+    QScreen* const screen = frame->windowHandle()->screen();
+    const QRect place = frame->frameGeometry();
+    const QPixmap picture = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
+    const QString file = QDir(folder_).filePath(name + QStringLiteral(".png"));
+    if (!picture.isNull() && picture.save(file))
+        return true;
+    qWarning() << "tour: no picture" << file;
+    return false;
+}
+
+int OperatorTour::runningStreams() const {
+    int running = 0;
+    for (int index = 0; index < window_.grid().grid().poolSize(); ++index) {
+        const ItemVideo& tile = *window_.grid().tile(index);
+        running += tile.isVisible() && tile.requestId() > 0 && tile.frameSize().width > 0 ? 1 : 0;
+    }
+    return running;
+}
+
+QStringList OperatorTour::onlineDevices() const {
+    const DeviceModel& devices = window_.devices();
+    QStringList result;
+    for (int index = 0; index < window_.grid().grid().poolSize(); ++index) {
+        const auto device = devices.deviceOfTile(index);
+        if (device && window_.grid().isIndexShown(index) && devices.device(*device)->isOnline())
+            result += *device;
+    }
+    return result;
+}
+
+void OperatorTour::openShown() const {
+    for (const QString& device : onlineDevices()) {
+        if (!window_.live().isOpen(device))
+            window_.live().open(device);
+    }
+}

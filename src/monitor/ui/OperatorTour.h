@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+#include <functional>
+#include <vector>
+
+class MonitorMainUI;
+
+/// Walks through the program by itself and leaves pictures of what it shows, then ends the program: with 0 when
+/// everything came in time, else with 1 and one line that says what did not.
+///
+/// The short walk signs in, opens cameras and takes pictures of them; the tour also opens every window, dialog and
+/// menu. Pictures show the screen as it is, so what lies over a window is in them too.
+class OperatorTour final : public QObject {
+    Q_OBJECT
+public:
+    enum class Extent { Short, Everything };
+
+    /// `window` outlives the tour. Pictures are written into `folder`, which is made.
+    OperatorTour(MonitorMainUI& window, QString folder, Extent extent, QObject* parent = nullptr);
+
+    /// Begins once the event loop runs.
+    void start();
+
+private:
+    struct Step {
+        QString name;
+        std::function<void()> begin;
+        std::function<bool()> done;
+        int limit = 20000; ///< ms
+    };
+
+    void largeWindow();
+    void planShort();
+    void planEverything();
+    void planWindow();
+    void planMenus();
+    void signIn();
+    /// Shows a layout, opens what is online in it, waits until all of it runs.
+    void layout(int rows, int columns, const QString& picture);
+    void tip();
+    void picture(const QString& name);
+    void pause(int milliseconds);
+
+    void tick();
+    void finish(int code);
+    bool shoot(const QString& name);
+    int runningStreams() const;
+    QStringList onlineDevices() const;
+    void openShown() const;
+
+    MonitorMainUI& window_;
+    QString folder_;
+    std::vector<Step> steps_;
+    std::size_t current_ = 0;
+    bool begun_ = false;
+    QElapsedTimer sinceBegin_;
+    QTimer timer_;
+};

@@ -1,0 +1,322 @@
+#include "video/ui/ItemVideo.h"
+
+#include "video/AvMessage.h"
+#include "video/ui/GLYuvWidget.h"
+#include "video/ui/TileMenu.h"
+#include "video/ui/TileTextLine.h"
+
+#include <QContextMenuEvent>
+#include <QDebug>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+#include <algorithm>
+#include <chrono>
+
+using corvanta::video::AspectMode;
+using corvanta::video::FrameMailbox;
+
+namespace {
+
+constexpr std::chrono::seconds tick{1};
+constexpr int openedTextSeconds = 3;
+constexpr int stalledSeconds = 5;
+
+constexpr int border = 1;              ///< pixels round the picture
+constexpr int selectedEmptyBorder = 2; ///< pixels round an empty tile that is selected
+constexpr int hintMargin = 4;
+constexpr int hintPointSize = 9;
+constexpr int smallestHintHeight = 64; ///< in a lower tile the hint gives way to the text line
+
+const QColor emptyColor(174, 174, 174);
+const QColor hintColor(80, 80, 80);
+const QColor besidePictureColor(40, 40, 40);
+
+QString tileStyle(bool selected) {
+    return selected
+               ? QStringLiteral("QWidget {background-color:rgb(0,153,255);border:none;}")
+               : QStringLiteral("QWidget {background-color:rgb(174,174,174);border:1px solid rgb(121,121,121);}");
+}
+
+} // namespace
+
+ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
+    : QWidget(parent)
+    , tileIndex_(tileIndex)
+    , textLine_(new TileTextLine(this)) {
+    setObjectName(QStringLiteral("videoTile%1").arg(tileIndex));
+    setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(1, 1);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setStyleSheet(tileStyle(false));
+    connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
+    connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
+    connect(&timer_, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
+    timer_.setInterval(tick);
+}
+
+ItemVideo::~ItemVideo() = default;
+
+void ItemVideo::setText(const QString& text) {
+    text_ = text;
+    secondsSinceText_ = 0;
+    emit sig_updateDisplay();
+}
+
+void ItemVideo::setDeviceName(const QString& name) {
+    deviceName_ = name;
+    setAccessibleDescription(name);
+    update();
+}
+
+void ItemVideo::setSelected(bool selected) {
+    if (selected_ == selected) {
+        return;
+    }
+    selected_ = selected;
+    setStyleSheet(tileStyle(selected));
+    emit sig_updateDisplay();
+}
+
+void ItemVideo::setAspectMode(AspectMode mode) {
+    aspectMode_ = mode;
+    if (menu_) {
+        menu_->setAspectMode(mode);
+    }
+    placeRenderer();
+}
+
+void ItemVideo::attachStream(int requestId, const QVariantMap& parameters) {
+    requestId_ = requestId;
+    streamParameters_ = parameters;
+    secondsSincePicture_ = 0;
+    timer_.start();
+    emit sig_updateDisplay();
+}
+
+void ItemVideo::close() {
+    timer_.stop();
+    requestId_ = 0;
+    streamParameters_.clear();
+    secondsSincePicture_ = 0;
+    mailbox_.release();
+    frameSize_ = {};
+    if (renderer_ != nullptr) {
+        renderer_->clearFrame();
+    }
+    emit sig_updateDisplay();
+}
+
+bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
+    if (!shown_.load(std::memory_order_acquire)) {
+        return false;
+    }
+    switch (mailbox_.write(picture, {width, height})) {
+    case FrameMailbox::WriteResult::Written:
+        wakeGuiThread();
+        return true;
+    case FrameMailbox::WriteResult::Refused:
+    case FrameMailbox::WriteResult::NoMemory:
+        qDebug("tile %d: a picture of %u x %u cannot be taken", tileIndex_, width, height);
+        return false;
+    case FrameMailbox::WriteResult::Busy:
+        break;
+    }
+    return false;
+}
+
+void ItemVideo::wakeGuiThread() {
+    if (!wakePending_.exchange(true, std::memory_order_acq_rel)) {
+        emit sigPictureWaiting(QPrivateSignal());
+    }
+}
+
+void ItemVideo::takeFrame() {
+    // First the flag, then the mailbox: a picture written after this look finds the flag down and wakes again.
+    wakePending_.exchange(false, std::memory_order_acq_rel);
+    const auto frame = mailbox_.take();
+    if (!frame) {
+        return;
+    }
+    const bool wasStalled = secondsSincePicture_ >= stalledSeconds;
+    secondsSincePicture_ = 0;
+    const bool sizeChanged = frame->size != frameSize_;
+    frameSize_ = frame->size;
+    if (renderer_ == nullptr && GLYuvWidget::isSupported()) {
+        createRenderer();
+    }
+    emit sigYuv(frame->data, frame->size.width, frame->size.height);
+    if (sizeChanged) {
+        placeRenderer();
+    }
+    if (sizeChanged || wasStalled) {
+        emit sig_updateDisplay();
+    }
+}
+
+void ItemVideo::createRenderer() {
+    renderer_ = new GLYuvWidget(this);
+    renderer_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    renderer_->setFocusPolicy(Qt::NoFocus);
+    renderer_->hide();
+    connect(this, &ItemVideo::sigYuv, renderer_, &GLYuvWidget::slotShowYuv);
+}
+
+void ItemVideo::placeRenderer() {
+    if (renderer_ == nullptr) {
+        return;
+    }
+    if (const auto place = corvanta::video::placeRenderer(aspectMode_, size(), frameSize_)) {
+        renderer_->setGeometry(*place);
+    }
+    update();
+}
+
+QString ItemVideo::shownText() const {
+    if (hasPicture() && renderer_ == nullptr) {
+        return tr("无法显示画面");
+    }
+    if (text_ != corvanta::video::openedText()) {
+        return text_;
+    }
+    if (secondsSincePicture_ >= stalledSeconds) {
+        return hasPicture() ? tr("画面停顿") : tr("等待画面");
+    }
+    return secondsSinceText_ < openedTextSeconds ? text_ : QString();
+}
+
+void ItemVideo::updateDisplay() {
+    if (renderer_ != nullptr) {
+        renderer_->setVisible(hasPicture());
+    }
+    textLine_->showIn(rect().adjusted(border, border, -border, -border), shownText());
+    update();
+}
+
+void ItemVideo::OnTimeOut() {
+    const QString before = shownText();
+    ++secondsSinceText_;
+    // Nothing comes while the tile is hidden, and that says nothing about the stream.
+    if (isVisible()) {
+        ++secondsSincePicture_;
+    }
+    if (shownText() != before) {
+        emit sig_updateDisplay();
+    }
+}
+
+TileMenu& ItemVideo::menu() {
+    if (!menu_) {
+        menu_ = std::make_unique<TileMenu>();
+        menu_->setAspectMode(aspectMode_);
+        connect(menu_.get(), &QMenu::triggered, this, &ItemVideo::onPopMenuTriggered);
+    }
+    return *menu_;
+}
+
+void ItemVideo::onPopMenuTriggered(QAction* action) {
+    const auto chosen = TileMenu::actionOf(action);
+    if (!chosen) {
+        return;
+    }
+    switch (*chosen) {
+    case TileAction::Stretch:
+        setAspectMode(AspectMode::Stretch);
+        break;
+    case TileAction::KeepRatio:
+        setAspectMode(AspectMode::KeepRatio);
+        break;
+    default:
+        emit sigMenuAction(tileIndex_, *chosen);
+    }
+}
+
+void ItemVideo::showEvent(QShowEvent* event) {
+    secondsSincePicture_ = 0;
+    shown_.store(true, std::memory_order_release);
+    QWidget::showEvent(event);
+}
+
+void ItemVideo::hideEvent(QHideEvent* event) {
+    shown_.store(false, std::memory_order_release);
+    QWidget::hideEvent(event);
+}
+
+void ItemVideo::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    placeRenderer();
+    emit sig_updateDisplay();
+}
+
+void ItemVideo::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+
+    const int line = selected_ && !hasPicture() ? selectedEmptyBorder : border;
+    const QRect inside = rect().adjusted(line, line, -line, -line);
+    painter.fillRect(inside, hasPicture() ? besidePictureColor : emptyColor);
+    if (!hasPicture()) {
+        paintHint(painter, inside);
+    }
+}
+
+void ItemVideo::paintHint(QPainter& painter, const QRect& area) const {
+    if (area.height() < smallestHintHeight && textLine_->isVisible()) {
+        return;
+    }
+    QFont font = painter.font();
+    font.setPointSize(hintPointSize);
+    painter.setFont(font);
+    painter.setPen(hintColor);
+    const QRect room = area.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
+    const QString number = QString::number(tileIndex_ + 1);
+    const QString hint = deviceName_.isEmpty() ? number : number + QStringLiteral("  ") + deviceName_;
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(hint, Qt::ElideRight, std::max(0, room.width())));
+}
+
+void ItemVideo::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    emit sig_setfocus(tileIndex_);
+}
+
+void ItemVideo::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        emit sigDoubleClick();
+    }
+}
+
+void ItemVideo::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    menu().popup(byKey ? mapToGlobal(rect().center()) : event->globalPos());
+}
+
+void ItemVideo::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit sigDoubleClick();
+        break;
+    case Qt::Key_Space:
+        emit sig_setfocus(tileIndex_);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ItemVideo::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    if (!selected_ && (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)) {
+        emit sig_setfocus(tileIndex_);
+    }
+}

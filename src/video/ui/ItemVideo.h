@@ -1,0 +1,123 @@
+#pragma once
+
+#include "video/FrameMailbox.h"
+#include "video/FrameSize.h"
+#include "video/Placement.h"
+#include "video/ui/TileAction.h"
+
+#include <QTimer>
+#include <QVariantMap>
+#include <QWidget>
+
+#include <atomic>
+#include <memory>
+
+class GLYuvWidget;
+class TileMenu;
+class TileTextLine;
+
+/// One tile of the video grid: shows a device's live picture, a line of text over it, and a menu.
+///
+/// GUI thread only, except `showFrame`. Who calls `showFrame` makes sure that no call is under way when the tile is
+/// destroyed.
+///
+/// A picture is copied twice: from the SDK's memory into the tile's mailbox on the SDK's thread, and from there into
+/// the renderer's buffer on the GUI thread. At most one wake-up of the GUI thread is outstanding at a time.
+class ItemVideo final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ItemVideo(int tileIndex, QWidget* parent = nullptr);
+    ~ItemVideo() override;
+
+    /// Position in the pool, 0..63.
+    int tileIndex() const { return tileIndex_; }
+    /// Request id of the stream shown here, 0 when there is none.
+    int requestId() const { return requestId_; }
+    /// "avparam" of the stream with "DeviceId" added; empty when there is none.
+    const QVariantMap& streamParameters() const { return streamParameters_; }
+    /// Size of the picture shown; a default one when there is none.
+    corvanta::video::FrameSize frameSize() const { return frameSize_; }
+    bool isSelected() const { return selected_; }
+    corvanta::video::AspectMode aspectMode() const { return aspectMode_; }
+
+    /// The session's text. That a stream has been opened is shown for some seconds only, though the text stays.
+    QString text() const { return text_; }
+    void setText(const QString& text);
+    /// Name of the device whose place this is; shown, with the tile's number, while there is no picture.
+    void setDeviceName(const QString& name);
+    void setSelected(bool selected);
+    void setAspectMode(corvanta::video::AspectMode mode);
+
+    /// A stream is open in this tile. Pictures may have come before.
+    void attachStream(int requestId, const QVariantMap& parameters);
+    /// The tile shows no stream any more: forgets request id and parameters, gives the buffers back, shows the empty
+    /// tile. The text stays. The stream's callbacks must have ended, or a late picture would be shown.
+    void close();
+
+    /// Takes a decoded picture (I420, tightly packed) when the tile is visible. Any thread; never waits, `picture` is
+    /// not used after the return. Returns whether it was taken.
+    bool showFrame(const uchar* picture, uint width, uint height);
+
+    /// The tile's menu, made at the first call; the owner of the features enables entries.
+    TileMenu& menu();
+
+signals:
+    /// A picture for the renderer; valid during the emission.
+    void sigYuv(uchar* picture, uint width, uint height);
+    void sigDoubleClick();
+    /// The user selects this tile.
+    void sig_setfocus(int tileIndex);
+    /// What the tile shows beside the picture has changed.
+    void sig_updateDisplay();
+    /// An entry of the menu was chosen that the tile cannot do by itself.
+    void sigMenuAction(int tileIndex, TileAction action);
+    /// Wakes the GUI thread, which then takes the newest picture; carries nothing, as what crosses the threads is in
+    /// the mailbox. At most one is under way.
+    void sigPictureWaiting(QPrivateSignal);
+
+public slots:
+    void updateDisplay();
+    /// Once a second while a stream is open: ends short-lived texts and says when pictures do not come.
+    void OnTimeOut();
+    void onPopMenuTriggered(QAction* action);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    void wakeGuiThread();
+    void takeFrame();
+    void createRenderer();
+    void placeRenderer();
+    void paintHint(QPainter& painter, const QRect& area) const;
+    QString shownText() const;
+    bool hasPicture() const { return frameSize_ != corvanta::video::FrameSize{}; }
+
+    const int tileIndex_;
+    int requestId_ = 0;
+    bool selected_ = false;
+    corvanta::video::AspectMode aspectMode_ = corvanta::video::AspectMode::KeepRatio;
+    QVariantMap streamParameters_;
+    QString text_;
+    QString deviceName_;
+    int secondsSinceText_ = 0;    ///< counted by the tile timer
+    int secondsSincePicture_ = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
+
+    corvanta::video::FrameMailbox mailbox_;
+    corvanta::video::FrameSize frameSize_;
+    std::atomic<bool> shown_{false};       ///< isVisible(), for the SDK's threads
+    std::atomic<bool> wakePending_{false}; ///< a wake-up of the GUI thread is posted and not yet handled
+
+    GLYuvWidget* renderer_ = nullptr; ///< child, made with the first picture: most of the tiles never show one
+    TileTextLine* textLine_ = nullptr;
+    QTimer timer_;
+    std::unique_ptr<TileMenu> menu_; ///< no child, or it would take the tile's style
+};

@@ -1,0 +1,182 @@
+#include "base/TcpSocketManage.h"
+
+#include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <thread>
+
+/// A server that sends back what it gets, on a thread of its own.
+class Echo final {
+public:
+    Echo() {
+        std::atomic<quint16> listening{0};
+        thread_ = std::thread([this, &listening] {
+            QTcpServer server;
+            server.listen(QHostAddress::LocalHost);
+            listening = server.serverPort();
+            while (!stop_) {
+                if (!server.waitForNewConnection(20))
+                    continue;
+                const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
+                while (!stop_ && peer->state() == QAbstractSocket::ConnectedState) {
+                    // Writing reads too, so what is there already must not be waited for.
+                    if (peer->bytesAvailable() == 0 && !peer->waitForReadyRead(20))
+                        continue;
+                    const QByteArray got = peer->readAll();
+                    peer->write(got);
+                    while (peer->bytesToWrite() > 0 && peer->waitForBytesWritten(1000)) {
+                    }
+                    if (got.endsWith("\nquit"))
+                        peer->disconnectFromHost();
+                }
+            }
+        });
+        while (listening == 0)
+            std::this_thread::yield();
+        port = listening;
+    }
+    ~Echo() {
+        stop_ = true;
+        thread_.join();
+    }
+    quint16 port = 0;
+
+private:
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+};
+
+class tst_TcpSocketManage final : public QObject {
+    Q_OBJECT
+private slots:
+    void realProxiesCarryEverything_data();
+    void realProxiesCarryEverything();
+    void failuresAreTold_data();
+    void failuresAreTold();
+    void abortEndsWhatWaits();
+
+private:
+    static quint16 freePort();
+    static bool answers(quint16 port);
+};
+
+quint16 tst_TcpSocketManage::freePort() {
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+bool tst_TcpSocketManage::answers(quint16 port) {
+    QTcpSocket probe;
+    probe.connectToHost(QHostAddress::LocalHost, port);
+    return probe.waitForConnected(200);
+}
+
+void tst_TcpSocketManage::realProxiesCarryEverything_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("user");
+    QTest::newRow("socks5") << QStringLiteral("socks5") << QString();
+    QTest::newRow("socks5 with password") << QStringLiteral("socks5") << QStringLiteral("viewer");
+    QTest::newRow("http") << QStringLiteral("http") << QString();
+}
+
+void tst_TcpSocketManage::realProxiesCarryEverything() {
+    QFETCH(QString, kind);
+    QFETCH(QString, user);
+    const Echo echo;
+    const quint16 proxyPort = freePort();
+    QTemporaryDir dir;
+    QProcess proxy;
+    if (kind == QLatin1String("http")) {
+        QFile config(dir.filePath(QStringLiteral("tinyproxy.conf")));
+        QVERIFY(config.open(QIODevice::WriteOnly));
+        config.write("Port " + QByteArray::number(proxyPort) + "\nListen 127.0.0.1\nTimeout 60\nMaxClients 4\n");
+        config.close();
+        proxy.start(QStringLiteral("tinyproxy"), {QStringLiteral("-d"), QStringLiteral("-c"), config.fileName()});
+    } else {
+        QStringList arguments{QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-p"),
+                              QString::number(proxyPort)};
+        if (!user.isEmpty())
+            arguments << QStringLiteral("-u") << user << QStringLiteral("-P") << QStringLiteral("secret");
+        proxy.start(QStringLiteral("microsocks"), arguments);
+    }
+    QVERIFY2(proxy.waitForStarted(), qPrintable(proxy.errorString()));
+    QTRY_VERIFY_WITH_TIMEOUT(answers(proxyPort), 10000);
+
+    std::atomic<int> closed{0};
+    TcpSocketManage connection(ProxySettings::fromMap({{QStringLiteral("proxyHostName"), QStringLiteral("127.0.0.1")},
+                                                       {QStringLiteral("proxyPort"), proxyPort},
+                                                       {QStringLiteral("proxyUser"), user},
+                                                       {QStringLiteral("proxyPassword"), QStringLiteral("secret")},
+                                                       {QStringLiteral("proxyType"), kind}}),
+                               [&closed](TcpSocketManage*) { ++closed; });
+    QVERIFY(connection.Connect("127.0.0.1", echo.port, 10000));
+
+    // More than all buffers together, both ways at once.
+    std::string sent(3'000'000, '\0');
+    for (std::size_t n = 0; n < sent.size(); ++n)
+        sent[n] = static_cast<char>(n * 31 + n / 977);
+    sent += "\nquit";
+    std::thread sender(
+        [&] { QCOMPARE(connection.Send(sent.data(), static_cast<int>(sent.size())), int(sent.size())); });
+    std::string received;
+    std::array<char, 10'000> block{};
+    int got = 0;
+    while (received.size() < sent.size() && (got = connection.Receive(block.data(), int(block.size()), 10000)) > 0)
+        received.append(block.data(), static_cast<std::size_t>(got));
+    sender.join();
+    QCOMPARE(received.size(), sent.size());
+    QVERIFY(received == sent);
+    QCOMPARE(connection.Receive(block.data(), int(block.size()), 10000), int(ipncsdk::TCPSocketDelegate::Closed));
+    connection.Close();
+    QCOMPARE(closed.load(), 1);
+    proxy.terminate();
+    QVERIFY(proxy.waitForFinished());
+}
+
+void tst_TcpSocketManage::failuresAreTold_data() {
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<bool>("silent");
+    QTest::newRow("nobody listens") << QStringLiteral("127.0.0.1") << false;
+    QTest::newRow("no such host") << QStringLiteral("no-such-host.invalid") << false;
+    QTest::newRow("proxy says nothing") << QStringLiteral("127.0.0.1") << true;
+}
+
+void tst_TcpSocketManage::failuresAreTold() {
+    QFETCH(QString, host);
+    QFETCH(bool, silent);
+    QTcpServer mute; // accepts, and never answers
+    QVERIFY(mute.listen(QHostAddress::LocalHost));
+    TcpSocketManage connection(
+        ProxySettings::fromMap({{QStringLiteral("proxyHostName"), host},
+                                {QStringLiteral("proxyPort"), silent ? mute.serverPort() : freePort()}}),
+        {});
+    QVERIFY(!connection.Connect("127.0.0.1", 9, silent ? 300 : 10000));
+    char byte = 'x';
+    QCOMPARE(connection.Send(&byte, 1), int(ipncsdk::TCPSocketDelegate::Failed));
+    connection.Close();
+}
+
+void tst_TcpSocketManage::abortEndsWhatWaits() {
+    QTcpServer mute;
+    QVERIFY(mute.listen(QHostAddress::LocalHost));
+    TcpSocketManage connection(ProxySettings::fromMap({{QStringLiteral("proxyHostName"), QStringLiteral("127.0.0.1")},
+                                                       {QStringLiteral("proxyPort"), mute.serverPort()}}),
+                               {});
+    std::atomic<bool> ended{false};
+    std::thread waiting([&] {
+        connection.Connect("127.0.0.1", 9, 600000);
+        ended = true;
+    });
+    QTRY_VERIFY(mute.hasPendingConnections());
+    connection.Abort();
+    waiting.join();
+    QVERIFY(ended);
+}
+
+QTEST_GUILESS_MAIN(tst_TcpSocketManage)
+#include "tst_TcpSocketManage.moc"

@@ -1,0 +1,304 @@
+#include "app/AppManager.h"
+#include "base/JsonText.h"
+#include "base/ui/MoveWidget.h"
+#include "base/ui/Style.h"
+#include "monitor/ui/DevicePanel.h"
+#include "monitor/ui/DeviceTree.h"
+#include "monitor/ui/Fwidget.h"
+#include "monitor/ui/LiveVideo.h"
+#include "monitor/ui/MonitorMainUI.h"
+#include "support/FakeSdk.h"
+#include "support/MessageLog.h"
+#include "support/RecordingUi.h"
+#include "video/ui/ItemVideo.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QtTest>
+
+#include <thread>
+
+/// The main window over a scripted SDK: what the operator does, what the SDK reports, what is seen.
+class tst_MonitorMainUI final : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
+    void init();
+    void cleanup();
+    void openRequestsAsTheTileIsShown_data();
+    void openRequestsAsTheTileIsShown();
+    void lifeOfAStream();
+    void failuresAreShown_data();
+    void failuresAreShown();
+    void reportsOfOtherRequestsChangeNothing();
+    void refusedDeviceShowsTheText();
+    void signOutStopsEverything();
+    void searchFindsDevices();
+    void streamsWhileTheWindowIsDestroyed();
+
+private:
+    DeviceTree& tree() const { return window_->devicePanel().tree(); }
+    QString message() const { return window_->findChild<QLabel*>(QStringLiteral("messageLabel"))->text(); }
+    ItemVideo& tile(int index) const { return *window_->grid().tile(index); }
+    QModelIndex treeIndex(const QString& text) const;
+    void openByDoubleClick(const QString& name);
+    QVariantMap lastOpenRequest() const;
+    int lastId() const { return sdk_.requests().back().id; }
+    void report(int id, const char* rest) { sdk_.respond(id, "{\"reqid\":" + std::to_string(id) + "," + rest + "}"); }
+    void sendPicture(int id, int width, int height);
+
+    FakeSdk& sdk_ = FakeSdk::instance();
+    RecordingUi ui_;
+    std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<AppManager> manager_;
+    std::unique_ptr<MoveWidget> frame_;
+    MonitorMainUI* window_ = nullptr;
+    std::vector<uchar> picture_;
+};
+
+void tst_MonitorMainUI::init() {
+    sdk_.reset();
+    sdk_.setDocument(R"({"type":"phoneid"})", R"({"phoneid":"13800138000"})");
+    sdk_.setDocument(R"({"type":"ipnclist"})",
+                     R"({"ipnclist":[{"ipncid":"a","name":"A","nickname":"大门","type":"video","online":true},
+                         {"ipncid":"b","name":"B","type":"video","online":true},
+                         {"ipncid":"s","name":"S","type":"sensor","online":true}],
+                         "group":[{"id":"1","name":"一组","ipnclist":["a","b","s"]}]})");
+    dir_ = std::make_unique<QTemporaryDir>();
+    manager_ = std::make_unique<AppManager>(AppPaths(dir_->path()), ui_, *ipncsdk::ZELIPNCSDK::GetInstance());
+    frame_ = std::make_unique<MoveWidget>();
+    window_ = new MonitorMainUI(manager_->context());
+    frame_->setContent(window_, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
+    frame_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(frame_.get()));
+    window_->grid().setLayout(2, 2, false);
+    sdk_.sendToClient(R"({"type":"freshlist"})");
+    QTRY_VERIFY(!tree().isEmpty());
+}
+
+void tst_MonitorMainUI::cleanup() {
+    frame_.reset();
+    manager_.reset();
+}
+
+QModelIndex tst_MonitorMainUI::treeIndex(const QString& text) const {
+    const QModelIndex group = tree().model()->index(0, 0);
+    for (int row = 0; row < tree().model()->rowCount(group); ++row) {
+        const QModelIndex index = tree().model()->index(row, 0, group);
+        if (index.data().toString() == text)
+            return index;
+    }
+    return {};
+}
+
+void tst_MonitorMainUI::openByDoubleClick(const QString& name) {
+    const QPoint place = tree().visualRect(treeIndex(name)).center();
+    QTest::mouseClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, place);
+}
+
+QVariantMap tst_MonitorMainUI::lastOpenRequest() const {
+    return corvanta::json::parseObject(sdk_.requests().back().json).value(QStringLiteral("avreq")).toMap();
+}
+
+void tst_MonitorMainUI::sendPicture(int id, int width, int height) {
+    picture_.assign(static_cast<std::size_t>(width * height * 3 / 2), 128);
+    report(id, ("\"type\":\"decodevideodata\",\"data\":" +
+                std::to_string(reinterpret_cast<std::intptr_t>(picture_.data())) + ",\"w\":" + std::to_string(width) +
+                ",\"h\":" + std::to_string(height))
+                   .c_str());
+}
+
+void tst_MonitorMainUI::openRequestsAsTheTileIsShown_data() {
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("zoom");
+    QTest::addColumn<QVariant>("longest");
+    QTest::addColumn<bool>("hd");
+    QTest::addColumn<int>("maxOpenTime");
+    QTest::newRow("2 x 2") << 2 << -1 << QVariant(1) << false << 1;
+    QTest::newRow("1 x 1") << 1 << -1 << QVariant(QStringLiteral("不限")) << true << 0;
+    QTest::newRow("zoomed") << 8 << 0 << QVariant(QStringLiteral("12")) << true << 12;
+    QTest::newRow("no limit set") << 8 << -1 << QVariant(QString()) << false << 0;
+}
+
+void tst_MonitorMainUI::openRequestsAsTheTileIsShown() {
+    QFETCH(int, rows);
+    QFETCH(int, zoom);
+    QFETCH(QVariant, longest);
+    QFETCH(bool, hd);
+    QFETCH(int, maxOpenTime);
+    manager_->context().settings.set(QStringLiteral("视频打开最长时间"), longest);
+    window_->grid().setLayout(rows, rows, false);
+    if (zoom >= 0)
+        window_->grid().setZoom(zoom);
+    openByDoubleClick(QStringLiteral("大门"));
+    QCOMPARE(lastOpenRequest(), (QVariantMap{{QStringLiteral("ipncid"), QStringLiteral("a")},
+                                             {QStringLiteral("recvdecodeavdata"), true},
+                                             {QStringLiteral("hd"), hd},
+                                             {QStringLiteral("maxopentime"), maxOpenTime},
+                                             {QStringLiteral("reqtype"), QStringLiteral("avreq")}}));
+}
+
+void tst_MonitorMainUI::lifeOfAStream() {
+    openByDoubleClick(QStringLiteral("大门"));
+    const int id = lastId();
+    const std::array<std::pair<int, const char*>, 4> progress{{{0, "正在获取视频信息..."},
+                                                               {1, "正在建立视频连接..."},
+                                                               {2, "正在加载视频数据..."},
+                                                               {7, "正在加载视频数据..."}}};
+    for (const auto& [state, text] : progress) {
+        report(id, ("\"type\":\"avstate\",\"state\":" + std::to_string(state)).c_str());
+        QTRY_COMPARE(tile(0).text(), QString::fromUtf8(text));
+    }
+    report(id, R"("type":"avopen","contype":"LOOP","avparam":{"framerate":25,"weidth":64,"height":36})");
+    QTRY_COMPARE(tile(0).text(), QStringLiteral("打开成功"));
+    QCOMPARE(tile(0).requestId(), id);
+    QCOMPARE(message(), QStringLiteral("大门  LOOP"));
+    QCOMPARE(tile(0).streamParameters().value(QStringLiteral("DeviceId")).toString(), QStringLiteral("a"));
+    QVERIFY(manager_->context().devices.device(QStringLiteral("a"))->videoOpen);
+    sendPicture(id, 64, 36);
+    QTRY_COMPARE(tile(0).frameSize().width, 64U);
+    // A new list does not forget what is open.
+    sdk_.sendToClient(R"({"type":"freshlist"})");
+    QCoreApplication::processEvents();
+    QVERIFY(manager_->context().devices.device(QStringLiteral("a"))->videoOpen);
+    // Opening it again ends it.
+    openByDoubleClick(QStringLiteral("大门"));
+    QCOMPARE(sdk_.stopped(), std::vector<int>{id});
+    QCOMPARE(tile(0).requestId(), 0);
+    QCOMPARE(tile(0).frameSize().width, 0U);
+    QVERIFY(!manager_->context().devices.device(QStringLiteral("a"))->videoOpen);
+    // What the ended request still says is not heard.
+    sendPicture(id, 64, 36);
+    report(id, R"("type":"avopen","contype":"LATE")");
+    QTest::qWait(0);
+    QCOMPARE(tile(0).frameSize().width, 0U);
+    QCOMPARE(tile(0).requestId(), 0);
+}
+
+void tst_MonitorMainUI::failuresAreShown_data() {
+    QTest::addColumn<QByteArray>("report");
+    QTest::addColumn<bool>("wasOpen");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("refused") << QByteArray(R"("type":"avclose","retcode":12)") << false << "打开失败(12)";
+    QTest::newRow("lost") << QByteArray(R"("type":"avclose","retcode":15)") << true << "打开失败(15)";
+    QTest::newRow("other type with a code") << QByteArray(R"("type":"error","retcode":-3)") << true << "打开失败(-3)";
+}
+
+void tst_MonitorMainUI::failuresAreShown() {
+    QFETCH(QByteArray, report);
+    QFETCH(bool, wasOpen);
+    QFETCH(QString, text);
+    openByDoubleClick(QStringLiteral("大门"));
+    const int id = lastId();
+    if (wasOpen) {
+        this->report(id, R"("type":"avopen","avparam":{})");
+        QTRY_COMPARE(tile(0).requestId(), id);
+    }
+    this->report(id, report.constData());
+    QTRY_COMPARE(tile(0).text(), text);
+    QCOMPARE(tile(0).requestId(), 0);
+    QVERIFY(!window_->live().isOpen(QStringLiteral("a")));
+    // The next open starts from nothing.
+    openByDoubleClick(QStringLiteral("大门"));
+    QVERIFY(lastId() > id);
+}
+
+void tst_MonitorMainUI::reportsOfOtherRequestsChangeNothing() {
+    openByDoubleClick(QStringLiteral("大门"));
+    const int id = lastId();
+    report(id, R"("type":"avopen","avparam":{})");
+    QTRY_COMPARE(tile(0).requestId(), id);
+    const MessageLog log;
+    sdk_.respond(id, R"({"type":"avclose","reqid":9999,"retcode":1})");
+    QTRY_COMPARE(log.count(QStringLiteral("!!!!!!!!!!!!!!reqid not equeal")), 1);
+    sdk_.respond(id, R"({"type":"avopen","reqid":9999})");
+    QTRY_COMPARE(log.count(QStringLiteral("reqid not equeal")), 2);
+    for (const char* garbage : {"", "[]", "{}", "avclose", R"({"type":7,"retcode":"x"})"})
+        sdk_.respond(id, garbage);
+    for (const char* frame : {R"({"type":"decodevideodata"})", R"({"type":"decodevideodata","data":0,"w":64,"h":36})",
+                              R"({"type":"decodevideodata","data":4096,"w":-2,"h":36})",
+                              R"({"type":"decodevideodata","data":4096,"w":100000000,"h":100000000})"})
+        sdk_.respond(id, frame);
+    QCoreApplication::processEvents();
+    QCOMPARE(tile(0).requestId(), id);
+    QCOMPARE(tile(0).frameSize().width, 0U);
+    QCOMPARE(log.count(QStringLiteral("picture refused")), 1);
+}
+
+void tst_MonitorMainUI::refusedDeviceShowsTheText() {
+    window_->grid().setLayout(1, 1, false);
+    const std::size_t before = sdk_.requests().size();
+    openByDoubleClick(QStringLiteral("B"));
+    QCOMPARE(message(), QStringLiteral("请确认设备[b]在默认组[一组]中的索引小于64"));
+    QCOMPARE(sdk_.requests().size(), before);
+    openByDoubleClick(QStringLiteral("S")); // has no video
+    QCOMPARE(sdk_.requests().size(), before);
+}
+
+void tst_MonitorMainUI::signOutStopsEverything() {
+    openByDoubleClick(QStringLiteral("大门"));
+    const int id = lastId();
+    report(id, R"("type":"avopen","avparam":{})");
+    QTRY_COMPARE(tile(0).requestId(), id);
+    QTest::mouseClick(window_->findChild<QToolButton*>(QStringLiteral("accountButton")), Qt::LeftButton);
+    QCOMPARE(sdk_.stopped(), std::vector<int>{id});
+    QCOMPARE(corvanta::json::parseObject(sdk_.configs().back()).value(QStringLiteral("type")).toString(),
+             QStringLiteral("logout"));
+    sdk_.setDocument(R"({"type":"phoneid"})", "");
+    sdk_.sendToClient(R"({"type":"logout"})");
+    QTRY_VERIFY(tree().isEmpty());
+    QVERIFY(window_->findChild<QPushButton*>(QStringLiteral("emptySignIn"))->isVisible());
+}
+
+void tst_MonitorMainUI::searchFindsDevices() {
+    auto* const search = window_->findChild<QLineEdit*>(QStringLiteral("deviceSearch"));
+    QTest::keyClicks(search, QStringLiteral("b"));
+    const QModelIndex group = tree().model()->index(0, 0);
+    QCOMPARE(tree().model()->rowCount(group), 1);
+    QTest::keyClicks(search, QStringLiteral("(*[")); // is text, not a pattern
+    QCOMPARE(tree().model()->rowCount(), 0);
+    search->clear();
+    QCOMPARE(tree().model()->rowCount(tree().model()->index(0, 0)), 3);
+}
+
+// Pictures come from several threads until the very end.
+void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
+    std::atomic<bool> stop{false};
+    std::atomic<int> sent{0};
+    picture_.assign(64 * 36 * 3 / 2, 128);
+    sdk_.onRequest = {};
+    openByDoubleClick(QStringLiteral("大门"));
+    openByDoubleClick(QStringLiteral("B"));
+    std::vector<std::thread> threads;
+    for (const FakeSdk::Request& request : sdk_.requests()) {
+        threads.emplace_back([this, request, &stop, &sent] {
+            const std::string id = "{\"reqid\":" + std::to_string(request.id);
+            const std::string frame = id + ",\"type\":\"decodevideodata\",\"data\":" +
+                                      std::to_string(reinterpret_cast<std::intptr_t>(picture_.data())) +
+                                      ",\"w\":64,\"h\":36}";
+            request.callback(id + R"(,"type":"avopen","avparam":{}})");
+            while (!stop) {
+                request.callback(frame);
+                request.callback(id + R"(,"type":"avstate","state":2})");
+                ++sent;
+                std::this_thread::yield();
+            }
+        });
+    }
+    QTRY_VERIFY(tile(0).frameSize().width > 0 && tile(1).frameSize().width > 0);
+    window_->grid().setLayout(8, 8, false);
+    window_->live().stopTile(1);
+    frame_.reset();
+    const int before = sent;
+    QTRY_VERIFY(sent > before + 20); // still talking, to nobody
+    stop = true;
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+QTEST_MAIN(tst_MonitorMainUI)
+#include "tst_MonitorMainUI.moc"
