@@ -183,6 +183,7 @@ void Engine::stop() {
     // First the callbacks, then what waits: what the client asked for before is still done, only not answered.
     keeper_.shut();
     service_.finish();
+    hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
     hub_.reset();
     database_.close();

@@ -15,6 +15,7 @@ public:
         return hub_.subscribe(subscription, std::move(listener));
     }
     void unsubscribe(int id) override { hub_.unsubscribe(id); }
+    void stop() override { hub_.stop(); }
     media::StreamError snapshot(int id, const std::filesystem::path& file) override {
         return hub_.snapshot(id, file);
     }

@@ -23,6 +23,8 @@ public:
     virtual int subscribe(const media::Subscription& subscription,
                           std::shared_ptr<media::StreamListener> listener) = 0;
     virtual void unsubscribe(int id) = 0;
+    /// Ends every subscription and breaks off pending snapshots and previews; nothing begins any more.
+    virtual void stop() = 0;
     virtual media::StreamError snapshot(int id, const std::filesystem::path& file) = 0;
     virtual media::StreamError preview(const media::Subscription& subscription, int width,
                                        std::chrono::milliseconds timeout, std::vector<std::uint8_t>& jpeg) = 0;

@@ -9,7 +9,7 @@ namespace ipncsdk::device {
 enum class Right {
     Admin,  ///< "admin": own it, change everything
     Video,  ///< "video": watch it
-    Record, ///< "record": take its coded stream and pictures of it
+    Record, ///< "record": take its coded stream
     Ptz,    ///< "ptz": move it
     Param   ///< "param": read its parameters and sensor data
 };

@@ -1,0 +1,179 @@
+#include "TestSdk.h"
+
+#include "world/FirstWorld.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <future>
+#include <thread>
+#include <utility>
+
+namespace ipncsdk::test {
+
+namespace {
+
+constexpr std::chrono::seconds patience{60};
+
+} // namespace
+
+bool waitFor(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+void Received::add(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    messages_.push_back(Json::parse(text));
+}
+
+std::vector<Json> Received::all() const {
+    const std::lock_guard lock(mutex_);
+    return messages_;
+}
+
+std::vector<Json> Received::ofType(const std::string& type) const {
+    std::vector<Json> found;
+    for (const Json& message : all()) {
+        if (textAt(message, "type") == type)
+            found.push_back(message);
+    }
+    return found;
+}
+
+Json Received::waitForType(const std::string& type) const {
+    return waitFor([&] { return !ofType(type).empty(); }) ? ofType(type).front() : Json();
+}
+
+void Received::clear() {
+    const std::lock_guard lock(mutex_);
+    messages_.clear();
+}
+
+TestSdk::TestSdk()
+    : runtime(options()) {}
+
+api::RuntimeOptions TestSdk::options() const {
+    api::RuntimeOptions options;
+    options.root = folder.path().toStdString();
+    options.clock = clock;
+    options.makeHub = [script = hub](media::HubOptions hubOptions) {
+        return std::make_unique<FakeHub>(script, std::move(hubOptions));
+    };
+    options.passwordCost = service::PasswordHasher::least();
+    options.storeTimeout = std::chrono::seconds(1);
+    return options;
+}
+
+emReturnValue TestSdk::start() {
+    const emReturnValue started = runtime.startup();
+    if (started != emSuccess)
+        return started;
+    return runtime.setClientCallback([this](const std::string& message, std::string&) { client.add(message); });
+}
+
+Json TestSdk::ask(const Json& message) {
+    // The callback may come after the wait was given up: what it writes to is its own.
+    auto response = std::make_shared<std::promise<std::string>>();
+    auto future = response->get_future();
+    int id = 0;
+    runtime.requestMessage(toText(message), id, [response](const std::string& text) { response->set_value(text); });
+    if (id <= 0 || future.wait_for(patience) != std::future_status::ready)
+        return {};
+    return Json::parse(future.get());
+}
+
+Json TestSdk::askAccount(const std::string& operation, const Json& params) {
+    const char* key = operation == "logon" ? "reqtype" : "clienttype";
+    return ask({{"reqtype", "urlreq"}, {"urlreq", {{key, operation}, {"params", params}}}});
+}
+
+Json TestSdk::askDevice(const Json& message) {
+    Json request = message;
+    request["reqtype"] = "p2pmsg";
+    return ask(request);
+}
+
+Json TestSdk::command(const Json& message) {
+    auto result = std::make_shared<std::promise<std::string>>();
+    auto future = result->get_future();
+    runtime.setConfig(toText(message), [result](const std::string& text) { result->set_value(text); });
+    return future.wait_for(patience) == std::future_status::ready ? Json::parse(future.get()) : Json();
+}
+
+Json TestSdk::document(const std::string& name) {
+    std::string text;
+    runtime.getConfig(toText({{"type", name}}), text);
+    return text.empty() ? Json() : Json::parse(text);
+}
+
+Json TestSdk::device(const std::string& ipncid) {
+    const Json list = document("ipnclist");
+    for (const Json& record : list.at("ipnclist")) {
+        if (record.at("ipncid") == ipncid)
+            return record;
+    }
+    return {};
+}
+
+bool TestSdk::signIn() {
+    return signIn(world::firstPhone);
+}
+
+bool TestSdk::signIn(const std::string& phone) {
+    const Json response = askAccount("logon", {{"phonenumber", phone}, {"phonepassword", world::firstPassword}});
+    return integerAt(response, "retcode") == 0;
+}
+
+void TestSdk::settle() {
+    // The second round is behind what the first one's tasks posted.
+    command({{"type", "try"}});
+    command({{"type", "try"}});
+}
+
+std::filesystem::path TestSdk::path(const std::string& relative) const {
+    return std::filesystem::path(folder.path().toStdString()) / relative;
+}
+
+void TestSdk::write(const std::string& relative, const std::string& content) const {
+    std::filesystem::create_directories(path(relative).parent_path());
+    std::ofstream(path(relative), std::ios::binary) << content;
+}
+
+std::string TestSdk::sqlite(const std::string& statement) const {
+    const std::string command =
+        std::string(SQLITE3_SHELL) + " '" + path("service/service.db").string() + "' \"" + statement + "\" 2>&1";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr)
+        return "no shell";
+    std::string output;
+    std::array<char, 4096> part{};
+    for (std::size_t n = 0; (n = std::fread(part.data(), 1, part.size(), pipe)) > 0;)
+        output.append(part.data(), n);
+    pclose(pipe);
+    while (!output.empty() && output.back() == '\n')
+        output.pop_back();
+    return output;
+}
+
+std::vector<std::string> TestSdk::filesIn(const std::string& relative) const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path(relative)))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Json openMessage(const std::string& ipncid) {
+    return {
+        {"avreq",
+         {{"ipncid", ipncid}, {"reqtype", "avreq"}, {"hd", false}, {"recvdecodeavdata", true}, {"maxopentime", 0}}}};
+}
+
+} // namespace ipncsdk::test

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "FakeHub.h"
+#include "api/Runtime.h"
+#include "base/JsonText.h"
+
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace ipncsdk::test {
+
+/// A clock that a test moves on.
+class ManualClock final : public Clock {
+public:
+    void advance(std::chrono::seconds time) { offset_ += time.count(); }
+    [[nodiscard]] std::chrono::steady_clock::time_point steadyNow() const override {
+        return std::chrono::steady_clock::time_point(std::chrono::hours(1)) + std::chrono::seconds(offset_);
+    }
+    [[nodiscard]] std::chrono::system_clock::time_point now() const override {
+        return std::chrono::system_clock::from_time_t(1'700'000'000) + std::chrono::seconds(offset_);
+    }
+
+private:
+    std::atomic<long long> offset_{0};
+};
+
+/// Waits until `condition` holds; false when it still does not after a minute.
+bool waitFor(const std::function<bool()>& condition);
+
+/// Texts that callbacks received, in order. Thread-safe.
+class Received final {
+public:
+    void add(const std::string& text);
+    [[nodiscard]] std::vector<Json> all() const;
+    [[nodiscard]] std::vector<Json> ofType(const std::string& type) const;
+    /// Waits for the first message of this type; null when none comes.
+    [[nodiscard]] Json waitForType(const std::string& type) const;
+    void clear();
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<Json> messages_;
+};
+
+/// An SDK on a temporary folder, with a fake hub and a clock that stands.
+class TestSdk final {
+public:
+    TestSdk();
+
+    /// Starts and installs a client callback that keeps the messages in `client`.
+    emReturnValue start();
+
+    /// Sends a request and waits for its one response; null when none comes.
+    Json ask(const Json& message);
+    Json askAccount(const std::string& operation, const Json& params = Json::object());
+    Json askDevice(const Json& message);
+    /// Runs a command and waits for its result.
+    Json command(const Json& message);
+    Json document(const std::string& name);
+    /// The device record of the "ipnclist" document; null when it is not there.
+    Json device(const std::string& ipncid);
+    /// Signs in as the first account and says whether that worked.
+    bool signIn();
+    bool signIn(const std::string& phone);
+
+    /// Waits until everything sent before has been done.
+    void settle();
+
+    [[nodiscard]] std::filesystem::path path(const std::string& relative) const;
+    void write(const std::string& relative, const std::string& content) const;
+    /// What the sqlite3 shell says to a statement on the store, lines without the last line end.
+    [[nodiscard]] std::string sqlite(const std::string& statement) const;
+    [[nodiscard]] std::vector<std::string> filesIn(const std::string& relative) const;
+
+    QTemporaryDir folder;
+    std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
+    std::shared_ptr<HubScript> hub = std::make_shared<HubScript>();
+    Received client;
+    api::Runtime runtime;
+
+private:
+    api::RuntimeOptions options() const;
+};
+
+/// The "avreq" message for decoded pictures of a camera.
+Json openMessage(const std::string& ipncid);
+
+} // namespace ipncsdk::test

@@ -1,0 +1,196 @@
+#include "TestSdk.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+
+using namespace ipncsdk;
+using namespace ipncsdk::test;
+
+/// The store through its life: made, reopened, damaged, out of reach.
+class tst_Store final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void firstStartMakesTheWorld();
+    void whatWasWrittenIsThereAfterARestart();
+    void damagedStoreIsSetAside_data();
+    void damagedStoreIsSetAside();
+    void setAsideStoreKeepsItsContent();
+    void twoDamagedStoresInOneSecondBothStay();
+    void emptyFileIsAFirstStart();
+    void storeOutOfReachIsSaidAndSurvived_data();
+    void storeOutOfReachIsSaidAndSurvived();
+    void heldStoreRefusesChangesAndKeepsWhatItHas();
+};
+
+void tst_Store::firstStartMakesTheWorld() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    // Read by a program that knows nothing of ours.
+    QCOMPARE(sdk.sqlite("pragma integrity_check"), std::string("ok"));
+    QCOMPARE(sdk.sqlite("pragma foreign_key_check"), std::string());
+    QCOMPARE(sdk.sqlite("pragma journal_mode"), std::string("wal"));
+    QCOMPARE(sdk.sqlite("select count(*) from placements where accountid = 1"), std::string("70"));
+    QCOMPARE(sdk.sqlite("select count(*) from placements p join devices d on d.ipncid = p.ipncid"
+                        " where p.accountid = 1 and d.online = 1"),
+             std::string("64"));
+    QCOMPARE(sdk.sqlite("select distinct substr(passwordhash, 1, 10) from accounts"), std::string("$argon2id$"));
+    QCOMPARE(sdk.sqlite("select count(*) from accounts where passwordhash like '%corvanta%'"), std::string("0"));
+}
+
+void tst_Store::whatWasWrittenIsThereAfterARestart() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    QCOMPARE(sdk.askAccount("addgroup", {{"name", "新分组"}}).at("retcode"), Json(0));
+    const Json before = sdk.document("ipnclist");
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.document("ipnclist").at("ipnclist").empty()); // nobody is signed in after a start
+    QVERIFY(sdk.signIn());
+    QVERIFY(sdk.document("ipnclist") == before);
+    QCOMPARE(before.at("group").back().at("name"), Json("新分组"));
+    QVERIFY(sdk.client.ofType("servicenotice").empty());
+}
+
+void tst_Store::damagedStoreIsSetAside_data() {
+    QTest::addColumn<QByteArray>("content"); // written over the file; empty: `statement` is run instead
+    QTest::addColumn<int>("offset");
+    QTest::addColumn<QByteArray>("statement");
+    QTest::newRow("not a database") << QByteArray(8192, 'x') << 0 << QByteArray();
+    QTest::newRow("a short text") << QByteArray("hello") << -1 << QByteArray();
+    QTest::newRow("pages overwritten") << QByteArray(12000, '\x5a') << 4096 << QByteArray();
+    QTest::newRow("cut off") << QByteArray() << 6000 << QByteArray();
+    QTest::newRow("a table is missing") << QByteArray() << 0 << QByteArray("drop table parameters");
+    QTest::newRow("a column is missing") << QByteArray() << 0 << QByteArray("alter table devices drop column phase");
+    QTest::newRow("a later version") << QByteArray() << 0
+                                     << QByteArray("update facts set value = '99' where name = 'schemaversion'");
+    QTest::newRow("no version") << QByteArray() << 0 << QByteArray("delete from facts");
+}
+
+void tst_Store::damagedStoreIsSetAside() {
+    QFETCH(QByteArray, content);
+    QFETCH(int, offset);
+    QFETCH(QByteArray, statement);
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    const auto file = sdk.path("service/service.db");
+    if (!statement.isEmpty()) {
+        QCOMPARE(sdk.sqlite(statement.toStdString()), std::string());
+    } else if (content.isEmpty()) {
+        std::filesystem::resize_file(file, static_cast<std::uintmax_t>(offset));
+    } else if (offset < 0) {
+        sdk.write("service/service.db", content.toStdString());
+    } else {
+        std::fstream out(file, std::ios::binary | std::ios::in | std::ios::out);
+        out.seekp(offset);
+        out.write(content.data(), content.size());
+    }
+
+    QCOMPARE(sdk.start(), emSuccess);
+    const Json notice = sdk.client.waitForType("servicenotice");
+    const std::string prefix = "service.db.damaged-";
+    std::string kept;
+    for (const std::string& name : sdk.filesIn("service")) {
+        if (name.rfind(prefix, 0) == 0 && name.size() == prefix.size() + 14)
+            kept = name;
+    }
+    QVERIFY(!kept.empty());
+    QVERIFY(notice.at("text").get<std::string>().find(kept) != std::string::npos);
+    // A new world stands in its place.
+    QVERIFY(sdk.signIn());
+    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{70});
+}
+
+void tst_Store::setAsideStoreKeepsItsContent() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    QCOMPARE(sdk.sqlite("update accounts set nickname = 'kept' where id = 1; delete from facts"), std::string());
+    QCOMPARE(sdk.start(), emSuccess);
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    for (const std::string& name : sdk.filesIn("service")) {
+        if (name.find(".damaged-") != std::string::npos)
+            std::filesystem::copy_file(sdk.path("service/" + name), sdk.path("service/service.db"),
+                                       std::filesystem::copy_options::overwrite_existing);
+    }
+    QCOMPARE(sdk.sqlite("select nickname from accounts where id = 1"), std::string("kept"));
+}
+
+void tst_Store::twoDamagedStoresInOneSecondBothStay() {
+    TestSdk sdk;
+    for (int i = 0; i < 3; ++i) {
+        sdk.write("service/service.db", "damaged " + std::to_string(i));
+        QCOMPARE(sdk.start(), emSuccess);
+        QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    }
+    std::vector<std::string> contents;
+    for (const std::string& name : sdk.filesIn("service")) {
+        if (name.find(".damaged-") == std::string::npos)
+            continue;
+        std::ifstream in(sdk.path("service/" + name));
+        std::string text;
+        std::getline(in, text);
+        contents.push_back(text);
+    }
+    std::sort(contents.begin(), contents.end());
+    QVERIFY((contents == std::vector<std::string>{"damaged 0", "damaged 1", "damaged 2"}));
+}
+
+void tst_Store::emptyFileIsAFirstStart() {
+    TestSdk sdk;
+    sdk.write("service/service.db", "");
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    QVERIFY(sdk.client.ofType("servicenotice").empty());
+}
+
+void tst_Store::storeOutOfReachIsSaidAndSurvived_data() {
+    QTest::addColumn<QByteArray>("store");
+    QTest::newRow("a folder has its name") << QByteArray("taken");
+    QTest::newRow("a file has its folder's name") << QByteArray("file/service.db");
+    QTest::newRow("a place where nothing can be made") << QByteArray("/proc/nothing/service.db");
+}
+
+void tst_Store::storeOutOfReachIsSaidAndSurvived() {
+    QFETCH(QByteArray, store);
+    TestSdk sdk;
+    std::filesystem::create_directories(sdk.path("taken"));
+    sdk.write("file", "");
+    sdk.write("config/service.json", R"({"store": ")" + store.toStdString() + R"("})");
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(!sdk.client.waitForType("servicenotice").is_null());
+    const Json response = sdk.askAccount("checkphone", {{"phonenumber", "13800138000"}});
+    QCOMPARE(response.at("retcode"), Json(20));
+    QCOMPARE(response.at("resp").at("errcode"), Json("(store error)"));
+    QVERIFY(!sdk.signIn());
+    QVERIFY(std::filesystem::is_directory(sdk.path("taken")));
+}
+
+void tst_Store::heldStoreRefusesChangesAndKeepsWhatItHas() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    // Another program begins to write and does not end.
+    const std::string command = std::string("sqlite3 '") + sdk.path("service/service.db").string() + "' > /dev/null";
+    FILE* other = popen(command.c_str(), "w");
+    QVERIFY(other != nullptr);
+    std::fputs("begin immediate;\n.shell touch '", other);
+    std::fputs((sdk.path("held").string() + "'\n").c_str(), other);
+    std::fflush(other);
+    QVERIFY(waitFor([&] { return std::filesystem::exists(sdk.path("held")); }));
+
+    QCOMPARE(sdk.askAccount("setphoneparam", {{"nickname", "新名"}}).at("retcode"), Json(20));
+    QCOMPARE(sdk.askAccount("getpersioninfo").at("resp").at("persioninfo").at("nickname"), Json("园区监控中心"));
+    pclose(other);
+    QCOMPARE(sdk.askAccount("setphoneparam", {{"nickname", "新名"}}).at("retcode"), Json(0));
+    QCOMPARE(sdk.sqlite("select nickname from accounts where id = 1"), std::string("新名"));
+}
+
+QTEST_APPLESS_MAIN(tst_Store)
+#include "tst_Store.moc"

@@ -1,0 +1,483 @@
+#include "TestSdk.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <cstdlib>
+#include <future>
+#include <mutex>
+#include <thread>
+
+using namespace ipncsdk;
+using namespace ipncsdk::test;
+using media::StreamError;
+
+/// Streams through the boundary: who gets one, what comes, and how it ends.
+class tst_Video final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void refusals_data();
+    void refusals();
+    void messagesOfAStream();
+    void codedFrames();
+    void subscriptionsSayWhatWasAsked();
+    void hubFailuresCloseTheRequest();
+    void networkCameraThatFailedIsTriedAgain();
+    void stopInsideItsOwnCallback();
+    void streamsStopEachOtherFromCallbacks();
+    void stopWaitsForARunningCallback();
+    void openedAndStoppedFromManyThreads();
+    void cleanupWithStreamsRunning();
+    void cleanupBreaksOffPreviews();
+    void cleanupInsideACallbackIsRefused();
+    void startAndCleanUpFromManyThreads();
+    void snapshots();
+    void previews();
+    void signOutClosesStreams();
+    void transportIsAskedOfTheClient();
+};
+
+namespace {
+
+/// Opens a stream whose messages, but for frames, are kept; counts frames.
+struct Stream {
+    Received messages;
+    std::atomic<int> frames{0};
+    int id = 0;
+
+    void open(TestSdk& sdk, const Json& message) {
+        sdk.runtime.requestMessage(toText(message), id, [this](const std::string& text) { take(text); });
+    }
+    void take(const std::string& text) {
+        const bool isFrame = text.find("videodata\"") != std::string::npos;
+        if (isFrame)
+            ++frames;
+        else
+            messages.add(text);
+    }
+};
+
+Json withKeys(const std::string& ipncid, const Json& keys) {
+    Json message = openMessage(ipncid);
+    message["avreq"].update(keys);
+    return message;
+}
+
+} // namespace
+
+void tst_Video::refusals_data() {
+    QTest::addColumn<QByteArray>("device");
+    QTest::addColumn<bool>("coded");
+    QTest::addColumn<int>("code");
+    QTest::newRow("unknown") << QByteArray("none") << false << 1;
+    QTest::newRow("a friend's, not shared") << QByteArray("FRD0005") << false << 1;
+    QTest::newRow("offline") << QByteArray("CAM0010") << false << 2;
+    QTest::newRow("coded without the right to record") << QByteArray("FRD0003") << true << 3;
+    QTest::newRow("no video") << QByteArray("CAM0005") << false << 5;
+    QTest::newRow("empty id") << QByteArray("") << false << 1;
+}
+
+void tst_Video::refusals() {
+    QFETCH(QByteArray, device);
+    QFETCH(bool, coded);
+    QFETCH(int, code);
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    sdk.runtime.cleanup();
+    QCOMPARE(sdk.sqlite("update devices set type = 'io' where ipncid = 'CAM0005'"), std::string());
+    QCOMPARE(sdk.start(), emSuccess);
+    const Json message = withKeys(device.toStdString(), {{"recvavdata", coded}, {"recvdecodeavdata", !coded}});
+    QCOMPARE(sdk.ask(message).at("retcode"), Json(4));
+    QVERIFY(sdk.signIn());
+    const Json closed = sdk.ask(message);
+    QCOMPARE(closed.at("type"), Json("avclose"));
+    QCOMPARE(closed.at("retcode"), Json(code));
+    QVERIFY(sdk.hub->subscriptions().empty());
+}
+
+void tst_Video::messagesOfAStream() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    std::mutex mutex;
+    std::vector<std::string> types;
+    std::vector<std::uint8_t> picture;
+    Received messages;
+    int id = 0;
+    sdk.runtime.requestMessage(toText(withKeys("CAM0001", {{"hd", true}})), id, [&](const std::string& text) {
+        const Json message = Json::parse(text);
+        const std::lock_guard lock(mutex);
+        const auto type = message.at("type").get<std::string>();
+        if (types.empty() || types.back() != type)
+            types.push_back(type);
+        if (type != "decodevideodata")
+            return messages.add(text);
+        // The address is good for the length of this call.
+        const auto* data = reinterpret_cast<const std::uint8_t*>(message.at("data").get<std::uintptr_t>());
+        picture.assign(data, data + message.at("w").get<int>() * message.at("h").get<int>() * 3 / 2);
+    });
+    QVERIFY(waitFor([&] {
+        const std::lock_guard lock(mutex);
+        return !picture.empty();
+    }));
+    sdk.runtime.stopRequest(id);
+    QVERIFY((types == std::vector<std::string>{"avstate", "avopen", "decodevideodata"}));
+    QVERIFY((picture == std::vector<std::uint8_t>{1, 2, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+    const Json opened = messages.waitForType("avopen");
+    QCOMPARE(opened.at("reqid"), Json(id));
+    QCOMPARE(opened.at("contype"), Json("LOOP"));
+    QCOMPARE(opened.at("avparam"), (Json{{"framerate", 25},
+                                         {"weidth", FakeHub::width},
+                                         {"height", FakeHub::height},
+                                         {"codec", "H264"},
+                                         {"hd", true},
+                                         {"audiolisten", 0},
+                                         {"audioplay", 0}}));
+    QCOMPARE(messages.waitForType("avstate").at("state"), Json(0));
+    QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
+    QVERIFY(messages.ofType("avclose").empty()); // whoever stops is not told that it closed
+}
+
+void tst_Video::codedFrames() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    std::promise<Json> first;
+    std::atomic<bool> had{false};
+    int id = 0;
+    sdk.runtime.requestMessage(toText(withKeys("CAM0001", {{"recvavdata", true}, {"recvdecodeavdata", false}})), id,
+                               [&](const std::string& text) {
+                                   const Json message = Json::parse(text);
+                                   if (message.at("type") == "videodata" && !had.exchange(true))
+                                       first.set_value(message);
+                               });
+    const Json frame = first.get_future().get();
+    QCOMPARE(frame.at("reqid"), Json(id));
+    QCOMPARE(frame.at("len"), Json(12));
+    QCOMPARE(frame.at("key"), Json(true));
+    QVERIFY(frame.at("data").is_number_unsigned());
+    sdk.runtime.stopRequest(id);
+}
+
+void tst_Video::subscriptionsSayWhatWasAsked() {
+    TestSdk sdk;
+    sdk.write("config/service.json", R"({"cameras": [{"ipncid": "porch", "main": "rtsp://h/main",
+        "light": "rtsp://h/light", "user": "u", "password": "p"}]})");
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Stream streams[3];
+    streams[0].open(sdk, withKeys("CAM0002", {{"maxopentime", 3}}));
+    streams[1].open(sdk, withKeys("porch", {{"hd", true}}));
+    streams[2].open(sdk, withKeys("porch", {{"recvavdata", true}}));
+    sdk.settle();
+    const auto wanted = sdk.hub->subscriptions();
+    QCOMPARE(wanted.size(), std::size_t{3});
+    QVERIFY((std::get<media::LoopSource>(wanted[0].source) == media::LoopSource{"东大门出口", 1, 74}));
+    QVERIFY(wanted[0].quality == media::Quality::Light);
+    QVERIFY(wanted[0].openTimeout == std::chrono::minutes(3));
+    QVERIFY((std::get<media::RtspSource>(wanted[1].source) == media::RtspSource{"rtsp://h/main", "u", "p"}));
+    QVERIFY(wanted[1].quality == media::Quality::Main);
+    QVERIFY(!wanted[1].openTimeout);
+    QVERIFY(wanted[1].decoded && !wanted[1].coded);
+    QCOMPARE(std::get<media::RtspSource>(wanted[2].source).url, std::string("rtsp://h/light"));
+    QVERIFY(wanted[2].decoded && wanted[2].coded);
+}
+
+void tst_Video::hubFailuresCloseTheRequest() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    sdk.hub->fail("CAM0001", StreamError::CodecNotSupported);
+    Stream failing;
+    failing.open(sdk, openMessage("CAM0001"));
+    QVERIFY(failing.id > 0);
+    QCOMPARE(failing.messages.waitForType("avclose").at("retcode"), Json(13));
+    Stream lost;
+    lost.open(sdk, openMessage("CAM0002"));
+    QVERIFY(waitFor([&] { return lost.frames > 0; }));
+    sdk.hub->lose = true;
+    QCOMPARE(lost.messages.waitForType("avclose").at("retcode"), Json(15));
+    sdk.runtime.stopRequest(lost.id);
+    QCOMPARE(lost.messages.ofType("avclose").size(), std::size_t{1});
+}
+
+void tst_Video::networkCameraThatFailedIsTriedAgain() {
+    TestSdk sdk;
+    sdk.write("config/service.json", R"({"cameras": [{"ipncid": "porch", "main": "rtsp://h/"}]})");
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    sdk.hub->fail("porch", StreamError::AddressUnreachable);
+    Stream first;
+    first.open(sdk, openMessage("porch"));
+    QCOMPARE(first.messages.waitForType("avclose").at("retcode"), Json(10));
+    QCOMPARE(sdk.device("porch").at("online"), Json(false));
+    sdk.hub->fail("porch", StreamError::None);
+    Stream second;
+    second.open(sdk, openMessage("porch"));
+    QVERIFY(!second.messages.waitForType("avopen").is_null());
+    QCOMPARE(sdk.device("porch").at("online"), Json(true));
+    sdk.runtime.stopRequest(second.id);
+}
+
+void tst_Video::stopInsideItsOwnCallback() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    std::atomic<int> afterStop{0};
+    std::atomic<bool> stopped{false};
+    auto id = std::make_shared<int>(0);
+    sdk.runtime.requestMessage(toText(openMessage("CAM0001")), *id, [&, id](const std::string& text) {
+        if (stopped) {
+            ++afterStop;
+        } else if (text.find("decodevideodata") != std::string::npos) {
+            sdk.runtime.stopRequest(*id);
+            stopped = true;
+        }
+    });
+    QVERIFY(waitFor([&] { return stopped && sdk.hub->running == 0; }));
+    QCOMPARE(afterStop.load(), 0);
+}
+
+void tst_Video::streamsStopEachOtherFromCallbacks() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    for (int round = 0; round < 20; ++round) {
+        std::atomic<int> ids[2] = {0, 0};
+        std::atomic<int> inside{0};
+        std::atomic<int> done{0};
+        for (int self = 0; self < 2; ++self) {
+            int id = 0;
+            auto once = std::make_shared<std::atomic<bool>>(false);
+            sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(self + 1))), id,
+                                       [&, self, once](const std::string& text) {
+                                           if (text.find("decodevideodata") == std::string::npos ||
+                                               once->exchange(true))
+                                               return;
+                                           ++inside;
+                                           waitFor([&] { return inside == 2 && ids[1 - self] > 0; });
+                                           sdk.runtime.stopRequest(ids[1 - self]);
+                                           ++done;
+                                       });
+            ids[self] = id;
+        }
+        QVERIFY(waitFor([&] { return done == 2 && sdk.hub->running == 0; }));
+    }
+}
+
+void tst_Video::stopWaitsForARunningCallback() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    for (int round = 0; round < 50; ++round) {
+        auto buffer = std::make_unique<std::vector<char>>(1000);
+        std::atomic<bool> running{false};
+        int id = 0;
+        sdk.runtime.requestMessage(toText(openMessage("CAM0001")), id, [&](const std::string&) {
+            running = true;
+            for (char& c : *buffer)
+                ++c;
+        });
+        QVERIFY(waitFor([&] { return running.load(); }));
+        sdk.runtime.stopRequest(id);
+        buffer.reset(); // a callback that still ran would write into freed memory
+    }
+}
+
+void tst_Video::openedAndStoppedFromManyThreads() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 6; ++t) {
+        threads.emplace_back([&, t] {
+            for (int n = 0; n < 40; ++n) {
+                std::atomic<int> frames{0};
+                std::atomic<bool> stopped{false};
+                int id = 0;
+                sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(1 + (t + n) % 9))), id,
+                                           [&](const std::string&) {
+                                               if (stopped)
+                                                   std::abort();
+                                               ++frames;
+                                           });
+                // Some are stopped before they open, some while frames come.
+                if (n % 3 != 0)
+                    waitFor([&] { return frames > n % 7; });
+                sdk.runtime.stopRequest(id);
+                stopped = true;
+                std::string out;
+                if (n % 5 == 0)
+                    sdk.runtime.getConfig(R"({"type":"ipnclist"})", out);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    sdk.settle();
+    QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
+}
+
+void tst_Video::cleanupWithStreamsRunning() {
+    TestSdk sdk;
+    for (int round = 0; round < 5; ++round) {
+        QCOMPARE(sdk.start(), emSuccess);
+        QVERIFY(sdk.signIn());
+        auto frames = std::make_unique<std::atomic<int>>(0);
+        for (int i = 1; i <= 9; ++i) {
+            int id = 0;
+            sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(i))), id,
+                                       [target = frames.get()](const std::string&) { ++*target; });
+        }
+        QVERIFY(waitFor([&] { return *frames > 50; }));
+        // Requests of every kind are under way, too.
+        for (int i = 0; i < 20; ++i) {
+            int id = 0;
+            sdk.runtime.requestMessage(R"({"reqtype":"preview","ipncid":"CAM0001"})", id,
+                                       [target = frames.get()](const std::string&) { ++*target; });
+        }
+        QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+        frames.reset(); // a callback that still ran would write into freed memory
+        QCOMPARE(sdk.hub->running.load(), 0);
+    }
+}
+
+void tst_Video::cleanupBreaksOffPreviews() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    sdk.hub->stall = true;
+    std::atomic<int> called{0};
+    for (int i = 0; i < 5; ++i) {
+        int id = 0;
+        sdk.runtime.requestMessage(R"({"reqtype":"preview","ipncid":"CAM0001"})", id,
+                                   [&](const std::string&) { ++called; });
+    }
+    QVERIFY(waitFor([&] { return sdk.hub->stalled == 2; }));
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    QCOMPARE(called.load(), 0);
+}
+
+void tst_Video::cleanupInsideACallbackIsRefused() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    std::promise<std::pair<int, int>> results;
+    sdk.runtime.setConfig(R"({"type":"try"})", [&](const std::string&) {
+        const int cleanup = sdk.runtime.cleanup();
+        results.set_value({cleanup, sdk.runtime.startup()});
+    });
+    const auto [cleanup, startup] = results.get_future().get();
+    QCOMPARE(cleanup, static_cast<int>(emWrongThread));
+    QCOMPARE(startup, static_cast<int>(emAlreadyStarted));
+    QVERIFY(sdk.signIn());
+}
+
+void tst_Video::startAndCleanUpFromManyThreads() {
+    TestSdk sdk;
+    std::vector<std::thread> threads;
+    std::atomic<int> starts{0};
+    std::atomic<int> cleanups{0};
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&] {
+            for (int n = 0; n < 10; ++n) {
+                if (sdk.runtime.startup() == emSuccess)
+                    ++starts;
+                int id = 0;
+                sdk.runtime.requestMessage(R"({"reqtype":"urlreq"})", id, [](const std::string&) {});
+                sdk.runtime.setConfig(R"({"type":"freshlocal"})", nullptr);
+                sdk.runtime.setClientCallback([](const std::string&, std::string&) {});
+                sdk.runtime.stopRequest(id);
+                if (sdk.runtime.cleanup() == emSuccess)
+                    ++cleanups;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    QVERIFY(starts > 0);
+    QVERIFY(cleanups >= starts);
+}
+
+void tst_Video::snapshots() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Stream stream;
+    stream.open(sdk, openMessage("CAM0001"));
+    QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    const auto capture = [&](const Json& id, const Json& path) {
+        return sdk.command({{"type", "avchange"}, {"reqid", id}, {"capture", path}}).at("retcode");
+    };
+    QCOMPARE(capture(stream.id, "抓拍.jpg"), Json(0));
+    QVERIFY(std::filesystem::exists(sdk.path("抓拍.jpg"))); // relative to the data root
+    QCOMPARE(capture(stream.id, sdk.path("abs.jpg").string()), Json(0));
+    QVERIFY(std::filesystem::exists(sdk.path("abs.jpg")));
+    QCOMPARE(capture(stream.id, sdk.path("no/such/folder.jpg").string()), Json(20));
+    QCOMPARE(capture(stream.id, std::string("a\0.jpg", 6)), Json(6));
+    QCOMPARE(capture(stream.id, ""), Json(6));
+    QCOMPARE(capture(stream.id, 5), Json(6));
+    QCOMPARE(capture("1", "a.jpg"), Json(6));
+    QCOMPARE(capture(123456, "a.jpg"), Json(6));
+    sdk.runtime.stopRequest(stream.id);
+    QCOMPARE(capture(stream.id, "late.jpg"), Json(6));
+    QVERIFY(!std::filesystem::exists(sdk.path("late.jpg")));
+}
+
+void tst_Video::previews() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    std::promise<std::size_t> promise;
+    int id = 0;
+    sdk.runtime.requestMessage(
+        R"({"reqtype":"preview","ipncid":"CAM0001","width":64})", id, [&](const std::string& text) {
+            const Json message = Json::parse(text);
+            const auto* data = reinterpret_cast<const char*>(message.at("data").get<std::uintptr_t>());
+            const std::string jpeg(data, message.at("len").get<std::size_t>());
+            promise.set_value(static_cast<std::size_t>(std::count(jpeg.begin(), jpeg.end(), 7)));
+        });
+    QCOMPARE(promise.get_future().get(), std::size_t{64});
+    const auto code = [&](const char* ipncid) {
+        return sdk.ask({{"reqtype", "preview"}, {"ipncid", ipncid}}).at("retcode");
+    };
+    QCOMPARE(code("FRD0005"), Json(1));
+    QCOMPARE(code("CAM0010"), Json(2));
+    sdk.hub->fail("CAM0002", StreamError::TimedOut);
+    QCOMPARE(code("CAM0002"), Json(14));
+}
+
+void tst_Video::signOutClosesStreams() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Stream streams[3];
+    for (int i = 0; i < 3; ++i)
+        streams[i].open(sdk, openMessage("CAM000" + std::to_string(i + 1)));
+    for (Stream& stream : streams)
+        QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    QCOMPARE(sdk.command({{"type", "logout"}}).at("retcode"), Json(0));
+    for (Stream& stream : streams) {
+        const auto closed = stream.messages.ofType("avclose");
+        QCOMPARE(closed.size(), std::size_t{1});
+        QCOMPARE(closed.front().at("retcode"), Json(4));
+    }
+    QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
+}
+
+void tst_Video::transportIsAskedOfTheClient() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    const auto ask = sdk.hub->options().socketDelegate;
+    QVERIFY(ask() == nullptr);
+    sdk.runtime.setClientCallback([](const std::string& message, std::string& reply) {
+        if (Json::parse(message).at("type") == "getsocketdelegate")
+            reply = "-64";
+    });
+    QCOMPARE(reinterpret_cast<std::intptr_t>(ask()), std::intptr_t{-64});
+    sdk.runtime.setClientCallback(nullptr);
+    QVERIFY(ask() == nullptr);
+}
+
+QTEST_APPLESS_MAIN(tst_Video)
+#include "tst_Video.moc"
