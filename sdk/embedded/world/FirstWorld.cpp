@@ -8,7 +8,6 @@
 
 #include <soci/soci.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string_view>
@@ -102,30 +101,31 @@ void insertPeople(soci::session& sql, const std::string& passwordHash) {
     }
 }
 
-/// Inserts the first account's cameras and what it shares of them.
-void insertOwnCameras(soci::session& sql, const std::array<store::GroupId, friends.size()>& groupsOfFriends) {
-    int number = 0;
-    for (const GroupPlan& plan : ownGroups()) {
-        const store::GroupId group = store::insertGroup(sql, ownerId, plan.name);
-        for (const char* name : plan.cameras) {
-            ++number;
-            store::Device device = cameraDevice(numbered("CAM", number), name, ownerId, number);
-            const auto isThis = [name](std::string_view other) {
-                return other == name;
-            };
-            device.online = std::none_of(offlineCameras().begin(), offlineCameras().end(), isThis);
-            for (const BoardPlan& board : boards()) {
-                if (isThis(board.camera)) {
-                    device.interfaces = toText(Json::parse(board.interfaces));
-                    device.extend = toText(Json::parse(board.extend));
-                }
+using GroupsOfFriends = std::array<store::GroupId, friends.size()>;
+
+/// Inserts one of the first account's groups with its cameras and what it shares of them; `number` counts the
+/// cameras.
+void insertOwnGroup(soci::session& sql, const GroupPlan& plan, bool online, const GroupsOfFriends& groupsOfFriends,
+                    int& number) {
+    const store::GroupId group = store::insertGroup(sql, ownerId, plan.name);
+    for (const char* name : plan.cameras) {
+        ++number;
+        store::Device device = cameraDevice(numbered("CAM", number), name, ownerId, number);
+        device.online = online;
+        const auto isThis = [name](std::string_view other) {
+            return other == name;
+        };
+        for (const BoardPlan& board : boards()) {
+            if (isThis(board.camera)) {
+                device.interfaces = toText(Json::parse(board.interfaces));
+                device.extend = toText(Json::parse(board.extend));
             }
-            store::insertDevice(sql, device, group, name);
-            for (const OwnShare& share : ownShares) {
-                if (isThis(share.camera))
-                    store::insertShare(sql, device.ipncid, share.friendId, rightsOfFriends,
-                                       groupsOfFriends[static_cast<std::size_t>(share.friendId - giverId)], name);
-            }
+        }
+        store::insertDevice(sql, device, group, name);
+        for (const OwnShare& share : ownShares) {
+            if (isThis(share.camera))
+                store::insertShare(sql, device.ipncid, share.friendId, rightsOfFriends,
+                                   groupsOfFriends[static_cast<std::size_t>(share.friendId - giverId)], name);
         }
     }
 }
@@ -146,11 +146,14 @@ void insertGivenCameras(soci::session& sql, store::GroupId groupOfGiver) {
 
 void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword) {
     insertPeople(sql, hashPassword(firstPassword));
-    std::array<store::GroupId, friends.size()> groupsOfFriends{};
+    GroupsOfFriends groupsOfFriends{};
     for (std::size_t i = 0; i < friends.size(); ++i)
         groupsOfFriends[i] = store::insertGroup(sql, friends[i].id, groupOfFriends);
-    insertOwnCameras(sql, groupsOfFriends);
+    int number = 0;
+    for (const GroupPlan& plan : ownGroups())
+        insertOwnGroup(sql, plan, true, groupsOfFriends, number);
     insertGivenCameras(sql, groupsOfFriends[0]);
+    insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
 }
 
 } // namespace ipncsdk::world

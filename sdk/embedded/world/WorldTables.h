@@ -9,7 +9,7 @@ struct GroupPlan {
     std::vector<const char*> cameras; ///< names, in display order
 };
 
-/// The first account's groups and the cameras in them.
+/// The first account's groups and the cameras in them, all of them online.
 const std::vector<GroupPlan>& ownGroups();
 
 /// Cameras that a friend owns and gives to the first account.
@@ -28,7 +28,8 @@ struct BoardPlan {
 };
 const std::vector<BoardPlan>& boards();
 
-/// Cameras that can't be reached, by name.
-const std::vector<const char*>& offlineCameras();
+/// The first account's last group: cameras that can't be reached. Every one that can be stands before them, so that
+/// a wall of 64 is full.
+const GroupPlan& groupOfOffline();
 
 } // namespace ipncsdk::world
