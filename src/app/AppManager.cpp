@@ -135,9 +135,13 @@ void AppManager::StopRequest(int requestId) {
     gateway_.StopRequest(requestId);
 }
 
-void AppManager::refreshList(const QString& mode) { corvanta::refreshDeviceList(gateway_, *this, mode); }
+void AppManager::refreshList(const QString& mode) {
+    corvanta::refreshDeviceList(gateway_, *this, mode);
+}
 
-void AppManager::refreshLocalList(const QString& mode) { corvanta::refreshLocalList(gateway_, *this, mode); }
+void AppManager::refreshLocalList(const QString& mode) {
+    corvanta::refreshLocalList(gateway_, *this, mode);
+}
 
 void AppManager::autoLogin() {
     emit updateTitle(settings_.title());
@@ -145,7 +149,7 @@ void AppManager::autoLogin() {
         onLoginTip(true);
 }
 
-void AppManager::ontip(QString title, QString context) {
+void AppManager::ontip(const QString& title, const QString& context) {
     ui_.showTip(title, context);
 }
 
@@ -182,7 +186,7 @@ void AppManager::onFreshlocal() {
     emit sig_freshlocal(localDevices_);
 }
 
-void AppManager::TriggerAlarm(QVariantMap AlarmMap) {
+void AppManager::TriggerAlarm(const QVariantMap& AlarmMap) {
     emit sig_triggerAlarm(AlarmMap);
 }
 

@@ -52,12 +52,12 @@ public:
 
 public slots:
     void autoLogin();
-    void ontip(QString title, QString context);
+    void ontip(const QString& title, const QString& context);
     void onLoginTip(bool isAuto = false);
     void onlogout();
     void onlogin();
     void deviceFresh();
-    void TriggerAlarm(QVariantMap AlarmMap);
+    void TriggerAlarm(const QVariantMap& AlarmMap);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);

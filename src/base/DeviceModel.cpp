@@ -83,7 +83,7 @@ DeviceModel DeviceModel::fromDocument(const QVariantMap& document, const QString
     return model;
 }
 
-void DeviceModel::addDevice(DeviceRecord device) {
+void DeviceModel::addDevice(const DeviceRecord& device) {
     const QString id = device.ipncId;
     if (id.isEmpty()) {
         qDebug() << "device without ipncid left out";
@@ -97,7 +97,7 @@ void DeviceModel::addDevice(DeviceRecord device) {
     if (!corvanta::dataTree::pathComponent(id))
         qDebug() << "device id cannot name a folder" << id;
     order_ += id;
-    devices_.insert(id, std::move(device));
+    devices_.insert(id, device);
 }
 
 void DeviceModel::assignGroups() {

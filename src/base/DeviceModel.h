@@ -85,7 +85,7 @@ public:
     QVariantMap deviceMap() const;
 
 private:
-    void addDevice(DeviceRecord device);
+    void addDevice(const DeviceRecord& device);
     void assignGroups();
     void assignTiles();
 

@@ -1,7 +1,9 @@
 #include "base/Settings.h"
 
 #include "base/JsonText.h"
+#include "platform/Autostart.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QDir>
@@ -10,6 +12,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+
+#include <filesystem>
 
 namespace keys = corvanta::keys;
 
@@ -105,6 +109,12 @@ void Settings::set(const QString& key, const QVariant& value) {
 
 QString Settings::title() const {
     return get(keys::AppName).toString() + QStringLiteral("--") + get(keys::CompanyName).toString();
+}
+
+void Settings::setAutostart(bool enabled) {
+    const std::filesystem::path program(QCoreApplication::applicationFilePath().toStdU16String());
+    if (const std::error_code error = corvanta::platform::setAutostart(enabled, program))
+        qDebug() << "start with the system could not be set" << QString::fromStdString(error.message());
 }
 
 void Settings::save() {

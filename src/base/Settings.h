@@ -76,6 +76,9 @@ public:
     /// Application name, "--", company name.
     QString title() const;
 
+    /// Makes this user's next sign-in to the system start the program, or not. Kept by the system, not in the file.
+    static void setAutostart(bool enabled);
+
     /// The newest snapshot. Any thread; the reference stays valid as long as the settings do.
     const SdkThreadSettings& forSdkThreads() const { return *published_.load(std::memory_order_acquire); }
 

@@ -13,10 +13,10 @@
 #include <string>
 
 namespace {
-constexpr std::size_t SendLimit = 256 * 1024; // bytes that wait to be sent before `Send` waits
+constexpr std::size_t SendLimit = 262144; // bytes (256 KiB) that wait to be sent before `Send` waits
 // What comes is taken at once: a proxied socket with a limited read buffer loses its notification when the buffer was
 // full, and falls silent. An SDK that leaves this much lying has lost the connection already.
-constexpr std::size_t ReceiveLimit = 64 * 1024 * 1024; // bytes
+constexpr std::size_t ReceiveLimit = 67108864; // bytes, 64 MiB
 } // namespace
 
 /// What the SDK's threads and the socket's thread share. Everything below `mutex`.

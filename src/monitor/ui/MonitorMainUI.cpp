@@ -159,7 +159,7 @@ void MonitorMainUI::onTileAction(int tileIndex, TileAction action) {
         leaveFullScreen();
 }
 
-void MonitorMainUI::slotDeal(QString name, QVariant value) {
+void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
     if (name == LiveVideo::operation())
         live_->onReport(value.toMap());
 }

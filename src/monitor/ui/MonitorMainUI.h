@@ -39,7 +39,7 @@ signals:
     void sigDeal(QString name, QVariant value);
 
 public slots:
-    void slotDeal(QString name, QVariant value);
+    void slotDeal(const QString& name, const QVariant& value);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
