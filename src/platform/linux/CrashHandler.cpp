@@ -37,7 +37,7 @@ constexpr std::array<FatalSignal, 5> fatalSignals{
 constexpr unsigned longestReport = 20;
 
 /// Usable bytes of a handler's stack: the unwinder and the kernel's copy of wide registers need some 10 KiB each.
-constexpr std::size_t stackSize = 128 * 1024;
+constexpr std::size_t stackSize = std::size_t{128} * 1024;
 
 constexpr int mostFrames = 64;
 

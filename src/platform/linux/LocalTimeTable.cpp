@@ -6,7 +6,7 @@ namespace corvanta::platform {
 
 namespace {
 
-constexpr std::time_t day = 24 * 60 * 60;
+constexpr std::time_t day = 86400; // seconds
 
 long offsetAt(std::time_t time) {
     std::tm local{};
@@ -61,7 +61,7 @@ void LocalTimeTable::prepare(std::time_t now) {
     tzset();
     count_ = 0;
     periods_[count_++] = {now, offsetAt(now)};
-    for (std::time_t time = now; time < now + 2 * 366 * day && count_ < periods_.size(); time += day) {
+    for (std::time_t time = now; time < now + 731 * day && count_ < periods_.size(); time += day) {
         if (offsetAt(time + day) != offsetAt(time)) {
             const std::time_t change = findChange(time, time + day);
             periods_[count_++] = {change, offsetAt(change)};
