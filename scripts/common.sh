@@ -10,7 +10,7 @@ corvanta_packages_build=(
     qtbase5-dev libqt5svg5-dev qtmultimedia5-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev
     libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
-    libfreetype-dev libfontconfig-dev nlohmann-json3-dev libsystemd-dev
+    libfreetype-dev nlohmann-json3-dev libsystemd-dev
 )
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libqt5multimedia5-plugins)
 corvanta_packages_test=(

@@ -4,7 +4,9 @@
 #include <QFile>
 
 // In a static library nothing refers to the resources, so the linker would leave them out.
-static void initialiseResources() { Q_INIT_RESOURCE(style); }
+static void initialiseResources() {
+    Q_INIT_RESOURCE(style);
+}
 
 namespace corvanta {
 

@@ -1,5 +1,6 @@
 #include "monitor/ui/DevicePanel.h"
 
+#include "base/ui/BarButton.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 #include "monitor/ui/DeviceTree.h"
@@ -33,11 +34,8 @@ DevicePanel::DevicePanel(QWidget* parent)
     search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
     head->addWidget(search_, 1);
-    auto* const refresh = new QToolButton(this);
-    refresh->setObjectName(QStringLiteral("refreshDevices"));
-    refresh->setAccessibleName(tr("刷新设备列表"));
-    refresh->setToolTip(tr("刷新设备列表"));
-    refresh->setIcon(corvanta::svgIcon(QStringLiteral("refresh"), theme::TextOnDark));
+    QToolButton* const refresh =
+        corvanta::barButton(this, QStringLiteral("refreshDevices"), tr("刷新设备列表"), QStringLiteral("refresh"));
     connect(refresh, &QToolButton::clicked, this, &DevicePanel::sigRefresh);
     head->addWidget(refresh);
     column->addLayout(head);

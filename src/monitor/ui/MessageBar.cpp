@@ -1,6 +1,6 @@
 #include "monitor/ui/MessageBar.h"
 
-#include "base/ui/SvgIcon.h"
+#include "base/ui/BarButton.h"
 #include "base/ui/Theme.h"
 #include "monitor/Layouts.h"
 
@@ -54,13 +54,7 @@ MessageBar::MessageBar(QWidget* parent)
 }
 
 QToolButton* MessageBar::addButton(const QString& objectName, const QString& text, const QString& drawing) {
-    auto* const button = new QToolButton(this);
-    button->setObjectName(objectName);
-    button->setAccessibleName(text);
-    button->setToolTip(text);
-    button->setIcon(corvanta::svgIcon(drawing, theme::TextOnDark));
-    button->setIconSize(QSize(theme::IconSize, theme::IconSize));
-    button->setFocusPolicy(Qt::TabFocus);
+    QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
     layout()->addWidget(button);
     return button;
 }

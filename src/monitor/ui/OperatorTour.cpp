@@ -62,7 +62,7 @@ void OperatorTour::largeWindow() {
 void OperatorTour::planShort() {
     signIn();
     layout(3, 3, QStringLiteral("live-9"));
-    pause(1500);
+    pause(6000); // until the texts over the pictures have gone
     picture(QStringLiteral("live-9-later"));
     layout(1, 1, QStringLiteral("live-1"));
 }

@@ -1,5 +1,6 @@
 #include "monitor/ui/TopBar.h"
 
+#include "base/ui/BarButton.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 
@@ -39,14 +40,7 @@ TopBar::TopBar(QWidget* parent)
 }
 
 QToolButton* TopBar::addButton(const QString& objectName, const QString& text, const QString& drawing) {
-    auto* const button = new QToolButton(this);
-    button->setObjectName(objectName);
-    button->setText(text);
-    button->setAccessibleName(text);
-    button->setToolTip(text);
-    button->setIcon(corvanta::svgIcon(drawing, theme::TextOnDark));
-    button->setIconSize(QSize(theme::IconSize, theme::IconSize));
-    button->setFocusPolicy(Qt::TabFocus);
+    QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
     layout()->addWidget(button);
     return button;
 }
