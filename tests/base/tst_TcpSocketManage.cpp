@@ -1,9 +1,8 @@
 #include "base/TcpSocketManage.h"
+#include "support/ProxyServer.h"
 
-#include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
@@ -58,23 +57,7 @@ private slots:
     void failuresAreTold_data();
     void failuresAreTold();
     void abortEndsWhatWaits();
-
-private:
-    static quint16 freePort();
-    static bool answers(quint16 port);
 };
-
-quint16 tst_TcpSocketManage::freePort() {
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
-
-bool tst_TcpSocketManage::answers(quint16 port) {
-    QTcpSocket probe;
-    probe.connectToHost(QHostAddress::LocalHost, port);
-    return probe.waitForConnected(200);
-}
 
 void tst_TcpSocketManage::realProxiesCarryEverything_data() {
     QTest::addColumn<QString>("kind");
@@ -88,32 +71,11 @@ void tst_TcpSocketManage::realProxiesCarryEverything() {
     QFETCH(QString, kind);
     QFETCH(QString, user);
     const Echo echo;
-    const quint16 proxyPort = freePort();
-    QTemporaryDir dir;
-    QProcess proxy;
-    if (kind == QLatin1String("http")) {
-        QFile config(dir.filePath(QStringLiteral("tinyproxy.conf")));
-        QVERIFY(config.open(QIODevice::WriteOnly));
-        config.write("Port " + QByteArray::number(proxyPort) + "\nListen 127.0.0.1\nTimeout 60\nMaxClients 4\n");
-        config.close();
-        proxy.start(QStringLiteral("tinyproxy"), {QStringLiteral("-d"), QStringLiteral("-c"), config.fileName()});
-    } else {
-        QStringList arguments{QStringLiteral("-i"), QStringLiteral("127.0.0.1"), QStringLiteral("-p"),
-                              QString::number(proxyPort)};
-        if (!user.isEmpty())
-            arguments << QStringLiteral("-u") << user << QStringLiteral("-P") << QStringLiteral("secret");
-        proxy.start(QStringLiteral("microsocks"), arguments);
-    }
-    QVERIFY2(proxy.waitForStarted(), qPrintable(proxy.errorString()));
-    QTRY_VERIFY_WITH_TIMEOUT(answers(proxyPort), 10000);
+    ProxyServer proxy;
+    QVERIFY(proxy.start(kind, user));
 
     std::atomic<int> closed{0};
-    TcpSocketManage connection(ProxySettings::fromMap({{QStringLiteral("proxyHostName"), QStringLiteral("127.0.0.1")},
-                                                       {QStringLiteral("proxyPort"), proxyPort},
-                                                       {QStringLiteral("proxyUser"), user},
-                                                       {QStringLiteral("proxyPassword"), QStringLiteral("secret")},
-                                                       {QStringLiteral("proxyType"), kind}}),
-                               [&closed](TcpSocketManage*) { ++closed; });
+    TcpSocketManage connection(ProxySettings::fromMap(proxy.settings()), [&closed](TcpSocketManage*) { ++closed; });
     QVERIFY(connection.Connect("127.0.0.1", echo.port, 10000));
 
     // More than all buffers together, both ways at once.
@@ -134,8 +96,6 @@ void tst_TcpSocketManage::realProxiesCarryEverything() {
     QCOMPARE(connection.Receive(block.data(), int(block.size()), 10000), int(ipncsdk::TCPSocketDelegate::Closed));
     connection.Close();
     QCOMPARE(closed.load(), 1);
-    proxy.terminate();
-    QVERIFY(proxy.waitForFinished());
 }
 
 void tst_TcpSocketManage::failuresAreTold_data() {
@@ -153,7 +113,7 @@ void tst_TcpSocketManage::failuresAreTold() {
     QVERIFY(mute.listen(QHostAddress::LocalHost));
     TcpSocketManage connection(
         ProxySettings::fromMap({{QStringLiteral("proxyHostName"), host},
-                                {QStringLiteral("proxyPort"), silent ? mute.serverPort() : freePort()}}),
+                                {QStringLiteral("proxyPort"), silent ? mute.serverPort() : ProxyServer::freePort()}}),
         {});
     QVERIFY(!connection.Connect("127.0.0.1", 9, silent ? 300 : 10000));
     char byte = 'x';

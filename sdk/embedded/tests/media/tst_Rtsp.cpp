@@ -1,6 +1,6 @@
 #include "DirectDelegate.h"
 #include "RecordingListener.h"
-#include "RtspServer.h"
+#include "support/RtspServer.h"
 #include "media/StreamHub.h"
 #include "media/rtsp/StreamClock.h"
 
