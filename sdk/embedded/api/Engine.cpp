@@ -92,7 +92,7 @@ void Engine::deliverNotices() {
         channel_.deliver(toText({{"type", "servicenotice"}, {"text", text}}));
 }
 
-void Engine::tell(Json message) {
+void Engine::tell(const Json& message) {
     service_.post([this, text = toText(message)] { channel_.deliver(text); });
 }
 

@@ -19,9 +19,7 @@
 
 #include <atomic>
 #include <chrono>
-#include <deque>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -76,7 +74,7 @@ private:
     void notice(const std::string& text);
     void deliverNotices();
     /// Sends an unsolicited message from the service worker, behind what it does now.
-    void tell(Json message);
+    void tell(const Json& message);
     int nextRequestId();
     /// Runs a handler on the service worker.
     void enqueue(const RequestPointer& request, Handler handler, Json message);

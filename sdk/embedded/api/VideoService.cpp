@@ -17,7 +17,7 @@ namespace {
 using media::StreamError;
 
 constexpr std::chrono::milliseconds previewTimeout{8000};
-constexpr std::int64_t longestOpenMinutes = 7 * 24 * 60;
+constexpr std::int64_t longestOpenMinutes = std::int64_t{7} * 24 * 60;
 constexpr std::int64_t leastPreviewWidth = 16;
 constexpr std::int64_t mostPreviewWidth = 1920;
 constexpr std::int64_t usualPreviewWidth = 320;

@@ -23,7 +23,7 @@ api::Runtime& runtime() {
 
 ZELIPNCSDK::ZELIPNCSDK() = default;
 
-ZELIPNCSDK::~ZELIPNCSDK() = default;
+ZELIPNCSDK::~ZELIPNCSDK() {}
 
 ZELIPNCSDK* ZELIPNCSDK::GetInstance() {
     static auto* const instance = new ZELIPNCSDK;

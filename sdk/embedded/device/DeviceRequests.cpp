@@ -77,7 +77,7 @@ Json readValue(const std::string& name, const std::map<std::string, std::string>
     if (parameter == nullptr || parameter->kind == Parameter::Kind::Command)
         return nullptr;
     Json value = storedOrDefault(*parameter, stored, info);
-    if (parameter->kind == Parameter::Kind::Secret && value != "")
+    if (parameter->kind == Parameter::Kind::Secret && value.is_string() && !value.get<std::string>().empty())
         return secretMask;
     return value;
 }

@@ -16,7 +16,7 @@ namespace {
 constexpr std::array documentNames = {"ipnclist", "userinfo", "phoneid", "firstaccount", "localdevice"};
 
 /// A JSON text of the store; `otherwise` when it is not what it should be.
-Json storedJson(const std::string& text, Json otherwise) {
+Json storedJson(const std::string& text, const Json& otherwise) {
     Json value = Json::parse(text, nullptr, false);
     return value.is_discarded() || value.type() != otherwise.type() ? otherwise : value;
 }

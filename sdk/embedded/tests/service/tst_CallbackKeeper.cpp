@@ -97,6 +97,7 @@ void tst_CallbackKeeper::ringOfThreeDoesNotHang() {
     std::atomic<int> inside{0};
     std::atomic<int> refused{0};
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (int self = 0; self < 3; ++self) {
         threads.emplace_back([&, self] {
             keeper.run(gates[self], [&] {
@@ -125,6 +126,7 @@ void tst_CallbackKeeper::shutWaitsForAll() {
     std::atomic<int> inside{0};
     std::atomic<int> left{0};
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {
             CallbackKeeper::Gate gate;
@@ -150,6 +152,7 @@ void tst_CallbackKeeper::replacedClientCallbackNoLongerRuns() {
     api::ClientChannel channel(keeper);
     std::atomic<bool> stop{false};
     std::vector<std::thread> senders;
+    senders.reserve(6);
     for (int i = 0; i < 3; ++i) {
         senders.emplace_back([&] {
             while (!stop)

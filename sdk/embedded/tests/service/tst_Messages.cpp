@@ -172,6 +172,7 @@ void tst_Messages::requestIds() {
     std::vector<int> ids;
     std::atomic<int> answered{0};
     std::vector<std::thread> threads;
+    threads.reserve(6);
     const std::string text = R"({"reqtype":"urlreq","urlreq":{"clienttype":"nothing"}})";
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {

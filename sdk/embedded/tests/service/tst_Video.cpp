@@ -290,6 +290,7 @@ void tst_Video::openedAndStoppedFromManyThreads() {
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (int t = 0; t < 6; ++t) {
         threads.emplace_back([&, t] {
             for (int n = 0; n < 40; ++n) {
@@ -376,6 +377,7 @@ void tst_Video::cleanupInsideACallbackIsRefused() {
 void tst_Video::startAndCleanUpFromManyThreads() {
     TestSdk sdk;
     std::vector<std::thread> threads;
+    threads.reserve(6);
     std::atomic<int> starts{0};
     std::atomic<int> cleanups{0};
     for (int t = 0; t < 4; ++t) {
