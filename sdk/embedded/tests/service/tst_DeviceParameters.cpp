@@ -170,7 +170,7 @@ void tst_DeviceParameters::rights_data() {
     QTest::addColumn<int>("reading");
     QTest::addColumn<int>("writing");
     QTest::newRow("own") << QByteArray("CAM0001") << 0 << 0;
-    QTest::newRow("own, offline") << QByteArray("CAM0010") << 10 << 10;
+    QTest::newRow("own, offline") << QByteArray("CAM0061") << 10 << 10;
     QTest::newRow("shared, with parameters") << QByteArray("FRD0001") << 0 << 6;
     QTest::newRow("shared, without") << QByteArray("FRD0003") << 6 << 6;
     QTest::newRow("a friend's, not shared") << QByteArray("FRD0005") << 7 << 7;
@@ -199,7 +199,7 @@ void tst_DeviceParameters::stateOfADevice() {
         return sdk.ask({{"reqtype", "serverreq"}, {"serverreq", inner}});
     };
     QCOMPARE(state({{"type", "ipncstate"}, {"ipncid", "CAM0001"}}).at("resp").at("online"), Json(true));
-    QCOMPARE(state({{"type", "ipncstate"}, {"ipncstate", {{"ipncid", "CAM0010"}}}}).at("resp").at("online"),
+    QCOMPARE(state({{"type", "ipncstate"}, {"ipncstate", {{"ipncid", "CAM0061"}}}}).at("resp").at("online"),
              Json(false));
     const Json outer =
         sdk.ask({{"reqtype", "serverreq"}, {"ipncid", "CAM0001"}, {"serverreq", {{"type", "ipncstate"}}}});

@@ -72,7 +72,7 @@ void tst_Video::refusals_data() {
     QTest::addColumn<int>("code");
     QTest::newRow("unknown") << QByteArray("none") << false << 1;
     QTest::newRow("a friend's, not shared") << QByteArray("FRD0005") << false << 1;
-    QTest::newRow("offline") << QByteArray("CAM0010") << false << 2;
+    QTest::newRow("offline") << QByteArray("CAM0061") << false << 2;
     QTest::newRow("coded without the right to record") << QByteArray("FRD0003") << true << 3;
     QTest::newRow("no video") << QByteArray("CAM0005") << false << 5;
     QTest::newRow("empty id") << QByteArray("") << false << 1;
@@ -444,7 +444,7 @@ void tst_Video::previews() {
         return sdk.ask({{"reqtype", "preview"}, {"ipncid", ipncid}}).at("retcode");
     };
     QCOMPARE(code("FRD0005"), Json(1));
-    QCOMPARE(code("CAM0010"), Json(2));
+    QCOMPARE(code("CAM0061"), Json(2));
     sdk.hub->fail("CAM0002", StreamError::TimedOut);
     QCOMPARE(code("CAM0002"), Json(14));
 }
