@@ -33,6 +33,11 @@ DevicePanel::DevicePanel(QWidget* parent)
     search_->setPlaceholderText(tr("搜索设备"));
     search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
+    // The style sheet colours the text; the hint is fainter than what was typed.
+    search_->ensurePolished();
+    QPalette colours = search_->palette();
+    colours.setColor(QPalette::PlaceholderText, theme::FaintOnDark);
+    search_->setPalette(colours);
     head->addWidget(search_, 1);
     QToolButton* const refresh =
         corvanta::barButton(this, QStringLiteral("refreshDevices"), tr("刷新设备列表"), QStringLiteral("refresh"));
