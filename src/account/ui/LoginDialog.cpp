@@ -3,6 +3,7 @@
 #include "account/SignIn.h"
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
+#include "base/ui/FaintHint.h"
 #include "base/ui/SendAndReact.h"
 
 #include <QFormLayout>
@@ -24,6 +25,7 @@ QLineEdit* addField(QFormLayout* form, const QString& label, const QString& obje
     edit->setAccessibleName(label);
     edit->setMaxLength(LongestEntry);
     edit->setMinimumWidth(240);
+    corvanta::faintHint(*edit);
     form->addRow(label, edit);
     return edit;
 }

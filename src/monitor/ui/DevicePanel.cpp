@@ -1,6 +1,7 @@
 #include "monitor/ui/DevicePanel.h"
 
 #include "base/ui/BarButton.h"
+#include "base/ui/FaintHint.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 #include "monitor/ui/DeviceTree.h"
@@ -31,6 +32,9 @@ DevicePanel::DevicePanel(QWidget* parent)
     search_->setObjectName(QStringLiteral("deviceSearch"));
     search_->setAccessibleName(tr("搜索设备"));
     search_->setPlaceholderText(tr("搜索设备"));
+    search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
+    search_->setClearButtonEnabled(true);
+    corvanta::faintHint(*search_);
     search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
     // The style sheet colours the text; the hint is fainter than what was typed.
