@@ -26,6 +26,18 @@ DevicePanel::DevicePanel(QWidget* parent)
     column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 0, theme::Step);
     column->setSpacing(theme::Step);
 
+    column->addLayout(makeHead());
+    stack_ = new QStackedWidget(this);
+    tree_ = new DeviceTree(stack_);
+    stack_->addWidget(tree_);
+    stack_->addWidget(makeEmptyState());
+    column->addWidget(stack_, 1);
+
+    connect(search_, &QLineEdit::textChanged, tree_, &DeviceTree::setFilter);
+    showWhatFits();
+}
+
+QLayout* DevicePanel::makeHead() {
     auto* const head = new QHBoxLayout;
     head->setContentsMargins(0, 0, theme::Step, 0);
     search_ = new QLineEdit(this);
@@ -35,25 +47,17 @@ DevicePanel::DevicePanel(QWidget* parent)
     search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
     corvanta::faintHint(*search_);
-    search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
-    search_->setClearButtonEnabled(true);
-    // The style sheet colours the text; the hint is fainter than what was typed.
-    search_->ensurePolished();
-    QPalette colours = search_->palette();
-    colours.setColor(QPalette::PlaceholderText, theme::FaintOnDark);
-    search_->setPalette(colours);
     head->addWidget(search_, 1);
     QToolButton* const refresh =
         corvanta::barButton(this, QStringLiteral("refreshDevices"), tr("刷新设备列表"), QStringLiteral("refresh"));
     connect(refresh, &QToolButton::clicked, this, &DevicePanel::sigRefresh);
     head->addWidget(refresh);
-    column->addLayout(head);
+    return head;
+}
 
-    stack_ = new QStackedWidget(this);
-    tree_ = new DeviceTree(stack_);
-    stack_->addWidget(tree_);
+QWidget* DevicePanel::makeEmptyState() {
     auto* const empty = new QWidget(stack_);
-    auto* const emptyColumn = new QVBoxLayout(empty);
+    auto* const column = new QVBoxLayout(empty);
     emptyText_ = new QLabel(empty);
     emptyText_->setObjectName(QStringLiteral("emptyState"));
     emptyText_->setAlignment(Qt::AlignCenter);
@@ -63,16 +67,12 @@ DevicePanel::DevicePanel(QWidget* parent)
     signIn_->setAccessibleName(tr("登录"));
     signIn_->setProperty("onDark", true);
     connect(signIn_, &QPushButton::clicked, this, &DevicePanel::sigSignIn);
-    emptyColumn->addStretch(1);
-    emptyColumn->addWidget(emptyText_);
-    emptyColumn->addSpacing(2 * theme::Step);
-    emptyColumn->addWidget(signIn_, 0, Qt::AlignCenter);
-    emptyColumn->addStretch(2);
-    stack_->addWidget(empty);
-    column->addWidget(stack_, 1);
-
-    connect(search_, &QLineEdit::textChanged, tree_, &DeviceTree::setFilter);
-    showWhatFits();
+    column->addStretch(1);
+    column->addWidget(emptyText_);
+    column->addSpacing(2 * theme::Step);
+    column->addWidget(signIn_, 0, Qt::AlignCenter);
+    column->addStretch(2);
+    return empty;
 }
 
 void DevicePanel::setSignedIn(bool signedIn) {

@@ -26,6 +26,8 @@ signals:
     void sigRefresh();
 
 private:
+    QLayout* makeHead();
+    QWidget* makeEmptyState();
     void showWhatFits();
 
     DeviceTree* tree_;
