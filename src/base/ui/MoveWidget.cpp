@@ -49,6 +49,8 @@ void MoveWidget::setContent(QWidget* content, const QSize& size, const QString& 
         layout_->addWidget(strip);
     }
     layout_->addWidget(content_, 1);
+    setWindowTitle(content_->windowTitle()); // for the desktop's list of windows
+    connect(content_, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
     resize(size + QSize(2 * Edge, 2 * Edge));
 }
 

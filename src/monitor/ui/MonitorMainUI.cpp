@@ -35,7 +35,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
     connectBars();
     connectTiles();
     connectEvents();
-    topBar_->setTitle(context_.settings.title());
+    setTitle(context_.settings.title());
     bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns());
     onLists();
 }
@@ -106,7 +106,7 @@ void MonitorMainUI::connectTiles() {
 
 void MonitorMainUI::connectEvents() {
     AppEvents& events = context_.events;
-    connect(&events, &AppEvents::updateTitle, topBar_, &TopBar::setTitle);
+    connect(&events, &AppEvents::updateTitle, this, &MonitorMainUI::setTitle);
     connect(&events, &AppEvents::sig_MessageBar, this, &MonitorMainUI::showMessage);
     connect(&events, &AppEvents::sig_deal, this, &MonitorMainUI::sigDeal);
     connect(&events, &AppEvents::quitVidoFullScreenEvent, this, &MonitorMainUI::leaveFullScreen);
@@ -119,6 +119,11 @@ void MonitorMainUI::connectEvents() {
                 else
                     onLists();
             });
+}
+
+void MonitorMainUI::setTitle(const QString& title) {
+    topBar_->setTitle(title);
+    setWindowTitle(title);
 }
 
 void MonitorMainUI::onLists() {

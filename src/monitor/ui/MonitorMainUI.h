@@ -49,6 +49,7 @@ private:
     void connectBars();
     void connectEvents();
     void connectTiles();
+    void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
     void onTileAction(int tileIndex, TileAction action);
