@@ -22,6 +22,13 @@ std::uint8_t mix(std::uint8_t from, std::uint8_t to, unsigned weight) {
     return static_cast<std::uint8_t>((from * (255U - weight) + to * weight + 127U) / 255U);
 }
 
+/// A weight of 0 to 1 (times `full`) as coverage; what is added rounds it.
+std::uint8_t toCoverage(float weight, float full) {
+    constexpr float half = 0.5F;
+    const float value = weight * full + half;
+    return static_cast<std::uint8_t>(value);
+}
+
 std::uint8_t toByte(float value) {
     return static_cast<std::uint8_t>(std::clamp(value, 0.0F, 255.0F));
 }
@@ -135,7 +142,7 @@ void Canvas::fillCoverage(const Box& box, Colour colour, float alpha) {
             float sum = 0;
             for (std::size_t column = 0; column < stride; ++column) {
                 sum += cells[column];
-                coverage[column] = static_cast<std::uint8_t>(std::min(std::abs(sum), 1.0F) * alpha * 255 + 0.5F);
+                coverage[column] = toCoverage(std::min(std::abs(sum), 1.0F), alpha * 255);
             }
             blendRow(row + half, box.left, width, coverage, colour);
         }
@@ -182,7 +189,7 @@ void Canvas::rect(float x, float y, float width, float height, Colour colour, fl
 
 void Canvas::roundedRect(float x, float y, float width, float height, float radius, Colour colour, float alpha) {
     constexpr int steps = 5;
-    std::array<Point, 4 * (steps + 1)> points;
+    std::array<Point, std::size_t{4} * (steps + 1)> points;
     const std::array<Point, 4> centres{Point{x + width - radius, y + height - radius},
                                        Point{x + radius, y + height - radius}, Point{x + radius, y + radius},
                                        Point{x + width - radius, y + radius}};
@@ -274,7 +281,7 @@ void Canvas::glow(Point centre, float radiusX, float radiusY, Colour colour, flo
             for (int column = 0; column < width; ++column) {
                 const float dx = ((static_cast<float>(box.left + column) + 0.5F) / scale_ - centre.x) / radiusX;
                 const float rest = std::max(0.0F, 1 - dx * dx - dy * dy);
-                coverage[column] = static_cast<std::uint8_t>(rest * rest * strength + 0.5F);
+                coverage[column] = toCoverage(rest * rest, strength);
             }
             blendRow(row + half, box.left, width, coverage, colour);
         }

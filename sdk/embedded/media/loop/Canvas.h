@@ -37,6 +37,11 @@ struct Mask {
     int width = 0;
     int height = 0;
     std::vector<std::uint8_t> coverage; ///< width x height, rows from the top
+
+    /// One pixel; it lies inside.
+    std::uint8_t& at(int x, int y) {
+        return coverage[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+    }
 };
 
 /// Draws anti-aliased shapes straight into an I420 picture. Not thread-safe; the picture outlives the canvas.

@@ -15,7 +15,7 @@ using Span = std::span<const std::uint8_t>;
 
 constexpr std::string_view magic = "IPNCLOOP";
 /// Raised whenever pictures, encoding or layout change, so that older files are made anew.
-constexpr std::uint32_t version = 1;
+constexpr std::uint32_t version = 2;
 constexpr std::size_t checkedFrom = 16; ///< what stands before it is magic, version and checksum
 
 std::uint32_t checksum(Span bytes) {

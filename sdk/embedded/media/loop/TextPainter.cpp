@@ -90,7 +90,7 @@ Mask dotLine(std::string_view text, int pixelHeight, int maxWidth) {
             const int column = x / dot % 6;
             const DotGlyph& glyph = *glyphs[static_cast<std::size_t>(x / (6 * dot))];
             const bool set = column < 5 && (glyph.rows[static_cast<std::size_t>(y / dot)] >> (4 - column) & 1) != 0;
-            mask.coverage[static_cast<std::size_t>((y + dot) * mask.width + x)] = set ? 255 : 0;
+            mask.at(x, y + dot) = set ? 255 : 0;
         }
     }
     return mask;
@@ -103,7 +103,7 @@ void layGlyph(Mask& mask, const FT_Bitmap& bitmap, int left, int top) {
             if (left + x < 0 || left + x >= mask.width || top + y < 0 || top + y >= mask.height) {
                 continue;
             }
-            auto& cell = mask.coverage[static_cast<std::size_t>((top + y) * mask.width + left + x)];
+            std::uint8_t& cell = mask.at(left + x, top + y);
             cell = std::max(cell, bitmap.buffer[y * bitmap.pitch + x]);
         }
     }

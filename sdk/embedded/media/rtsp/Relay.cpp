@@ -16,7 +16,7 @@ namespace asio = boost::asio;
 using asio::ip::tcp;
 
 constexpr std::chrono::milliseconds lookUpEvery{100};
-constexpr std::size_t bufferSize = 64 * 1024;
+constexpr std::size_t bufferSize = 65536;
 
 } // namespace
 

@@ -33,8 +33,9 @@ void paintShip(Canvas& canvas, float x, float y) {
                                rgb(170, 66, 70)};
     for (unsigned box = 0; box < 10; ++box) {
         const float left = x - 0.95F + static_cast<float>(box % 5) * 0.6F;
-        canvas.rect(left, y - 0.86F - static_cast<float>(box / 5) * 0.31F, 0.56F, 0.29F,
-                    boxes[(box * 3 + box / 5) % boxes.size()]);
+        const unsigned layer = box / 5;
+        canvas.rect(left, y - 0.86F - static_cast<float>(layer) * 0.31F, 0.56F, 0.29F,
+                    boxes[(box * 3 + layer) % boxes.size()]);
     }
     canvas.rect(x - 2.05F, y - 1.6F, 0.85F, 1.06F, rgb(234, 234, 228));
     canvas.rect(x - 1.98F, y - 1.5F, 0.7F, 0.16F, rgb(54, 74, 92));

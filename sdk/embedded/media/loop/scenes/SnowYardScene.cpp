@@ -60,7 +60,7 @@ void SnowYardScene::paintBackground(Canvas& canvas) const {
 
 void SnowYardScene::paintFrame(Canvas& canvas, float time) const {
     constexpr int folds = 10;
-    std::array<Point, 2 * (folds + 1)> flag;
+    std::array<Point, std::size_t{2} * (folds + 1)> flag;
     for (int fold = 0; fold <= folds; ++fold) {
         const float along = static_cast<float>(fold) / folds;
         const float lift = 0.12F * along * swing(along, 1.2F, -travel(time, 7));
