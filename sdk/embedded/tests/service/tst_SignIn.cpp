@@ -152,6 +152,7 @@ void tst_SignIn::anotherAccountTakesOver() {
     QVERIFY(sdk.signIn("13600136000"));
     // The streams of the one before are closed, and none of its devices is seen.
     QCOMPARE(video.waitForType("avclose").at("retcode"), Json(4));
+    sdk.runtime.stopRequest(id); // the callback has left its variables
     QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
     QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{3});
     QVERIFY(sdk.device("CAM0002").is_null());

@@ -40,13 +40,24 @@ private slots:
 
 namespace {
 
-/// Opens a stream whose messages, but for frames, are kept; counts frames.
+/// A stream whose messages, but for frames, are kept; counts frames. Ends before its SDK does.
 struct Stream {
+    Stream() = default;
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+    ~Stream() {
+        // Waits for a callback that may still be about to leave.
+        if (owner != nullptr)
+            owner->runtime.stopRequest(id);
+    }
+
+    TestSdk* owner = nullptr;
     Received messages;
     std::atomic<int> frames{0};
     int id = 0;
 
     void open(TestSdk& sdk, const Json& message) {
+        owner = &sdk;
         sdk.runtime.requestMessage(toText(message), id, [this](const std::string& text) { take(text); });
     }
     void take(const std::string& text) {
@@ -440,6 +451,7 @@ void tst_Video::previews() {
             promise.set_value(static_cast<std::size_t>(std::count(jpeg.begin(), jpeg.end(), 7)));
         });
     QCOMPARE(promise.get_future().get(), std::size_t{64});
+    sdk.runtime.stopRequest(id); // the callback has left its variables
     const auto code = [&](const char* ipncid) {
         return sdk.ask({{"reqtype", "preview"}, {"ipncid", ipncid}}).at("retcode");
     };
