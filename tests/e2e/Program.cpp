@@ -93,9 +93,6 @@ QPoint Program::accountButton() const {
 QPoint Program::closeButton() const {
     return {frame().right() - 24, frame().top() + 24};
 }
-QPoint Program::fullScreenButton() const {
-    return {frame().right() - 59, frame().top() + 24};
-}
 QPoint Program::layoutButton(int number) const {
     return {frame().right() - 234 + number * 35, frame().bottom() - 24};
 }

@@ -32,7 +32,6 @@ public:
     // Places in the main window, on the screen.
     QPoint accountButton() const;
     QPoint closeButton() const;
-    QPoint fullScreenButton() const;
     /// One of the layout buttons, 0 for the first.
     QPoint layoutButton(int number) const;
     /// A row of the device tree, 0 for the first.
