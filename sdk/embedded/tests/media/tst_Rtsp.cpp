@@ -1,8 +1,8 @@
 #include "DirectDelegate.h"
 #include "RecordingListener.h"
-#include "support/RtspServer.h"
 #include "media/StreamHub.h"
 #include "media/rtsp/StreamClock.h"
+#include "support/RtspServer.h"
 
 #include <QtTest>
 
