@@ -75,6 +75,12 @@ QStringList ScreenPoll::getNextPollDevices(const DeviceModel& devices) {
     for (int step = 0; step < count; ++step) {
         const int index = (start + step) % count;
         QStringList taken = ring[index].ipncIds;
+        if (taken.isEmpty())
+            qDebug() << "poll entry without devices" << index;
+        for (const QString& ipncId : qAsConst(taken)) {
+            if (devices.device(ipncId) == nullptr)
+                qDebug() << "poll entry names an unknown device" << index << ipncId;
+        }
         if (now == Mode::Videos) {
             const auto isAway = [&devices](const QString& ipncId) {
                 const DeviceRecord* const device = devices.device(ipncId);

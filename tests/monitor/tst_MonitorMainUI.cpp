@@ -1,33 +1,23 @@
-#include "app/AppManager.h"
 #include "base/JsonText.h"
-#include "base/ui/MoveWidget.h"
-#include "base/ui/Style.h"
+#include "monitor/MainWindowTest.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
-#include "monitor/ui/MonitorMainUI.h"
-#include "support/FakeSdk.h"
 #include "support/MessageLog.h"
-#include "support/RecordingUi.h"
 #include "video/ui/ItemVideo.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
 
 #include <thread>
 
 /// The main window over a scripted SDK: what the operator does, what the SDK reports, what is seen.
-class tst_MonitorMainUI final : public QObject {
+class tst_MonitorMainUI final : public MainWindowTest {
     Q_OBJECT
 private slots:
-    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
-    void init();
-    void cleanup();
     void openRequestsAsTheTileIsShown_data();
     void openRequestsAsTheTileIsShown();
     void lifeOfAStream();
@@ -40,77 +30,13 @@ private slots:
     void streamsWhileTheWindowIsDestroyed();
 
 private:
-    DeviceTree& tree() const { return window_->devicePanel().tree(); }
-    QString message() const { return window_->findChild<QLabel*>(QStringLiteral("messageLabel"))->text(); }
-    ItemVideo& tile(int index) const { return *window_->grid().tile(index); }
-    QModelIndex treeIndex(const QString& text) const;
-    void openByDoubleClick(const QString& name);
-    QVariantMap lastOpenRequest() const;
-    int lastId() const { return sdk_.requests().back().id; }
-    void report(int id, const char* rest) { sdk_.respond(id, "{\"reqid\":" + std::to_string(id) + "," + rest + "}"); }
-    void sendPicture(int id, int width, int height);
-
-    FakeSdk& sdk_ = FakeSdk::instance();
-    RecordingUi ui_;
-    std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<AppManager> manager_;
-    std::unique_ptr<MoveWidget> frame_;
-    MonitorMainUI* window_ = nullptr;
-    std::vector<uchar> picture_;
-};
-
-void tst_MonitorMainUI::init() {
-    sdk_.reset();
-    sdk_.setDocument(R"({"type":"phoneid"})", R"({"phoneid":"13800138000"})");
-    sdk_.setDocument(R"({"type":"ipnclist"})",
-                     R"({"ipnclist":[{"ipncid":"a","name":"A","nickname":"大门","type":"video","online":true},
-                         {"ipncid":"b","name":"B","type":"video","online":true},
-                         {"ipncid":"s","name":"S","type":"sensor","online":true}],
-                         "group":[{"id":"1","name":"一组","ipnclist":["a","b","s"]}]})");
-    dir_ = std::make_unique<QTemporaryDir>();
-    manager_ = std::make_unique<AppManager>(AppPaths(dir_->path()), ui_, *ipncsdk::ZELIPNCSDK::GetInstance());
-    frame_ = std::make_unique<MoveWidget>();
-    window_ = new MonitorMainUI(manager_->context());
-    frame_->setContent(window_, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
-    frame_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(frame_.get()));
-    window_->grid().setLayout(2, 2, false);
-    sdk_.sendToClient(R"({"type":"freshlist"})");
-    QTRY_VERIFY(!tree().isEmpty());
-}
-
-void tst_MonitorMainUI::cleanup() {
-    frame_.reset();
-    manager_.reset();
-}
-
-QModelIndex tst_MonitorMainUI::treeIndex(const QString& text) const {
-    const QModelIndex group = tree().model()->index(0, 0);
-    for (int row = 0; row < tree().model()->rowCount(group); ++row) {
-        const QModelIndex index = tree().model()->index(row, 0, group);
-        if (index.data().toString() == text)
-            return index;
+    const char* deviceList() const override {
+        return R"({"ipnclist":[{"ipncid":"a","name":"A","nickname":"大门","type":"video","online":true},
+                   {"ipncid":"b","name":"B","type":"video","online":true},
+                   {"ipncid":"s","name":"S","type":"sensor","online":true}],
+                   "group":[{"id":"1","name":"一组","ipnclist":["a","b","s"]}]})";
     }
-    return {};
-}
-
-void tst_MonitorMainUI::openByDoubleClick(const QString& name) {
-    const QPoint place = tree().visualRect(treeIndex(name)).center();
-    QTest::mouseClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, place);
-}
-
-QVariantMap tst_MonitorMainUI::lastOpenRequest() const {
-    return corvanta::json::parseObject(sdk_.requests().back().json).value(QStringLiteral("avreq")).toMap();
-}
-
-void tst_MonitorMainUI::sendPicture(int id, int width, int height) {
-    picture_.assign(static_cast<std::size_t>(width * height * 3 / 2), 128);
-    report(id, ("\"type\":\"decodevideodata\",\"data\":" +
-                std::to_string(reinterpret_cast<std::intptr_t>(picture_.data())) + ",\"w\":" + std::to_string(width) +
-                ",\"h\":" + std::to_string(height))
-                   .c_str());
-}
+};
 
 void tst_MonitorMainUI::openRequestsAsTheTileIsShown_data() {
     QTest::addColumn<int>("rows");

@@ -4,15 +4,16 @@
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "monitor/DropRule.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QMenu>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
+namespace dropRule = corvanta::dropRule;
 namespace theme = corvanta::theme;
 
 namespace {
@@ -220,12 +221,8 @@ void DeviceTree::currentChanged(const QModelIndex& current, const QModelIndex& p
     emit sigStateChanged();
 }
 
-QStandardItem* DeviceTree::findGroup(const QString& groupId) const {
-    for (int group = 0; group < model_.rowCount(); ++group) {
-        if (model_.item(group)->data(GroupIdRole).toString() == groupId)
-            return model_.item(group);
-    }
-    return nullptr;
+QString DeviceTree::groupId(int row) const {
+    return model_.item(row)->data(GroupIdRole).toString();
 }
 
 const QStandardItem* DeviceTree::itemAt(const QModelIndex& index) const {
@@ -265,52 +262,30 @@ void DeviceTree::dropEvent(QDropEvent* event) {
 
 std::optional<DeviceTree::Place> DeviceTree::target(const QPoint& position) const {
     const QStandardItem* const dragged = dragged_.isValid() ? model_.itemFromIndex(dragged_) : nullptr;
-    if (dragged == nullptr)
+    if (dragged == nullptr || model_.rowCount() == 0)
         return std::nullopt;
-    return dragged->parent() == nullptr ? groupTarget(*dragged, position) : deviceTarget(*dragged, position);
-}
-
-std::optional<DeviceTree::Place> DeviceTree::deviceTarget(const QStandardItem& dragged,
-                                                          const QPoint& position) const {
-    const QStandardItem* const over = itemAt(indexAt(position));
+    dropRule::Shape shape;
+    for (int group = 0; group < model_.rowCount(); ++group)
+        shape.devices.push_back(model_.item(group)->rowCount());
+    shape.lastIsRest = groupId(model_.rowCount() - 1).isEmpty();
+    const auto rowOf = [](const QStandardItem& item) {
+        return item.parent() == nullptr ? dropRule::Row{item.row(), -1}
+                                        : dropRule::Row{item.parent()->row(), item.row()};
+    };
+    const QModelIndex under = indexAt(position);
+    const QStandardItem* const over = itemAt(under);
+    const auto side = dropIndicatorPosition() == AboveItem   ? dropRule::Side::Above
+                      : dropIndicatorPosition() == BelowItem ? dropRule::Side::Below
+                                                             : dropRule::Side::On;
+    if (dragged->parent() == nullptr) {
+        const auto overRow = over == nullptr ? std::nullopt : std::optional(rowOf(*over));
+        const auto place = dropRule::placeOfGroup(shape, dragged->row(), overRow, side);
+        return place ? std::optional(Place{QString(), *place}) : std::nullopt;
+    }
     if (over == nullptr)
         return std::nullopt;
-    const QStandardItem* group = over->parent();
-    int row = 0;
-    if (group != nullptr) {
-        row = over->row() + (dropIndicatorPosition() == BelowItem ? 1 : 0);
-    } else if (dropIndicatorPosition() == AboveItem) {
-        // Above a group is below the last device of the group before it.
-        group = over->row() > 0 ? model_.item(over->row() - 1) : nullptr;
-        row = group == nullptr ? 0 : group->rowCount();
-    } else {
-        group = over;
-        const bool first = dropIndicatorPosition() == BelowItem && isExpanded(filter_.mapFromSource(over->index()));
-        row = first ? 0 : over->rowCount();
-    }
-    if (group == nullptr || group->data(GroupIdRole).toString().isEmpty())
-        return std::nullopt;
-    const bool isOwn = group == dragged.parent();
-    if (isOwn && row > dragged.row())
-        --row;
-    if (isOwn && row == dragged.row())
-        return std::nullopt;
-    return Place{group->data(GroupIdRole).toString(), row};
-}
-
-std::optional<DeviceTree::Place> DeviceTree::groupTarget(const QStandardItem& dragged, const QPoint& position) const {
-    const QStandardItem* over = itemAt(indexAt(position));
-    int row = model_.rowCount();
-    if (over != nullptr && over->parent() != nullptr)
-        row = over->parent()->row() + 1;
-    else if (over != nullptr)
-        row = over->row() + (dropIndicatorPosition() == AboveItem ? 0 : 1);
-    // Devices without a group come behind all groups.
-    if (const QStandardItem* const rest = findGroup(QString()))
-        row = std::min(row, rest->row());
-    if (row > dragged.row())
-        --row;
-    return row == dragged.row() ? std::nullopt : std::optional(Place{QString(), row});
+    const auto place = dropRule::placeOfDevice(shape, rowOf(*dragged), rowOf(*over), side, isExpanded(under));
+    return place ? std::optional(Place{groupId(place->group), place->device}) : std::nullopt;
 }
 
 void DeviceTree::contextMenuEvent(QContextMenuEvent* event) {
@@ -328,9 +303,9 @@ void DeviceTree::contextMenuEvent(QContextMenuEvent* event) {
 
 void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
     const QString ipncId = item.data(IpncIdRole).toString();
-    const QString groupId = item.parent()->data(GroupIdRole).toString();
+    const QString ownId = item.parent()->data(GroupIdRole).toString();
     const bool isVideo = item.data(VideoRole).toBool();
-    const bool mayMove = dragEnabled() && !groupId.isEmpty();
+    const bool mayMove = dragEnabled() && !ownId.isEmpty();
     const int row = item.row();
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("deviceMenu"));
@@ -346,15 +321,15 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
     add(menu, "devicePreview", tr("预览图片"), isVideo, [this, ipncId] { emit sigPreview(ipncId); });
     menu.addSeparator();
     add(menu, "deviceUp", tr("上移"), mayMove && row > 0,
-        [this, ipncId, groupId, row] { emit sigMoveDevice(ipncId, groupId, row - 1); });
+        [this, ipncId, ownId, row] { emit sigMoveDevice(ipncId, ownId, row - 1); });
     add(menu, "deviceDown", tr("下移"), mayMove && row + 1 < item.parent()->rowCount(),
-        [this, ipncId, groupId, row] { emit sigMoveDevice(ipncId, groupId, row + 1); });
+        [this, ipncId, ownId, row] { emit sigMoveDevice(ipncId, ownId, row + 1); });
     QMenu* const groups = menu.addMenu(tr("移到分组"));
     groups->setObjectName(QStringLiteral("deviceGroups"));
     for (int group = 0; group < model_.rowCount(); ++group) {
         const QStandardItem* const other = model_.item(group);
         const QString otherId = other->data(GroupIdRole).toString();
-        if (otherId.isEmpty() || otherId == groupId)
+        if (otherId.isEmpty() || otherId == ownId)
             continue;
         // An ampersand in a name is none that underlines.
         const QString text = other->text().replace(QLatin1Char('&'), QStringLiteral("&&"));
@@ -366,10 +341,10 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
 }
 
 void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
-    const QString groupId = item.data(GroupIdRole).toString();
+    const QString id = item.data(GroupIdRole).toString();
     const int row = item.row();
-    const bool isReal = !groupId.isEmpty();
-    const bool hasNext = row + 1 < model_.rowCount() && !model_.item(row + 1)->data(GroupIdRole).toString().isEmpty();
+    const bool isReal = !id.isEmpty();
+    const bool hasNext = row + 1 < model_.rowCount() && !groupId(row + 1).isEmpty();
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("groupMenu"));
     menu.setAccessibleName(tr("分组菜单"));
@@ -379,15 +354,14 @@ void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
         action->setEnabled(enabled);
         QObject::connect(action, &QAction::triggered, &menu, std::forward<decltype(chosen)>(chosen));
     };
-    add("groupOpen", tr("打开本组视频"), item.hasChildren(), [this, groupId] { emit sigOpenGroup(groupId, true); });
-    add("groupClose", tr("关闭本组视频"), item.hasChildren(), [this, groupId] { emit sigOpenGroup(groupId, false); });
+    add("groupOpen", tr("打开本组视频"), item.hasChildren(), [this, id] { emit sigOpenGroup(id, true); });
+    add("groupClose", tr("关闭本组视频"), item.hasChildren(), [this, id] { emit sigOpenGroup(id, false); });
     menu.addSeparator();
-    add("groupDefault", tr("设为默认组"), isReal && !item.font().bold(),
-        [this, groupId] { emit sigDefaultGroup(groupId); });
+    add("groupDefault", tr("设为默认组"), isReal && !item.font().bold(), [this, id] { emit sigDefaultGroup(id); });
     add("groupUp", tr("上移"), isReal && dragEnabled() && row > 0,
-        [this, groupId, row] { emit sigMoveGroup(groupId, row - 1); });
+        [this, id, row] { emit sigMoveGroup(id, row - 1); });
     add("groupDown", tr("下移"), isReal && dragEnabled() && hasNext,
-        [this, groupId, row] { emit sigMoveGroup(groupId, row + 1); });
+        [this, id, row] { emit sigMoveGroup(id, row + 1); });
     menu.addSeparator();
     add("expandAll", tr("全部展开"), true, [this] { expandAll(); });
     add("collapseAll", tr("全部收起"), true, [this] { collapseAll(); });

@@ -75,10 +75,8 @@ private:
     void rememberClosedGroups();
     void applyClosedGroups();
     QStandardItem* find(const QString& ipncId) const;
-    QStandardItem* findGroup(const QString& groupId) const;
+    QString groupId(int row) const;
     static void decorate(QStandardItem& item);
-    std::optional<Place> deviceTarget(const QStandardItem& dragged, const QPoint& position) const;
-    std::optional<Place> groupTarget(const QStandardItem& dragged, const QPoint& position) const;
     std::optional<Place> target(const QPoint& position) const;
     const QStandardItem* itemAt(const QModelIndex& index) const;
     void deviceMenu(const QStandardItem& item, const QPoint& place);

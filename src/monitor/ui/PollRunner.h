@@ -42,6 +42,6 @@ public slots:
 private:
     AppContext context_;
     LiveVideo& live_;
-    QTimer timer_;
+    QTimer timer_{this};
     bool paused_ = true;
 };
