@@ -28,6 +28,8 @@ enum class StreamError : int {
     ProxyFailed = 16,        ///< the client's transport could not reach the camera
     FileNotWritten = 20,     ///< a snapshot's file could not be written
     NoPicture = 21,          ///< a snapshot was wanted before the first picture
+    Replaced = 22,           ///< a later change of the same stream took this one's place
+    Stopped = 23,            ///< the request was stopped before its stream could be changed
     Internal = 30            ///< a failure of the SDK itself, named in its log
 };
 
