@@ -81,9 +81,15 @@ std::string changeText(StreamError outcome, Json more = Json::object()) {
     return toText(more);
 }
 
-media::Source sourceOf(const store::Device& device, const device::NetworkCamera* camera, bool mainStream) {
-    if (camera != nullptr)
-        return media::RtspSource{mainStream ? camera->mainUrl : camera->lightUrl, camera->user, camera->password};
+/// `camera` is null for a recorded scene.
+media::Source sourceOf(const store::Device& device, const device::NetworkCamera* camera, bool mainStream,
+                       const std::filesystem::path& root) {
+    if (camera != nullptr) {
+        const std::string& url = mainStream ? camera->mainUrl : camera->lightUrl;
+        if (const auto file = device::parseFileAddress(url))
+            return media::FileSource{root / *file};
+        return media::RtspSource{url, camera->user, camera->password};
+    }
     return media::LoopSource{device.name, static_cast<int>(device.scene), static_cast<unsigned>(device.phase)};
 }
 
@@ -135,20 +141,18 @@ void VideoService::preview(const std::shared_ptr<Request>& request, const Json& 
     });
 }
 
-void VideoService::change(const std::shared_ptr<Request>& request, const Json& message,
-                          const std::filesystem::path& root) {
+void VideoService::change(const std::shared_ptr<Request>& request, const Json& message) {
     const bool captures = memberAt(message, "capture") != nullptr;
     const bool exchanges = memberAt(message, "hd") != nullptr;
     if (captures == exchanges)
         return request->respond(changeText(StreamError::BadRequest));
     if (captures)
-        return capture(request, message, root);
+        return capture(request, message);
     exchange(request, message);
 }
 
-void VideoService::capture(const std::shared_ptr<Request>& request, const Json& message,
-                           const std::filesystem::path& root) {
-    const auto file = pathAt(message, "capture", root);
+void VideoService::capture(const std::shared_ptr<Request>& request, const Json& message) {
+    const auto file = pathAt(message, "capture", parts_.root);
     const auto live = liveAt(parts_.requests, message);
     if (!file || !live || live->hubId() == 0)
         return request->respond(changeText(StreamError::BadRequest));
@@ -260,7 +264,7 @@ VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initial
     // One address for both is one stream, whatever it is called.
     const bool both = camera != nullptr && camera->mainUrl == camera->lightUrl;
     subscription.quality = mainStream || both ? media::Quality::Main : media::Quality::Light;
-    subscription.source = sourceOf(placed->device, camera, mainStream);
+    subscription.source = sourceOf(placed->device, camera, mainStream, parts_.root);
     return subscription;
 }
 

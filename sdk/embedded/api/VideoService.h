@@ -28,8 +28,9 @@ public:
         const service::Session& session;
         RequestTable& requests;
         VideoHub& hub;
-        Worker& service;  ///< runs `open` and `preview`'s checks
-        Worker& pictures; ///< waits for snapshots and previews
+        Worker& service;            ///< runs `open` and `preview`'s checks
+        Worker& pictures;           ///< waits for snapshots and previews
+        std::filesystem::path root; ///< where relative paths start
     };
 
     explicit VideoService(const Parts& parts);
@@ -40,9 +41,9 @@ public:
     void open(const std::shared_ptr<Request>& request, const Json& message);
     /// Takes one picture of a camera and responds with it. On the service worker.
     void preview(const std::shared_ptr<Request>& request, const Json& message);
-    /// "avchange": writes the newest picture of a running request as a file below `root`, or at an absolute path; or
+    /// "avchange": writes the newest picture of a running request as a file; or
     /// exchanges the light and the main stream of one. The result goes to `request`. On the service worker.
-    void change(const std::shared_ptr<Request>& request, const Json& message, const std::filesystem::path& root);
+    void change(const std::shared_ptr<Request>& request, const Json& message);
 
     /// Ends one request, with the guarantees of `CallbackKeeper::close`. Any thread.
     void stop(int requestId);
@@ -56,7 +57,7 @@ private:
     Found streamFor(const media::Subscription& wishes, bool mainStream);
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
-    void capture(const std::shared_ptr<Request>& request, const Json& message, const std::filesystem::path& root);
+    void capture(const std::shared_ptr<Request>& request, const Json& message);
     void exchange(const std::shared_ptr<Request>& request, const Json& message);
     media::StreamError takePicture(const LiveStream& live, const std::filesystem::path& file);
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -49,7 +50,13 @@ struct RtspSource {
     friend bool operator==(const RtspSource&, const RtspSource&) = default;
 };
 
-using Source = std::variant<LoopSource, RtspSource>;
+/// A recorded video file, played over and over.
+struct FileSource {
+    std::filesystem::path file; ///< absolute
+    friend bool operator==(const FileSource&, const FileSource&) = default;
+};
+
+using Source = std::variant<LoopSource, RtspSource, FileSource>;
 
 enum class Quality { Light, Main };
 
@@ -60,7 +67,8 @@ struct StreamParameters {
     int width = 0;              ///< pixels
     int height = 0;             ///< pixels
     int frameRate = 0;          ///< frames per second, rounded; 25 when the camera does not say
-    std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY"
+    std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY", "FILE"
+    friend bool operator==(const StreamParameters&, const StreamParameters&) = default;
 };
 
 /// One picture: planar YUV 4:2:0 (I420), rows tightly packed from the top, full range; Y plane width x height,

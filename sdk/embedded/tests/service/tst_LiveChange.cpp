@@ -3,6 +3,7 @@
 #include "support/RtspServer.h"
 
 #include <QImage>
+#include <QProcess>
 #include <QtTest>
 
 #include <algorithm>
@@ -22,6 +23,7 @@ private slots:
     void sixteenStreams();
     void networkCamera();
     void networkCameraHangs();
+    void recordedFiles();
 };
 
 namespace {
@@ -169,6 +171,37 @@ void tst_LiveChange::networkCameraHangs() {
     sdk.settle();
     viewer.stop();
     QCOMPARE(viewer.waitForResult(1), 23);
+    QCOMPARE(viewer.fault(), std::string());
+}
+
+void tst_LiveChange::recordedFiles() {
+    TestSdk sdk(realHub());
+    const auto make = [&sdk](const char* name, const char* size) {
+        return QProcess::execute("ffmpeg", {"-v", "error", "-f", "lavfi", "-i",
+                                            QString("testsrc=size=%1:rate=25:duration=1").arg(size), "-c:v",
+                                            "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-g", "10",
+                                            QString::fromStdString(sdk.path(name).string())}) == 0;
+    };
+    QVERIFY(make("small film.mp4", "320x240"));
+    QVERIFY(make("big.mkv", "640x480"));
+    sdk.write("config/service.json", configured("file://" + sdk.path("big.mkv").string(), "file:small%20film.mp4"));
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Viewer viewer(sdk);
+    viewer.open("porch", {{"recvavdata", true}});
+    QVERIFY(viewer.waitForFramesOf(false));
+    const Json opened = viewer.messages.all().back();
+    QCOMPARE(opened.at("contype"), Json("FILE"));
+    QCOMPARE(opened.at("avparam").at("weidth"), Json(320));
+    viewer.change(true);
+    QCOMPARE(viewer.waitForResult(0), 0);
+    QVERIFY(viewer.waitForFramesOf(true));
+    QCOMPARE(viewer.messages.all().back().at("avparam").at("weidth"), Json(640));
+    // The one that is gone cannot be gone back to.
+    std::filesystem::remove(sdk.path("small film.mp4"));
+    viewer.change(false);
+    QCOMPARE(viewer.waitForResult(1), 11);
+    QVERIFY(viewer.waitForFrames(40));
     QCOMPARE(viewer.fault(), std::string());
 }
 
