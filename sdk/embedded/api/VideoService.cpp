@@ -4,7 +4,9 @@
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -35,24 +37,35 @@ std::optional<bool> optionalFlag(const Json& object, const char* key) {
     return memberAt(object, key) == nullptr ? std::optional<bool>(false) : flagAt(object, key);
 }
 
+/// The time for opening: 0 without a limit; nothing when it is no whole number.
+std::optional<std::int64_t> openMinutes(const Json& avreq) {
+    const Json* const value = memberAt(avreq, "maxopentime");
+    if (value == nullptr)
+        return 0;
+    if (const auto minutes = integerOf(*value))
+        return std::clamp<std::int64_t>(*minutes, 0, longestOpenMinutes);
+    // Numbers of any size may come, written in any way.
+    const double minutes = value->is_number() ? value->get<double>() : 0.5;
+    if (std::trunc(minutes) != minutes)
+        return std::nullopt;
+    return minutes > 0 ? longestOpenMinutes : 0;
+}
+
 std::optional<OpenWishes> readWishes(const Json& message) {
     const Json& avreq = message["avreq"];
     const auto ipncid = textAt(avreq, "ipncid");
     const auto hd = optionalFlag(avreq, "hd");
     const auto decoded = optionalFlag(avreq, "recvdecodeavdata");
     const auto coded = optionalFlag(avreq, "recvavdata");
-    const bool timed = memberAt(avreq, "maxopentime") != nullptr;
-    const auto minutes = integerAt(avreq, "maxopentime");
-    if (!ipncid || !hd || !decoded || !coded || (!*decoded && !*coded))
-        return std::nullopt;
-    if (timed && (!minutes || *minutes < 0 || *minutes > longestOpenMinutes))
+    const auto minutes = openMinutes(avreq);
+    if (!ipncid || !hd || !decoded || !coded || (!*decoded && !*coded) || !minutes)
         return std::nullopt;
     OpenWishes wishes;
     wishes.stream.camera = *ipncid;
     wishes.stream.decoded = *decoded;
     wishes.stream.coded = *coded;
     wishes.mainStream = *hd;
-    if (timed && *minutes > 0)
+    if (*minutes > 0)
         wishes.stream.openTimeout = std::chrono::minutes(*minutes);
     return wishes;
 }

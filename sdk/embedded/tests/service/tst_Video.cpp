@@ -22,6 +22,8 @@ private slots:
     void messagesOfAStream();
     void codedFrames();
     void subscriptionsSayWhatWasAsked();
+    void timesForOpening_data();
+    void timesForOpening();
     void hubFailuresCloseTheRequest();
     void networkCameraThatFailedIsTriedAgain();
     void stopInsideItsOwnCallback();
@@ -201,6 +203,42 @@ void tst_Video::subscriptionsSayWhatWasAsked() {
     QVERIFY(wanted[1].decoded && !wanted[1].coded);
     QCOMPARE(std::get<media::RtspSource>(wanted[2].source).url, std::string("rtsp://h/light"));
     QVERIFY(wanted[2].decoded && wanted[2].coded);
+}
+
+void tst_Video::timesForOpening_data() {
+    QTest::addColumn<QByteArray>("asked");
+    QTest::addColumn<int>("minutes"); // 0: no limit
+    constexpr int week = 7 * 24 * 60;
+    const auto row = [](const char* asked, int minutes) {
+        QTest::newRow(asked) << QByteArray(asked) << minutes;
+    };
+    row("0", 0);
+    row("1", 1);
+    row("5.0", 5);
+    row("10080", week);
+    row("10081", week);
+    row("4294967297", week);
+    row("9223372036854775807", week);
+    row("18446744073709551615", week);
+    row("1e18", week);
+    row("1e300", week);
+    row("-1", 0);
+    row("-9223372036854775808", 0);
+    row("-1e300", 0);
+}
+
+void tst_Video::timesForOpening() {
+    QFETCH(QByteArray, asked);
+    QFETCH(int, minutes);
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Stream stream;
+    stream.open(sdk, withKeys("CAM0001", {{"maxopentime", Json::parse(asked.toStdString())}}));
+    QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    const auto timeout = sdk.hub->subscriptions().front().openTimeout;
+    QCOMPARE(timeout.has_value(), minutes > 0);
+    QVERIFY(!timeout || *timeout == std::chrono::minutes(minutes));
 }
 
 void tst_Video::hubFailuresCloseTheRequest() {
