@@ -113,8 +113,9 @@ void tst_Messages::malformedRequests_data() {
     row("video, nothing wanted", R"({"avreq":{"ipncid":"CAM0001"}})", 6);
     row("video, flag of a number", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":1}})", 6);
     row("video, hd of a text", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"hd":"x"}})", 6);
-    row("video, negative time", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"maxopentime":-1}})", 6);
-    row("video, endless time", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"maxopentime":1e18}})", 6);
+    row("video, half a minute", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"maxopentime":0.5}})", 6);
+    row("video, time as text", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"maxopentime":"3"}})", 6);
+    row("video, null as time", R"({"avreq":{"ipncid":"CAM0001","recvdecodeavdata":true,"maxopentime":null}})", 6);
 }
 
 void tst_Messages::malformedRequests() {

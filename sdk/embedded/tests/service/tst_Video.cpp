@@ -22,6 +22,8 @@ private slots:
     void messagesOfAStream();
     void codedFrames();
     void subscriptionsSayWhatWasAsked();
+    void timesForOpening_data();
+    void timesForOpening();
     void hubFailuresCloseTheRequest();
     void networkCameraThatFailedIsTriedAgain();
     void stopInsideItsOwnCallback();
@@ -134,13 +136,14 @@ void tst_Video::messagesOfAStream() {
     }));
     sdk.runtime.stopRequest(id);
     QVERIFY((types == std::vector<std::string>{"avstate", "avopen", "decodevideodata"}));
-    QVERIFY((picture == std::vector<std::uint8_t>{1, 2, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+    picture.resize(4);
+    QVERIFY((picture == std::vector<std::uint8_t>{1, 2, 3, 0}));
     const Json opened = messages.waitForType("avopen");
     QCOMPARE(opened.at("reqid"), Json(id));
     QCOMPARE(opened.at("contype"), Json("LOOP"));
     QCOMPARE(opened.at("avparam"), (Json{{"framerate", 25},
-                                         {"weidth", FakeHub::width},
-                                         {"height", FakeHub::height},
+                                         {"weidth", 2 * FakeHub::width},
+                                         {"height", 2 * FakeHub::height},
                                          {"codec", "H264"},
                                          {"hd", true},
                                          {"audiolisten", 0},
@@ -174,16 +177,23 @@ void tst_Video::codedFrames() {
 void tst_Video::subscriptionsSayWhatWasAsked() {
     TestSdk sdk;
     sdk.write("config/service.json", R"({"cameras": [{"ipncid": "porch", "main": "rtsp://h/main",
-        "light": "rtsp://h/light", "user": "u", "password": "p"}]})");
+        "light": "rtsp://h/light", "user": "u", "password": "p"},
+        {"ipncid": "film", "main": "file:///films/%E5%A4%A7.mp4", "light": "file:films/small.mp4"}]})");
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    Stream streams[3];
+    Stream streams[5];
     streams[0].open(sdk, withKeys("CAM0002", {{"maxopentime", 3}}));
     streams[1].open(sdk, withKeys("porch", {{"hd", true}}));
     streams[2].open(sdk, withKeys("porch", {{"recvavdata", true}}));
+    streams[3].open(sdk, withKeys("film", {{"hd", true}}));
+    streams[4].open(sdk, withKeys("film", {{"hd", false}}));
     sdk.settle();
     const auto wanted = sdk.hub->subscriptions();
-    QCOMPARE(wanted.size(), std::size_t{3});
+    QCOMPARE(wanted.size(), std::size_t{5});
+    QVERIFY((std::get<media::FileSource>(wanted[3].source) == media::FileSource{"/films/大.mp4"}));
+    QVERIFY((std::get<media::FileSource>(wanted[4].source) == media::FileSource{sdk.path("films/small.mp4")}));
+    QVERIFY(!wanted[4].openTimeout);
+    QCOMPARE(sdk.device("film").at("info").at("model"), Json("FILE"));
     QVERIFY((std::get<media::LoopSource>(wanted[0].source) == media::LoopSource{"东大门出口", 1, 74}));
     QVERIFY(wanted[0].quality == media::Quality::Light);
     QVERIFY(wanted[0].openTimeout == std::chrono::minutes(3));
@@ -193,6 +203,42 @@ void tst_Video::subscriptionsSayWhatWasAsked() {
     QVERIFY(wanted[1].decoded && !wanted[1].coded);
     QCOMPARE(std::get<media::RtspSource>(wanted[2].source).url, std::string("rtsp://h/light"));
     QVERIFY(wanted[2].decoded && wanted[2].coded);
+}
+
+void tst_Video::timesForOpening_data() {
+    QTest::addColumn<QByteArray>("asked");
+    QTest::addColumn<int>("minutes"); // 0: no limit
+    constexpr int week = 7 * 24 * 60;
+    const auto row = [](const char* asked, int minutes) {
+        QTest::newRow(asked) << QByteArray(asked) << minutes;
+    };
+    row("0", 0);
+    row("1", 1);
+    row("5.0", 5);
+    row("10080", week);
+    row("10081", week);
+    row("4294967297", week);
+    row("9223372036854775807", week);
+    row("18446744073709551615", week);
+    row("1e18", week);
+    row("1e300", week);
+    row("-1", 0);
+    row("-9223372036854775808", 0);
+    row("-1e300", 0);
+}
+
+void tst_Video::timesForOpening() {
+    QFETCH(QByteArray, asked);
+    QFETCH(int, minutes);
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Stream stream;
+    stream.open(sdk, withKeys("CAM0001", {{"maxopentime", Json::parse(asked.toStdString())}}));
+    QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    const auto timeout = sdk.hub->subscriptions().front().openTimeout;
+    QCOMPARE(timeout.has_value(), minutes > 0);
+    QVERIFY(!timeout || *timeout == std::chrono::minutes(minutes));
 }
 
 void tst_Video::hubFailuresCloseTheRequest() {
