@@ -8,6 +8,7 @@
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/MonitorUi.h"
 #include "monitor/ui/OperatorTour.h"
+#include "monitor/ui/settings/StartPicture.h"
 #include "platform/KeepAwake.h"
 
 #include <QCommandLineParser>
@@ -68,8 +69,17 @@ int runWindow(const AppPaths& paths, const Options& options) {
     ui.attach(*window, context);
     window->placeFrame();
     window->show();
-    frame.show();
     const auto tour = tourFor(*window, options);
+    const auto startPage = tour == nullptr ? StartPicture::ifWanted(context.settings) : nullptr;
+    if (startPage != nullptr) {
+        QObject::connect(startPage.get(), &StartPicture::sigEnter, &frame, [&frame, page = startPage.get()] {
+            frame.show();
+            page->close();
+        });
+        startPage->show();
+    } else {
+        frame.show();
+    }
     if (tour != nullptr)
         tour->start();
     return QApplication::exec();

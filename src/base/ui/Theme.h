@@ -16,6 +16,7 @@ inline const QColor Selection(0, 153, 255);
 inline const QColor TextOnDark(230, 230, 230);
 inline const QColor FaintOnDark(160, 165, 170);
 inline const QColor TextOnLight(40, 42, 45);
+inline const QColor FaintOnLight(110, 114, 118);
 inline const QColor Alarm(224, 62, 54);
 inline const QColor Warning(240, 173, 58);
 inline const QColor Healthy(88, 190, 112);

@@ -11,6 +11,10 @@
 
 namespace keys = corvanta::keys;
 
+namespace {
+constexpr int MenuMargin = 6; // px
+} // namespace
+
 Fwidget::Fwidget(int rows, int columns, Settings& settings, QWidget* parent)
     : QWidget(parent)
     , settings_(settings)
@@ -54,7 +58,6 @@ void Fwidget::makeMenu() {
     menuButton_->setFixedSize(20, 20);
     menuButton_->setStyleSheet(
         QStringLiteral("border-image: url(:/style/img/menu.png);background-color: rgba(0, 0, 0, 0)"));
-    menuButton_->move(4, 4);
     menuButton_->raise();
     connect(menuButton_, &QPushButton::clicked, this, &Fwidget::onMenu);
 
@@ -66,6 +69,12 @@ void Fwidget::makeMenu() {
     for (const corvanta::Layout& layout : corvanta::layouts())
         layoutMenu_->addAction(tr(layout.menuText));
     connect(layoutMenu_.get(), &QMenu::triggered, this, &Fwidget::onPopMenuTriggered);
+}
+
+void Fwidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // Cameras write their names and the time into the upper corners.
+    menuButton_->move(MenuMargin, height() - menuButton_->height() - MenuMargin);
 }
 
 ItemVideo* Fwidget::tile(int index) const {

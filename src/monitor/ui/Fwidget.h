@@ -62,6 +62,9 @@ public slots:
     void onDoubleClickEvent();
     void on_setfocus(int index);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void makeTiles();
     void makeMenu();

@@ -10,6 +10,8 @@
 #include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "monitor/Layouts.h"
+#include "monitor/WindowMode.h"
 #include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
@@ -19,7 +21,10 @@
 #include "monitor/ui/PollRunner.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
+#include "monitor/ui/WindowKeys.h"
 #include "monitor/ui/WorkspaceKeeper.h"
+#include "monitor/ui/settings/HelpSheet.h"
+#include "monitor/ui/settings/SettingsDialog.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -28,6 +33,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <array>
 #include <utility>
 
 namespace keys = corvanta::keys;
@@ -50,6 +56,8 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
     connectReports();
     connectEvents();
     applyAspectMode();
+    new WindowKeys(*this, *grid_, devices_->tree(), [this](corvanta::ShortcutId id, int key) { onKey(id, key); });
+    devices_->setVisible(!WindowMode::fromSetting(context_.settings.get(keys::WindowMode)).hidesDeviceTree);
     setTitle(context_.settings.title());
     topBar_->setPolling(poll_->isRunning());
     bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns());
@@ -115,12 +123,9 @@ void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(topBar_, &TopBar::sigSignOut, this, &MonitorMainUI::signOut);
     connect(topBar_, &TopBar::sigModule, pages_, &QStackedWidget::setCurrentIndex);
-    connect(topBar_, &TopBar::sigPoll, this, [this] {
-        const bool previews = context_.settings.get(keys::PollMode).toInt() == static_cast<int>(PollMode::Previews);
-        const PollMode running = context_.poll.mode();
-        const PollMode chosen = previews ? PollMode::Previews : PollMode::Videos;
-        poll_->toggle(static_cast<int>(running != PollMode::Off ? running : chosen));
-    });
+    connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
+    connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
+    connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });
     connect(topBar_, &TopBar::sigMinimize, this, [this] { window()->showMinimized(); });
     connect(topBar_, &TopBar::sigFullScreen, this, &MonitorMainUI::toggleFullScreen);
     connect(topBar_, &TopBar::sigDoubleClick, this,
@@ -139,6 +144,78 @@ void MonitorMainUI::connectBars() {
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(devices_, &DevicePanel::sigRefresh, this,
             [this] { corvanta::refreshDeviceList(context_.gateway, context_.events, corvanta::RefreshMode); });
+}
+
+void MonitorMainUI::togglePoll() {
+    const PollMode running = context_.poll.mode();
+    const bool previews = context_.settings.get(keys::PollMode).toInt() == static_cast<int>(PollMode::Previews);
+    const PollMode chosen = previews ? PollMode::Previews : PollMode::Videos;
+    poll_->toggle(static_cast<int>(running != PollMode::Off ? running : chosen));
+}
+
+void MonitorMainUI::openSettings() {
+    SettingsDialog dialog(context_, this);
+    connect(&dialog, &SettingsDialog::sigApplied, this, &MonitorMainUI::applySettings);
+    dialog.exec();
+}
+
+void MonitorMainUI::applySettings(const QStringList& changedKeys) {
+    if (changedKeys.contains(keys::AspectMode))
+        applyAspectMode();
+    if (changedKeys.contains(keys::DefaultGroup))
+        emit context_.events.sig_deviceFresh();
+}
+
+void MonitorMainUI::onKey(corvanta::ShortcutId id, int key) {
+    using Id = corvanta::ShortcutId;
+    static constexpr std::array<std::pair<int, int>, 4> steps{{{0, -1}, {0, 1}, {-1, 0}, {1, 0}}}; // rows, columns
+    switch (id) {
+    case Id::Escape:
+        if (!control_->leaveZoom())
+            leaveFullScreen();
+        break;
+    case Id::StopTile:
+        control_->stopTile(grid_->selectedIndex());
+        break;
+    case Id::Layout: {
+        const corvanta::Layout& layout = corvanta::layouts()[static_cast<std::size_t>(key)];
+        grid_->setLayout(layout.rows, layout.columns, true);
+        break;
+    }
+    case Id::MoveSelection: {
+        const auto [rows, columns] = steps[static_cast<std::size_t>(key)];
+        control_->moveSelection(rows, columns);
+        break;
+    }
+    case Id::FullScreen:
+        toggleFullScreen();
+        break;
+    case Id::DevicePanel:
+        devices_->setVisible(!devices_->isVisible());
+        break;
+    case Id::SearchDevice:
+        devices_->show();
+        devices_->startSearch();
+        break;
+    case Id::RefreshDevices:
+        corvanta::refreshDeviceList(context_.gateway, context_.events, corvanta::RefreshMode);
+        break;
+    case Id::TogglePoll:
+        togglePoll();
+        break;
+    case Id::StopAll:
+        control_->stopAll();
+        break;
+    case Id::OpenSettings:
+        openSettings();
+        break;
+    case Id::Help:
+        HelpSheet(this).exec();
+        break;
+    case Id::ToggleVideo: // the tile or the tree that has the focus does these
+    case Id::ZoomTile:
+        break;
+    }
 }
 
 void MonitorMainUI::connectTree() {
@@ -246,14 +323,24 @@ void MonitorMainUI::showMessage(const QString& text) {
 }
 
 void MonitorMainUI::placeFrame() {
-    if (window() != this)
-        workspace_->placeWindow(*window(), window()->minimumSizeHint());
+    auto* const frame = qobject_cast<MoveWidget*>(window());
+    if (frame == nullptr)
+        return;
+    const WindowMode mode = WindowMode::fromSetting(context_.settings.get(keys::WindowMode));
+    frame->setWindowFlag(Qt::WindowStaysOnTopHint, mode.onTop);
+    const bool wasFullScreen = workspace_->placeWindow(*frame, frame->minimumSizeHint());
+    if (mode.state == WindowMode::State::Maximized)
+        frame->setWindowState(Qt::WindowMaximized);
+    if (mode.state == WindowMode::State::FullScreen || (mode.state == WindowMode::State::Normal && wasFullScreen))
+        frame->setFullScreen(true);
+    connect(workspace_, &WorkspaceKeeper::sigWindowStateChanged, this,
+            [this] { topBar_->setFullScreen(window()->isFullScreen()); });
+    topBar_->setFullScreen(frame->isFullScreen());
 }
 
 void MonitorMainUI::toggleFullScreen() {
     if (auto* const frame = qobject_cast<MoveWidget*>(window()))
         frame->setFullScreen(!frame->isFullScreen());
-    topBar_->setFullScreen(window()->isFullScreen());
 }
 
 void MonitorMainUI::leaveFullScreen() {

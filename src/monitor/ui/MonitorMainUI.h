@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/AppContext.h"
+#include "monitor/Shortcuts.h"
 
 #include <QVariant>
 #include <QWidget>
@@ -70,6 +71,10 @@ private:
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
     void leaveFullScreen();
+    void onKey(corvanta::ShortcutId id, int key);
+    void togglePoll();
+    void openSettings();
+    void applySettings(const QStringList& changedKeys);
 
     AppContext context_;
     TopBar* topBar_ = nullptr;

@@ -102,7 +102,9 @@ void WallControl::moveSelection(int rows, int columns) {
     const int shown = std::min(parts_.grid.selectedIndex(), grid.rows() * grid.columns() - 1);
     const int row = std::clamp(shown / grid.columns() + rows, 0, grid.rows() - 1);
     const int column = std::clamp(shown % grid.columns() + columns, 0, grid.columns() - 1);
-    parts_.grid.on_setfocus(row * grid.columns() + column);
+    const int index = row * grid.columns() + column;
+    parts_.grid.on_setfocus(index);
+    parts_.grid.tile(index)->setFocus(Qt::OtherFocusReason);
 }
 
 void WallControl::prepareMenu(int tileIndex) {

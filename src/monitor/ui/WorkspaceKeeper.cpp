@@ -47,7 +47,7 @@ void WorkspaceKeeper::restoreGrid() {
         parts_.grid.setZoom(zoom);
 }
 
-void WorkspaceKeeper::placeWindow(QWidget& window, const QSize& smallest) {
+bool WorkspaceKeeper::placeWindow(QWidget& window, const QSize& smallest) {
     window_ = &window;
     QVector<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
@@ -61,11 +61,14 @@ void WorkspaceKeeper::placeWindow(QWidget& window, const QSize& smallest) {
         window.setGeometry(workspace::firstPlace(smallest, screens.first()));
     }
     window.installEventFilter(this);
+    return saved && saved->fullScreen;
 }
 
 bool WorkspaceKeeper::eventFilter(QObject* watched, QEvent* event) {
     const bool moves = event->type() == QEvent::Move || event->type() == QEvent::Resize ||
                        event->type() == QEvent::WindowStateChange;
+    if (watched == window_ && event->type() == QEvent::WindowStateChange)
+        emit sigWindowStateChanged();
     if (moves && watched == window_ && window_->isVisible() && !finished_)
         delay_.start();
     return QObject::eventFilter(watched, event);

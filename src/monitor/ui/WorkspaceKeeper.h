@@ -31,8 +31,8 @@ public:
     WorkspaceKeeper(const AppContext& context, const Parts& parts, QObject* parent = nullptr);
 
     /// Puts the window where it was, or where a first start's belongs, and goes on watching it. `smallest`: of the
-    /// window, px.
-    void placeWindow(QWidget& window, const QSize& smallest);
+    /// window, px. Returns whether it covered the screen.
+    bool placeWindow(QWidget& window, const QSize& smallest);
 
     /// Opens the videos that were open, once after each sign-in.
     void restoreVideos();
@@ -40,6 +40,9 @@ public:
     void forgetVideos();
     /// The program ends: saves what is open now, and nothing after it.
     void finish();
+
+signals:
+    void sigWindowStateChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

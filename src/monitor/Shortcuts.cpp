@@ -1,0 +1,40 @@
+#include "monitor/Shortcuts.h"
+
+namespace corvanta {
+
+const std::array<Shortcut, 14>& shortcuts() {
+    const auto keys = [](const char* list) {
+        return QString::fromLatin1(list).split(QLatin1Char(' '));
+    };
+    static const std::array<Shortcut, 14> Table{{
+        {ShortcutId::Escape, keys("Esc"), QStringLiteral("Esc"), QT_TRANSLATE_NOOP("Shortcuts", "退出全屏/还原画面"),
+         false},
+        {ShortcutId::ToggleVideo, keys("Return Enter"), QStringLiteral("Enter"),
+         QT_TRANSLATE_NOOP("Shortcuts", "打开或关闭所选设备的视频"), true},
+        {ShortcutId::StopTile, keys("Del"), QStringLiteral("Delete"),
+         QT_TRANSLATE_NOOP("Shortcuts", "关闭所选窗口的视频"), true},
+        {ShortcutId::Layout, keys("1 2 3 4 5 6 7 8"), QStringLiteral("1…8"),
+         QT_TRANSLATE_NOOP("Shortcuts", "选择布局：1、4、9、16、18、25、36、64窗口"), true},
+        {ShortcutId::MoveSelection, keys("Left Right Up Down"), QStringLiteral("←→↑↓"),
+         QT_TRANSLATE_NOOP("Shortcuts", "移动所选窗口"), true},
+        {ShortcutId::ZoomTile, keys("Space"), QStringLiteral("空格"),
+         QT_TRANSLATE_NOOP("Shortcuts", "放大或还原所选窗口"), true},
+        {ShortcutId::FullScreen, keys("F11"), QStringLiteral("F11"), QT_TRANSLATE_NOOP("Shortcuts", "全屏"), false},
+        {ShortcutId::DevicePanel, keys("Ctrl+T"), QStringLiteral("Ctrl+T"),
+         QT_TRANSLATE_NOOP("Shortcuts", "显示或隐藏设备树"), false},
+        {ShortcutId::SearchDevice, keys("Ctrl+F"), QStringLiteral("Ctrl+F"),
+         QT_TRANSLATE_NOOP("Shortcuts", "搜索设备"), false},
+        {ShortcutId::RefreshDevices, keys("F5"), QStringLiteral("F5"), QT_TRANSLATE_NOOP("Shortcuts", "刷新设备列表"),
+         false},
+        {ShortcutId::TogglePoll, keys("Ctrl+P"), QStringLiteral("Ctrl+P"),
+         QT_TRANSLATE_NOOP("Shortcuts", "开始/停止轮屏"), false},
+        {ShortcutId::StopAll, keys("Ctrl+W"), QStringLiteral("Ctrl+W"),
+         QT_TRANSLATE_NOOP("Shortcuts", "关闭所有视频"), false},
+        {ShortcutId::OpenSettings, keys("Ctrl+,"), QStringLiteral("Ctrl+,"), QT_TRANSLATE_NOOP("Shortcuts", "设置"),
+         false},
+        {ShortcutId::Help, keys("F1"), QStringLiteral("F1"), QT_TRANSLATE_NOOP("Shortcuts", "帮助"), false},
+    }};
+    return Table;
+}
+
+} // namespace corvanta
