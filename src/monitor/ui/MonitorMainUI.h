@@ -35,6 +35,7 @@ public:
     LiveVideo& live() const { return *live_; }
     DevicePanel& devicePanel() const { return *devices_; }
     const DeviceModel& devices() const { return context_.devices; }
+    const AppContext& context() const { return context_; }
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
 

@@ -1,26 +1,35 @@
 #include "monitor/ui/OperatorTour.h"
 
 #include "base/DeviceModel.h"
+#include "base/ScreenPoll.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
+#include "monitor/ui/settings/SettingsDialog.h"
 #include "video/ui/ItemVideo.h"
 #include "video/ui/TileMenu.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDebug>
 #include <QDialog>
 #include <QDir>
-#include <QMenu>
 #include <QScreen>
 #include <QWindow>
 
 namespace {
 
 constexpr int Tick = 50; // ms
+
+/// Object names of the settings' pages.
+QStringList settingsPages() {
+    return {QStringLiteral("generalPage"), QStringLiteral("startPage"), QStringLiteral("videoPage"),
+            QStringLiteral("recordPage"),  QStringLiteral("pollPage"),  QStringLiteral("alarmPage"),
+            QStringLiteral("networkPage")};
+}
 
 QDialog* openDialog() {
     return qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -75,6 +84,9 @@ void OperatorTour::planEverything() {
     layout(2, 2, QStringLiteral("layout-4"));
     layout(3, 3, QStringLiteral("layout-9"));
     planMenus();
+    planTreeMenus();
+    planPolling();
+    planSettings();
     layout(4, 4, QStringLiteral("layout-16"));
     layout(3, 6, QStringLiteral("layout-18"));
     layout(5, 5, QStringLiteral("layout-25"));
@@ -88,6 +100,8 @@ void OperatorTour::planEverything() {
     pause(500);
     picture(QStringLiteral("smallest-64"));
     layout(3, 3, QStringLiteral("smallest-9"));
+    for (const QString& page : settingsPages())
+        settingsPage(QStringLiteral("smallest-settings-") + page, page);
     tip();
 }
 
@@ -126,42 +140,98 @@ void OperatorTour::layout(int rows, int columns, const QString& name) {
     picture(name);
 }
 
-void OperatorTour::planMenus() {
-    steps_.push_back({QStringLiteral("the layout menu"), [this] { window_.grid().onMenu(); },
+void OperatorTour::menu(const QString& name, std::function<void()> open) {
+    steps_.push_back({name, [this, open = std::move(open)] { QTimer::singleShot(0, &window_, open); },
                       [] {
                           return QApplication::activePopupWidget() != nullptr;
                       }});
     pause(200);
-    picture(QStringLiteral("menu-layout"));
-    steps_.push_back({QStringLiteral("the tile menu"),
-                      [this] {
-                          QApplication::activePopupWidget()->close();
-                          ItemVideo* const tile = window_.grid().tile(4);
-                          tile->menu().popup(tile->mapToGlobal(tile->rect().center()));
-                      },
-                      [] {
-                          return QApplication::activePopupWidget() != nullptr;
-                      }});
-    pause(200);
-    picture(QStringLiteral("menu-tile"));
+    picture(name);
     steps_.push_back({QStringLiteral("no menu"), [] { QApplication::activePopupWidget()->close(); },
                       [] {
                           return QApplication::activePopupWidget() == nullptr;
                       }});
 }
 
-void OperatorTour::tip() {
-    steps_.push_back({QStringLiteral("the question before the end"),
-                      [this] { QTimer::singleShot(0, &window_, [this] { window_.window()->close(); }); },
+void OperatorTour::dialog(const QString& name, std::function<void()> open, std::function<void()> close) {
+    steps_.push_back({name, [this, open = std::move(open)] { QTimer::singleShot(0, &window_, open); },
                       [] {
                           return openDialog() != nullptr;
                       }});
     pause(300);
-    picture(QStringLiteral("close-question"));
-    steps_.push_back({QStringLiteral("the answer"), [] { openDialog()->reject(); },
-                      [] {
+    picture(name);
+    steps_.push_back({QStringLiteral("no dialog"), std::move(close), [] {
                           return openDialog() == nullptr;
                       }});
+}
+
+void OperatorTour::planMenus() {
+    menu(QStringLiteral("menu-layout"), [this] { window_.grid().onMenu(); });
+    menu(QStringLiteral("menu-tile"), [this] {
+        ItemVideo* const tile = window_.grid().tile(4);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint());
+        QCoreApplication::sendEvent(tile, &event);
+    });
+}
+
+void OperatorTour::planTreeMenus() {
+    DeviceTree& tree = window_.devicePanel().tree();
+    const auto open = [&tree](const QModelIndex& index) {
+        tree.setCurrentIndex(index);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint());
+        QCoreApplication::sendEvent(tree.viewport(), &event);
+    };
+    menu(QStringLiteral("menu-group"), [&tree, open] { open(tree.model()->index(0, 0)); });
+    menu(QStringLiteral("menu-device"),
+         [&tree, open] { open(tree.model()->index(1, 0, tree.model()->index(0, 0))); });
+}
+
+void OperatorTour::planSettings() {
+    dialog(
+        QStringLiteral("help"), [this] { click(&window_, "helpButton"); }, [] { openDialog()->reject(); });
+    for (const QString& page : settingsPages())
+        settingsPage(QStringLiteral("settings-") + page, page);
+}
+
+void OperatorTour::settingsPage(const QString& name, const QString& page) {
+    const auto open = [this, page] {
+        QTimer::singleShot(0, &window_, [page] {
+            if (auto* const settings = qobject_cast<SettingsDialog*>(openDialog()))
+                settings->showPage(page);
+        });
+        click(&window_, "settingsButton");
+    };
+    dialog(name, open, [] { openDialog()->reject(); });
+}
+
+void OperatorTour::planPolling() {
+    const auto set = [this](ScreenPoll::Mode mode) {
+        return [this, mode] {
+            ScreenPoll& poll = window_.context().poll;
+            poll.setEntries({{tr("巡视"), onlineDevices(), {}}});
+            poll.setPollValue(mode);
+        };
+    };
+    steps_.push_back({QStringLiteral("preview pictures"),
+                      [this, set] {
+                          window_.grid().setLayout(3, 3, false);
+                          set(ScreenPoll::Mode::Previews)();
+                      },
+                      [this] {
+                          int shown = 0;
+                          for (int index = 0; index < 9; ++index)
+                              shown += window_.grid().tile(index)->hasPreview() ? 1 : 0;
+                          return shown == onlineDevices().size();
+                      }});
+    pause(200);
+    picture(QStringLiteral("poll-previews"));
+    dialog(
+        QStringLiteral("poll-question"), [this] { click(&window_, "stopAll"); }, [] { openDialog()->accept(); });
+}
+
+void OperatorTour::tip() {
+    dialog(
+        QStringLiteral("close-question"), [this] { window_.window()->close(); }, [] { openDialog()->reject(); });
 }
 
 void OperatorTour::picture(const QString& name) {

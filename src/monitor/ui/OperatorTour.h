@@ -39,6 +39,14 @@ private:
     void planEverything();
     void planWindow();
     void planMenus();
+    void planTreeMenus();
+    void planSettings();
+    void planPolling();
+    void settingsPage(const QString& picture, const QString& page);
+    /// Opens a menu, which may run an event loop of its own, takes a picture of it and closes it.
+    void menu(const QString& picture, std::function<void()> open);
+    /// Likewise a dialog.
+    void dialog(const QString& picture, std::function<void()> open, std::function<void()> close);
     void signIn();
     /// Shows a layout, opens what is online in it, waits until all of it runs.
     void layout(int rows, int columns, const QString& picture);
