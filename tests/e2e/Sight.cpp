@@ -1,0 +1,75 @@
+#include "e2e/Sight.h"
+
+#include "base/ui/Theme.h"
+#include "e2e/Desktop.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace theme = corvanta::theme;
+
+namespace sight {
+
+namespace {
+
+constexpr int MenuButton = 28; // px, with its margin, in a corner of one of the tiles
+
+/// Without the tile's lines, its hint and the layout menu's button.
+QRect inner(const QRect& tile) {
+    const int side = std::max(tile.width() / 8, std::min(MenuButton, tile.width() / 3));
+    return tile.adjusted(side, tile.height() / 3, -tile.width() / 8, -tile.height() / 8);
+}
+
+double shareOfGrey(const QImage& image) {
+    int grey = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            grey += image.pixel(x, y) == theme::Tile.rgb() ? 1 : 0;
+    }
+    return image.isNull() ? 0.0 : static_cast<double>(grey) / (image.width() * image.height());
+}
+
+} // namespace
+
+bool isEmpty(const QRect& tile) {
+    return shareOfGrey(Desktop::look(inner(tile))) == 1.0;
+}
+
+bool isPicture(const QRect& tile) {
+    const QImage image = Desktop::look(inner(tile));
+    return !image.isNull() && shareOfGrey(image) < 0.3;
+}
+
+bool becomesLive(const QRect& tile) {
+    constexpr int pictures = 8;
+    QList<QImage> seen;
+    return QTest::qWaitFor(
+        [&] {
+            const QImage image = Desktop::look(inner(tile));
+            if (shareOfGrey(image) < 0.3 && !seen.contains(image))
+                seen.append(image);
+            return seen.size() >= pictures;
+        },
+        Desktop::Patience);
+}
+
+bool becomesStill(const QRect& tile) {
+    constexpr int longEnough = 2000; // ms; a live picture changes many times in it
+    QImage last = Desktop::look(inner(tile));
+    QElapsedTimer sinceChange;
+    sinceChange.start();
+    return QTest::qWaitFor(
+        [&] {
+            const QImage image = Desktop::look(inner(tile));
+            if (image != last) {
+                last = image;
+                sinceChange.start();
+            }
+            return sinceChange.elapsed() > longEnough;
+        },
+        Desktop::Patience);
+}
+
+} // namespace sight
