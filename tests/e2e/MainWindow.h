@@ -35,7 +35,8 @@ public:
     bool hasRow(const QString& name) const { return !row(name).isNull(); }
     /// The area in which rows are seen.
     QRect treeArea() const { return tree_.place(); }
-    bool treeHasKeyboard() const { return tree_.has(Accessible::State::Focused); }
+    /// Whether this row is the current one, to which keys go when the tree has them.
+    bool isCurrent(const QString& name) const { return row(name).has(Accessible::State::Focused); }
 
     /// The area of all tiles.
     QRect grid() const { return grid_.place(); }

@@ -85,5 +85,5 @@ private:
     } while (false)
 
 /// Waits for what must come.
-#define COMES(...) QTRY_VERIFY2_WITH_TIMEOUT((__VA_ARGS__), qPrintable(program().log()), Desktop::Patience)
+#define COMES(...) QTRY_VERIFY_WITH_TIMEOUT((__VA_ARGS__), Desktop::Patience)
 #define BECOMES(value, expected) QTRY_COMPARE_WITH_TIMEOUT(value, expected, Desktop::Patience)

