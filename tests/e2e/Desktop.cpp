@@ -44,6 +44,10 @@ std::optional<QRect> placeOf(const QString& window) {
 
 } // namespace
 
+const int Desktop::Patience = qEnvironmentVariableIsSet("CORVANTA_E2E_PATIENCE")
+                                  ? qEnvironmentVariableIntValue("CORVANTA_E2E_PATIENCE")
+                                  : 120000;
+
 Desktop::~Desktop() {
     windowManager_.kill();
     windowManager_.waitForFinished();
@@ -71,9 +75,21 @@ std::optional<Desktop::Window> Desktop::window(const QString& title, qint64 proc
     return found.isEmpty() ? std::nullopt : std::optional(found.first());
 }
 
+int Desktop::countWindows(qint64 process) {
+    return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                    QString::number(process)})
+        .split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+        .size();
+}
+
 bool Desktop::isActive(const QString& title, qint64 process) {
     const QString active = xdotool({QStringLiteral("getactivewindow")});
     return !active.isEmpty() && xdotool(search(title, process)).split(QLatin1Char('\n')).contains(active);
+}
+
+std::optional<QRect> Desktop::activePlace() {
+    const QString active = xdotool({QStringLiteral("getactivewindow")});
+    return active.isEmpty() ? std::nullopt : placeOf(active);
 }
 
 void Desktop::moveMouse(const QPoint& place) {

@@ -22,8 +22,9 @@ public:
         QRect place;    ///< on the screen, px
     };
 
-    /// The longest wait for what must come, ms: a sanitized program with software GL on a busy machine is slow.
-    static constexpr int Patience = 120000;
+    /// The longest wait for what must come, ms: a sanitized program with software GL on a busy machine is slow. Who
+    /// looks for a fault may be less patient, by CORVANTA_E2E_PATIENCE.
+    static const int Patience;
 
     Desktop() = default;
     /// Ends the window manager.
@@ -38,8 +39,13 @@ public:
     static QList<Window> windows(const QString& title, qint64 process = 0);
     /// The first of them.
     static std::optional<Window> window(const QString& title, qint64 process = 0);
+    /// How many windows of a process are shown, with those that have no title: menus, what is dragged.
+    static int countWindows(qint64 process);
     /// Whether such a window has the keyboard.
     static bool isActive(const QString& title, qint64 process = 0);
+
+    /// The place of the window that has the keyboard; nothing when none has.
+    static std::optional<QRect> activePlace();
 
     static void moveMouse(const QPoint& place);
     static void press();

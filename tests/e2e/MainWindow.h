@@ -15,8 +15,8 @@ public:
     explicit MainWindow(const Accessible& program);
 
     bool isNull() const { return grid_.isNull() || tree_.isNull(); }
-    /// Whether it is on the screen and has the keyboard.
-    bool isActive() const { return frame_.has(Accessible::State::Active); }
+    /// The window, in which all is.
+    const Accessible& window() const { return frame_; }
     QString title() const { return frame_.name(); }
     QRect frame() const { return frame_.place(); }
     /// A free place of the title bar, by which the window is moved.

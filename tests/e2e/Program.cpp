@@ -83,3 +83,7 @@ Accessible Program::dialog(const QString& title) const {
     }
     return {};
 }
+
+bool Program::isActive(const Accessible& window) {
+    return window.has(Accessible::State::Active) && window.place() == Desktop::activePlace();
+}

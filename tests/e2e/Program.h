@@ -38,8 +38,10 @@ public:
     Accessible accessible() const { return reader_.program(pid()); }
     /// A window or dialog that is shown, by its title; null when there is none.
     Accessible dialog(const QString& title) const;
-    /// Whether it is shown and has the keyboard.
-    bool isActive(const QString& title) const { return dialog(title).has(Accessible::State::Active); }
+    /// Whether it is shown, has the keyboard and knows where the window manager has put it, so that it can be
+    /// clicked.
+    bool isActive(const QString& title) const { return isActive(dialog(title)); }
+    static bool isActive(const Accessible& window);
     Accessible openMenu() const { return reader_.openMenu(pid()); }
 
 private:

@@ -62,7 +62,7 @@ void ProgramTest::cleanupTestCase() {
 void ProgramTest::start() {
     QVERIFY(program().start());
     COMES(!(window_ = MainWindow(program().accessible())).isNull());
-    COMES(window_.isActive());
+    COMES(Program::isActive(window_.window()));
 }
 
 void ProgramTest::openSignIn() {
@@ -82,7 +82,7 @@ void ProgramTest::typeSignIn(const QString& number, const QString& password) {
 void ProgramTest::waitForDevices(bool filled) {
     COMES(program().dialog(SignIn).isNull());
     COMES(window().rows().isEmpty() != filled);
-    COMES(window().isActive());
+    COMES(Program::isActive(window().window()));
 }
 
 void ProgramTest::signIn() {
@@ -150,6 +150,27 @@ void ProgramTest::answer(const QString& title, const QString& button) {
     QVERIFY2(!chosen.isNull(), qPrintable(button));
     Desktop::click(chosen.place().center());
     COMES(!(program().dialog(title) == dialog));
+}
+
+void ProgramTest::clickIn(const QString& title, const QString& name) {
+    Accessible control;
+    COMES(!(control = program().dialog(title).find(name)).isNull());
+    COMES(control.has(State::Showing) && control.has(State::Enabled));
+    Desktop::click(control.place().center());
+}
+
+void ProgramTest::openSettings(const QString& page) {
+    STEP(clickButton(Settings));
+    COMES(program().isActive(Settings));
+    const Accessible pages = program().dialog(Settings).find(QStringLiteral("设置分类"));
+    for (const Accessible::Seen& row : pages.children()) {
+        if (row.name == page)
+            Desktop::click(row.thing.place().center());
+    }
+    const Accessible area = program().dialog(Settings).find([&page](const Accessible::Seen& seen) {
+        return seen.name == page && seen.role != Accessible::Role::ListItem;
+    });
+    COMES(area.has(State::Visible));
 }
 
 void ProgramTest::quit() {

@@ -23,6 +23,7 @@ protected:
     static const inline QString Password = QStringLiteral("corvanta-8000");
     static const inline QString SignIn = QStringLiteral("登录");
     static const inline QString SignOut = QStringLiteral("退出登录");
+    static const inline QString Settings = QStringLiteral("软件设置");
     static const inline QString Tip = QStringLiteral("提示");
 
     explicit ProgramTest(Sharing sharing = Sharing::None)
@@ -58,11 +59,16 @@ protected:
     void clickButton(const QString& name);
     /// Waits for a question, answers it by a button's name and waits until it is gone.
     void answer(const QString& title, const QString& button);
+    /// Clicks a control of a dialog, by its name.
+    void clickIn(const QString& title, const QString& name);
+    /// Opens the settings and shows one of the pages.
+    void openSettings(const QString& page);
     /// Ends the program as a user does, and demands that it ends well.
     void quit();
 
-private slots:
+protected slots:
     void initTestCase();
+    /// A test class with an `init` of its own calls this one.
     void init();
     void cleanup();
     void cleanupTestCase();
@@ -84,6 +90,12 @@ private:
             return;                                                                                                  \
     } while (false)
 
-/// Waits for what must come.
-#define COMES(...) QTRY_VERIFY_WITH_TIMEOUT((__VA_ARGS__), Desktop::Patience)
-#define BECOMES(value, expected) QTRY_COMPARE_WITH_TIMEOUT(value, expected, Desktop::Patience)
+/// Waits for what must come. Unlike Qt's own, by the clock: what is asked may take its time.
+#define COMES(...) QVERIFY2(QTest::qWaitFor([&]() -> bool { return __VA_ARGS__; }, Desktop::Patience), #__VA_ARGS__)
+#define BECOMES(value, expected)                                                                                     \
+    do {                                                                                                             \
+        auto seen_ = value;                                                                                          \
+        const decltype(seen_) wanted_ = expected;                                                                    \
+        QTest::qWaitFor([&] { return (seen_ = value) == wanted_; }, Desktop::Patience);                              \
+        QCOMPARE(seen_, wanted_);                                                                                    \
+    } while (false)

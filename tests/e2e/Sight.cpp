@@ -37,9 +37,28 @@ bool isEmpty(const QRect& tile) {
     return shareOfGrey(Desktop::look(inner(tile))) == 1.0;
 }
 
+bool isSelected(const QRect& tile) {
+    const QImage image = Desktop::look(tile);
+    return image.pixel(image.width() / 2, 0) == theme::Selection.rgb() &&
+           image.pixel(0, image.height() / 2) == theme::Selection.rgb();
+}
+
 bool isPicture(const QRect& tile) {
     const QImage image = Desktop::look(inner(tile));
     return !image.isNull() && shareOfGrey(image) < 0.3;
+}
+
+bool hasStripes(const QRect& tile) {
+    const QImage image = Desktop::look(tile);
+    constexpr QRgb beside = qRgb(40, 40, 40);
+    const auto isDark = [&image](int y) {
+        for (int x = image.width() / 3; x < image.width() * 2 / 3; ++x) {
+            if (image.pixel(x, y) != beside)
+                return false;
+        }
+        return true;
+    };
+    return !image.isNull() && isDark(image.height() / 12) && isDark(image.height() * 11 / 12);
 }
 
 bool becomesLive(const QRect& tile) {
