@@ -85,5 +85,11 @@ Accessible Program::dialog(const QString& title) const {
 }
 
 bool Program::isActive(const Accessible& window) {
-    return window.has(Accessible::State::Active) && window.place() == Desktop::activePlace();
+    const auto active = Desktop::activePlace();
+    return active && window.has(Accessible::State::Active) && window.place().size() == active->size();
+}
+
+QRect Program::placeInActive(const Accessible& window, const Accessible& thing) {
+    const QPoint corner = Desktop::activePlace().value_or(QRect()).topLeft();
+    return thing.place().translated(corner - window.place().topLeft());
 }

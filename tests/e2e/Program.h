@@ -42,6 +42,9 @@ public:
     /// clicked.
     bool isActive(const QString& title) const { return isActive(dialog(title)); }
     static bool isActive(const Accessible& window);
+    /// The place of something in the window that has the keyboard. A dialog does not always hear where the window
+    /// manager has put it, so only places from its own corner are relied on.
+    static QRect placeInActive(const Accessible& window, const Accessible& thing);
     Accessible openMenu() const { return reader_.openMenu(pid()); }
 
 private:

@@ -63,6 +63,7 @@ void ProgramTest::start() {
     QVERIFY(program().start());
     COMES(!(window_ = MainWindow(program().accessible())).isNull());
     COMES(Program::isActive(window_.window()));
+    BECOMES(window_.frame(), Desktop::activePlace().value_or(QRect()));
 }
 
 void ProgramTest::openSignIn() {
@@ -148,26 +149,28 @@ void ProgramTest::answer(const QString& title, const QString& button) {
     const Accessible dialog = program().dialog(title);
     const Accessible chosen = dialog.find(button);
     QVERIFY2(!chosen.isNull(), qPrintable(button));
-    Desktop::click(chosen.place().center());
+    Desktop::click(Program::placeInActive(dialog, chosen).center());
     COMES(!(program().dialog(title) == dialog));
 }
 
 void ProgramTest::clickIn(const QString& title, const QString& name) {
-    Accessible control;
-    COMES(!(control = program().dialog(title).find(name)).isNull());
+    COMES(program().isActive(title));
+    const Accessible dialog = program().dialog(title);
+    const Accessible control = dialog.find(name);
+    QVERIFY2(!control.isNull(), qPrintable(name));
     COMES(control.has(State::Showing) && control.has(State::Enabled));
-    Desktop::click(control.place().center());
+    Desktop::click(Program::placeInActive(dialog, control).center());
 }
 
 void ProgramTest::openSettings(const QString& page) {
     STEP(clickButton(Settings));
     COMES(program().isActive(Settings));
-    const Accessible pages = program().dialog(Settings).find(QStringLiteral("设置分类"));
-    for (const Accessible::Seen& row : pages.children()) {
+    const Accessible dialog = program().dialog(Settings);
+    for (const Accessible::Seen& row : dialog.find(QStringLiteral("设置分类")).children()) {
         if (row.name == page)
-            Desktop::click(row.thing.place().center());
+            Desktop::click(Program::placeInActive(dialog, row.thing).center());
     }
-    const Accessible area = program().dialog(Settings).find([&page](const Accessible::Seen& seen) {
+    const Accessible area = dialog.find([&page](const Accessible::Seen& seen) {
         return seen.name == page && seen.role != Accessible::Role::ListItem;
     });
     COMES(area.has(State::Visible));

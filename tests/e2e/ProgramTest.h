@@ -96,6 +96,7 @@ private:
     do {                                                                                                             \
         auto seen_ = value;                                                                                          \
         const decltype(seen_) wanted_ = expected;                                                                    \
-        QTest::qWaitFor([&] { return (seen_ = value) == wanted_; }, Desktop::Patience);                              \
+        const bool came_ = QTest::qWaitFor([&] { return (seen_ = value) == wanted_; }, Desktop::Patience);           \
+        Q_UNUSED(came_)                                                                                              \
         QCOMPARE(seen_, wanted_);                                                                                    \
     } while (false)

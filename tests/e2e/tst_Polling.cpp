@@ -173,14 +173,16 @@ void tst_Polling::entriesFromTheDialog() {
                                              QString::fromUtf8(groups()[2].name)}));
     for (int left = 7; left >= 3; --left) {
         const QVector<Accessible::Seen> rows = list.children();
-        Desktop::click(rows[3].thing.place().center());
+        Desktop::click(Program::placeInActive(dialog, rows[3].thing).center());
         COMES(list.children()[3].thing.has(Accessible::State::Focused));
         Desktop::keys({QStringLiteral("Delete")});
         BECOMES(names().size(), left);
     }
     // The interval, by the keyboard.
     const Accessible interval = dialog.find(QStringLiteral("轮屏时间"));
-    Desktop::doubleClick(interval.place().center() - QPoint(interval.place().width() / 4, 0));
+    const QRect place = Program::placeInActive(dialog, interval);
+    Desktop::click(place.center() - QPoint(place.width() / 4, 0));
+    COMES(interval.has(Accessible::State::Focused));
     Desktop::keys({QStringLiteral("ctrl+a")});
     Desktop::type(QStringLiteral("3"));
     BECOMES(interval.number().value_or(0), 3.0);

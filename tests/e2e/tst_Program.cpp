@@ -57,8 +57,7 @@ void tst_Program::signInAgain() {
     typeSignIn(Number, QStringLiteral("corvanta-8001"));
     COMES(program().dialog(SignIn).find(QStringLiteral("错误信息")).has(Accessible::State::Visible));
     QVERIFY(window().rows().isEmpty());
-    COMES(program().isActive(SignIn));
-    Desktop::click(program().dialog(SignIn).find(QStringLiteral("密码")).place().center());
+    STEP(clickIn(SignIn, QStringLiteral("密码")));
     Desktop::keys({QStringLiteral("ctrl+a")});
     Desktop::type(Password);
     Desktop::keys({QStringLiteral("Return")});
