@@ -177,8 +177,8 @@ void SharedStream::tellState(Subscriber& subscriber) {
 /// Ends the subscriptions that have waited long enough for the stream to open.
 void SharedStream::closeLate(Clock::time_point now) {
     for (std::size_t index = 0; index < members_.size(); ++index) {
-        const std::shared_ptr<Subscriber> member = members_[index];
-        if (member->openBy && now >= *member->openBy) {
+        if (members_[index]->openBy && now >= *members_[index]->openBy) {
+            const std::shared_ptr<Subscriber> member = members_[index];
             members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(index--));
             member->call([](StreamListener& listener) { listener.onClosed(StreamError::TimedOut); });
             owner_.finished(member->id);
