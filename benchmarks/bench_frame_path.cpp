@@ -1,8 +1,8 @@
-// A picture's way from the SDK's callback to the renderer's buffer (message parsed, mailbox written, taken, copied)
+// A picture's way from the SDK's callback to the renderer's buffer (message parsed, buffer written, taken, copied)
 // against two plain copies of the same size.
 
 #include "video/AvMessage.h"
-#include "video/FrameMailbox.h"
+#include "video/FrameBuffer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -27,13 +27,13 @@ void framePath(benchmark::State& state) {
     const std::vector<std::uint8_t> picture(video::byteCount(Light), 77);
     std::vector<std::uint8_t> renderer(picture.size());
     const std::string message = messageFor(picture);
-    video::FrameMailbox mailbox;
+    video::FrameBuffer buffer;
     for (auto _ : state) {
         const video::AvMessage parsed = video::parseAvMessage(message);
         const auto& frame = std::get<video::AvFrame>(parsed);
-        mailbox.write(frame.data, frame.size);
-        const auto taken = mailbox.take();
-        std::memcpy(renderer.data(), taken->data, renderer.size());
+        buffer.write(frame.data, frame.size);
+        const auto taken = buffer.take();
+        std::memcpy(renderer.data(), taken->data(), renderer.size());
         benchmark::DoNotOptimize(renderer.data());
         benchmark::ClobberMemory();
     }

@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
+#include <QSurfaceFormat>
 
 namespace {
 
@@ -81,6 +82,11 @@ int main(int argc, char* argv[]) {
     const corvanta::platform::KeepAwake awake;
     QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    // Showing a window must not wait for the screen: the wall is brought to it in a beat of its own, and dialogs that
+    // show video would wait for one another.
+    QSurfaceFormat format = QSurfaceFormat::defaultFormat();
+    format.setSwapInterval(0);
+    QSurfaceFormat::setDefaultFormat(format);
     corvanta::crashReport::install();
     SingleApplication application(argc, argv, QStringLiteral("Corvanta"));
     application.setStyleSheet(corvanta::loadStyle());

@@ -64,6 +64,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     , ui_(ui)
     , sdk_(sdk)
     , settings_(paths.settingsFile())
+    , poll_(settings_)
     , accountFlags_(std::make_unique<AccountFlags>(paths.accountFile()))
     , gateway_(sdk, queue_)
     , clientCallback_(settings_, queue_, *this) {
@@ -124,7 +125,7 @@ void AppManager::loadTimeZones() {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_};
+    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {

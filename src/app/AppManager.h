@@ -5,6 +5,7 @@
 #include "base/AppEvents.h"
 #include "base/AppPaths.h"
 #include "base/DeviceModel.h"
+#include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
 #include "base/TaskQueue.h"
@@ -41,6 +42,10 @@ public:
     /// Asks the SDK for the device list, or for the list of local devices. The mode "刷新" clears the tree first.
     void refreshList(const QString& mode);
     void refreshLocalList(const QString& mode);
+
+    /// Starts or stops the screen polling.
+    void setPollValue(ScreenPoll::Mode mode) { poll_.setPollValue(mode); }
+    QStringList getNextPollDevices() { return poll_.getNextPollDevices(devices_); }
 
     QVariant setting(const QString& key) const { return settings_.get(key); }
     const QVariantMap& localDevices() const { return localDevices_; }
@@ -82,6 +87,7 @@ private:
     AppUi& ui_;
     ipncsdk::ZELIPNCSDK& sdk_;
     Settings settings_;
+    ScreenPoll poll_;
     std::unique_ptr<AccountFlags> accountFlags_;
     TaskQueue queue_; ///< from SDK threads to here; outlives the gateway and the callback
     SdkGateway gateway_;

@@ -5,6 +5,7 @@ class AppEvents;
 class AppPaths;
 class AppUi;
 class DeviceModel;
+class ScreenPoll;
 class SdkGateway;
 class Settings;
 
@@ -17,4 +18,5 @@ struct AppContext {
     AccountFlags& accountFlags;
     const AppPaths& paths;
     AppUi& ui;
+    ScreenPoll& poll;
 };

@@ -35,11 +35,30 @@ inline const QString ShowSplash = QStringLiteral("是否显示启动画面");
 inline const QString SplashPicture = QStringLiteral("启动画面图片路径");
 inline const QString EnterByItself = QStringLiteral("是否自动进入软件");
 inline const QString PollInterval = QStringLiteral("轮屏时间");
+/// The entries of the screen polling, a list of {"name", "ipnclist"}.
+inline const QString PollEntries = QStringLiteral("轮屏列表");
+/// What the polling that is started by its button shows: 1 videos, 2 preview pictures; videos when absent.
+inline const QString PollMode = QStringLiteral("轮屏模式");
+/// The polling that runs: 0 none, 1 videos, 2 preview pictures.
+inline const QString Poll = QStringLiteral("poll");
+/// Sound files of the alarm types, by the type's text; the switches beside them are above.
+inline const QString SoundDeviceFault = QStringLiteral("设备异常报警");
+inline const QString SoundLevel1 = QStringLiteral("一级阈值报警");
+inline const QString SoundLevel2 = QStringLiteral("二级阈值报警");
+inline const QString SoundLevel3 = QStringLiteral("三级阈值报警");
+inline const QString SoundOther = QStringLiteral("其他报警");
 /// Id of the group whose members take the first tiles; the first group when absent.
 inline const QString DefaultGroup = QStringLiteral("默认分组");
 inline const QString GridRows = QStringLiteral("fwidget_row");
 inline const QString GridColumns = QStringLiteral("fwidget_col");
 inline const QString VideoZoom = QStringLiteral("VideoZoomDisplayIndex");
+/// Devices whose live videos are open, by tile index: a list of {"index", "ipncid"}.
+inline const QString OpenVideos = QStringLiteral("TileWidgetIndexList");
+/// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
+/// full screen.
+inline const QString WindowPlace = QStringLiteral("窗口位置");
+/// Width of the device tree, px.
+inline const QString PanelWidth = QStringLiteral("设备树宽度");
 } // namespace corvanta::keys
 
 /// What threads of the SDK read of the settings: an immutable value, in standard types.

@@ -28,13 +28,16 @@ Fwidget::Fwidget(int rows, int columns, Settings& settings, QWidget* parent)
     makeMenu();
 }
 
-Fwidget::~Fwidget() = default;
+Fwidget::~Fwidget() {
+    // Before the beat that they are members of.
+    qDeleteAll(tiles_);
+}
 
 void Fwidget::makeTiles() {
     tiles_.reserve(static_cast<std::size_t>(grid_.poolSize()));
     for (int row = 0; row < grid_.maximumRows(); ++row) {
         for (int column = 0; column < grid_.maximumColumns(); ++column) {
-            auto* const tile = new ItemVideo(row * grid_.maximumColumns() + column, this);
+            auto* const tile = new ItemVideo(row * grid_.maximumColumns() + column, this, &beat_);
             connect(tile, &ItemVideo::sigDoubleClick, this, &Fwidget::onDoubleClickEvent);
             connect(tile, &ItemVideo::sig_setfocus, this, &Fwidget::on_setfocus);
             tiles_.push_back(tile);

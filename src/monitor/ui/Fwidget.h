@@ -1,6 +1,7 @@
 #pragma once
 
 #include "monitor/TileGrid.h"
+#include "video/ui/PictureBeat.h"
 
 #include <QWidget>
 
@@ -67,6 +68,7 @@ private:
 
     Settings& settings_;
     TileGrid grid_;
+    PictureBeat beat_; ///< of all tiles; outlives them
     int selected_ = 0;
     QGridLayout* gridLayout_;
     QPushButton* menuButton_;

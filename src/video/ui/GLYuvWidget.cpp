@@ -96,6 +96,7 @@ bool GLYuvWidget::isSupported() {
 void GLYuvWidget::clearFrame() {
     frame_.reset();
     frameSize_ = {};
+    unpainted_ = false;
     update();
 }
 
@@ -118,6 +119,8 @@ void GLYuvWidget::slotShowYuv(uchar* picture, uint width, uint height) {
         frameSize_ = size;
     }
     std::memcpy(frame_.get(), picture, byteCount(size));
+    collapsed_ += unpainted_ ? 1 : 0;
+    unpainted_ = true;
     update();
 }
 
@@ -213,6 +216,8 @@ void GLYuvWidget::paintGL() {
     glUniform1i(uniformU_, 1);
     glUniform1i(uniformV_, 2);
     glDrawArrays(GL_TRIANGLE_STRIP, 0, vertexCount);
+    painted_ += unpainted_ ? 1 : 0;
+    unpainted_ = false;
 }
 
 void GLYuvWidget::uploadPlane(GLenum unit, GLuint texture, unsigned width, unsigned height,

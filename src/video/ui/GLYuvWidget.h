@@ -29,6 +29,10 @@ public:
     /// Size of the held picture; a default one when there is none.
     corvanta::video::FrameSize frameSize() const { return frameSize_; }
 
+    /// Pictures that were painted, and those that were never because a newer one came first. Both wrap.
+    std::uint32_t paintedPictures() const { return painted_; }
+    std::uint32_t collapsedPictures() const { return collapsed_; }
+
 public slots:
     /// Copies a picture of width * height * 3 / 2 bytes and asks for a repaint, so several pictures between two
     /// repaints become one. A size that cannot be used leaves the present picture.
@@ -62,4 +66,7 @@ private:
 
     corvanta::video::FrameSize frameSize_;  ///< default while frame_ is null
     std::unique_ptr<std::uint8_t[]> frame_; ///< byteCount(frameSize_) bytes
+    bool unpainted_ = false;                ///< frame_ holds a picture that was not painted yet
+    std::uint32_t painted_ = 0;
+    std::uint32_t collapsed_ = 0;
 };

@@ -17,7 +17,8 @@
 #include <chrono>
 
 using corvanta::video::AspectMode;
-using corvanta::video::FrameMailbox;
+using corvanta::video::FrameBuffer;
+using corvanta::video::FrameSize;
 
 namespace {
 
@@ -43,9 +44,10 @@ QString tileStyle(bool selected) {
 
 } // namespace
 
-ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
+ItemVideo::ItemVideo(int tileIndex, QWidget* parent, PictureBeat* beat)
     : QWidget(parent)
     , tileIndex_(tileIndex)
+    , beat_(beat != nullptr ? beat : new PictureBeat(this))
     , textLine_(new TileTextLine(this)) {
     setObjectName(QStringLiteral("videoTile%1").arg(tileIndex));
     setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
@@ -54,12 +56,15 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setStyleSheet(tileStyle(false));
     connect(this, &ItemVideo::sig_updateDisplay, this, &ItemVideo::updateDisplay);
-    connect(this, &ItemVideo::sigPictureWaiting, this, &ItemVideo::takeFrame, Qt::QueuedConnection);
+    beat_->add(*this);
+    connect(this, &ItemVideo::sigPictureWaiting, beat_, &PictureBeat::wake, Qt::QueuedConnection);
     connect(&timer_, &QTimer::timeout, this, &ItemVideo::OnTimeOut);
     timer_.setInterval(tick);
 }
 
-ItemVideo::~ItemVideo() = default;
+ItemVideo::~ItemVideo() {
+    beat_->remove(*this);
+}
 
 void ItemVideo::setText(const QString& text) {
     text_ = text;
@@ -103,7 +108,7 @@ void ItemVideo::close() {
     requestId_ = 0;
     streamParameters_.clear();
     secondsSincePicture_ = 0;
-    mailbox_.release();
+    buffer_.release();
     frameSize_ = {};
     if (renderer_ != nullptr) {
         renderer_->clearFrame();
@@ -115,47 +120,63 @@ bool ItemVideo::showFrame(const uchar* picture, uint width, uint height) {
     if (!shown_.load(std::memory_order_acquire)) {
         return false;
     }
-    switch (mailbox_.write(picture, {width, height})) {
-    case FrameMailbox::WriteResult::Written:
-        wakeGuiThread();
-        return true;
-    case FrameMailbox::WriteResult::Refused:
-    case FrameMailbox::WriteResult::NoMemory:
+    switch (buffer_.write(picture, {width, height})) {
+    case FrameBuffer::WriteResult::Overwritten:
+        overwritten_.fetch_add(1, std::memory_order_relaxed);
+        break;
+    case FrameBuffer::WriteResult::Written:
+        break;
+    case FrameBuffer::WriteResult::Refused:
+    case FrameBuffer::WriteResult::NoMemory:
         qDebug("tile %d: a picture of %u x %u cannot be taken", tileIndex_, width, height);
         return false;
-    case FrameMailbox::WriteResult::Busy:
-        break;
     }
+    received_.fetch_add(1, std::memory_order_relaxed);
+    // Looked at before it is written: while the beat goes on, its line stays in every core's cache.
+    if (!awake_.load(std::memory_order_acquire) && !awake_.exchange(true, std::memory_order_acq_rel)) {
+        emit sigPictureWaiting(QPrivateSignal());
+    }
+    return true;
+}
+
+bool ItemVideo::rest() {
+    // First the flag, then the buffer: a picture that comes after this look finds the flag down and wakes again.
+    awake_.exchange(false, std::memory_order_acq_rel);
+    if (!takePicture()) {
+        return true;
+    }
+    awake_.store(true, std::memory_order_release);
     return false;
 }
 
-void ItemVideo::wakeGuiThread() {
-    if (!wakePending_.exchange(true, std::memory_order_acq_rel)) {
-        emit sigPictureWaiting(QPrivateSignal());
+bool ItemVideo::takePicture() {
+    const auto picture = buffer_.take();
+    if (!picture) {
+        return false;
     }
-}
-
-void ItemVideo::takeFrame() {
-    // First the flag, then the mailbox: a picture written after this look finds the flag down and wakes again.
-    wakePending_.exchange(false, std::memory_order_acq_rel);
-    const auto frame = mailbox_.take();
-    if (!frame) {
-        return;
-    }
+    const FrameSize size = picture->size();
     const bool wasStalled = secondsSincePicture_ >= stalledSeconds;
     secondsSincePicture_ = 0;
-    const bool sizeChanged = frame->size != frameSize_;
-    frameSize_ = frame->size;
+    const bool sizeChanged = size != frameSize_;
+    frameSize_ = size;
     if (renderer_ == nullptr && GLYuvWidget::isSupported()) {
         createRenderer();
     }
-    emit sigYuv(frame->data, frame->size.width, frame->size.height);
+    emit sigYuv(picture->data(), size.width, size.height);
     if (sizeChanged) {
         placeRenderer();
     }
     if (sizeChanged || wasStalled) {
         emit sig_updateDisplay();
     }
+    return true;
+}
+
+ItemVideo::Counters ItemVideo::counters() const {
+    const std::uint32_t painted = renderer_ == nullptr ? 0 : renderer_->paintedPictures();
+    const std::uint32_t collapsed = renderer_ == nullptr ? 0 : renderer_->collapsedPictures();
+    return {received_.load(std::memory_order_relaxed), overwritten_.load(std::memory_order_relaxed) + collapsed,
+            painted};
 }
 
 void ItemVideo::createRenderer() {

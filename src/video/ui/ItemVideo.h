@@ -1,8 +1,9 @@
 #pragma once
 
-#include "video/FrameMailbox.h"
+#include "video/FrameBuffer.h"
 #include "video/FrameSize.h"
 #include "video/Placement.h"
+#include "video/ui/PictureBeat.h"
 #include "video/ui/TileAction.h"
 
 #include <QTimer>
@@ -10,6 +11,7 @@
 #include <QWidget>
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 
 class GLYuvWidget;
@@ -21,12 +23,14 @@ class TileTextLine;
 /// GUI thread only, except `showFrame`. Who calls `showFrame` makes sure that no call is under way when the tile is
 /// destroyed.
 ///
-/// A picture is copied twice: from the SDK's memory into the tile's mailbox on the SDK's thread, and from there into
-/// the renderer's buffer on the GUI thread. At most one wake-up of the GUI thread is outstanding at a time.
-class ItemVideo final : public QWidget {
+/// A picture is copied twice: from the SDK's memory into the tile's buffer on the SDK's thread, and from there into
+/// the renderer's own on the GUI thread, at the next beat. The GUI thread is woken for the first picture only; from
+/// then on the beat comes and looks.
+class ItemVideo final : public QWidget, private PictureReceiver {
     Q_OBJECT
 public:
-    explicit ItemVideo(int tileIndex, QWidget* parent = nullptr);
+    /// Tiles of one window share a `beat`, which outlives them; without one the tile has its own.
+    explicit ItemVideo(int tileIndex, QWidget* parent = nullptr, PictureBeat* beat = nullptr);
     ~ItemVideo() override;
 
     /// Position in the pool, 0..63.
@@ -37,6 +41,13 @@ public:
     const QVariantMap& streamParameters() const { return streamParameters_; }
     /// Size of the picture shown; a default one when there is none.
     corvanta::video::FrameSize frameSize() const { return frameSize_; }
+    /// What became of the pictures since the tile was made. The counts wrap.
+    struct Counters {
+        std::uint32_t received = 0;    ///< taken while the tile was visible
+        std::uint32_t overwritten = 0; ///< of these, never painted because a newer one came first
+        std::uint32_t painted = 0;
+    };
+    Counters counters() const;
     bool isSelected() const { return selected_; }
     corvanta::video::AspectMode aspectMode() const { return aspectMode_; }
 
@@ -71,8 +82,7 @@ signals:
     void sig_updateDisplay();
     /// An entry of the menu was chosen that the tile cannot do by itself.
     void sigMenuAction(int tileIndex, TileAction action);
-    /// Wakes the GUI thread, which then takes the newest picture; carries nothing, as what crosses the threads is in
-    /// the mailbox. At most one is under way.
+    /// Wakes the beat on the GUI thread; carries nothing, as what crosses the threads is in the buffer.
     void sigPictureWaiting(QPrivateSignal);
 
 public slots:
@@ -93,8 +103,9 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
-    void wakeGuiThread();
-    void takeFrame();
+    bool takePicture() override;
+    std::uint32_t receivedPictures() const override { return received_.load(std::memory_order_relaxed); }
+    bool rest() override;
     void createRenderer();
     void placeRenderer();
     void paintHint(QPainter& painter, const QRect& area) const;
@@ -111,10 +122,13 @@ private:
     int secondsSinceText_ = 0;    ///< counted by the tile timer
     int secondsSincePicture_ = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
 
-    corvanta::video::FrameMailbox mailbox_;
+    corvanta::video::FrameBuffer buffer_;
     corvanta::video::FrameSize frameSize_;
-    std::atomic<bool> shown_{false};       ///< isVisible(), for the SDK's threads
-    std::atomic<bool> wakePending_{false}; ///< a wake-up of the GUI thread is posted and not yet handled
+    std::atomic<bool> shown_{false}; ///< isVisible(), for the SDK's threads
+    std::atomic<bool> awake_{false}; ///< the beat comes and looks, or has been asked to
+    std::atomic<std::uint32_t> received_{0};
+    std::atomic<std::uint32_t> overwritten_{0};
+    PictureBeat* beat_;
 
     GLYuvWidget* renderer_ = nullptr; ///< child, made with the first picture: most of the tiles never show one
     TileTextLine* textLine_ = nullptr;

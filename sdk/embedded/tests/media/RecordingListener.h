@@ -38,7 +38,7 @@ public:
     /// Waits for a condition on the record, no longer than to the closing; generous, for a loaded machine under
     /// a sanitizer.
     bool waitFor(const std::function<bool(const Record&)>& condition,
-                 std::chrono::seconds patience = std::chrono::seconds(60)) {
+                 std::chrono::seconds patience = std::chrono::seconds(300)) {
         std::unique_lock lock(mutex_);
         changed_.wait_for(lock, patience, [&] { return record_.closed || condition(record_); });
         return condition(record_);
