@@ -1,4 +1,4 @@
-"""What the measuring scripts share: virtual displays, programs under orders, CPU and memory of both, camera files.
+"""What the measuring scripts share: virtual displays, programs under orders, CPU and memory of both.
 
 Every process that is started here is ended by its own id, at the latest when its `with` block ends.
 """
@@ -14,6 +14,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get("CORVANTA_BUILD_DIR", ROOT / "build" / "release"))
 SCREEN = (1920, 1080)
+WINDOW = f"{SCREEN[0]}x{SCREEN[1]}"
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -176,35 +177,6 @@ def steady(ordered, display, seconds=12, tries=3, quiet=0.15):
         if best.others < quiet:
             break
     return best
-
-
-def camera_files(folder, rate, number=8, seconds=8):
-    """Makes H.264 files like a camera's light stream: 640x360, motion and noise, a key frame every two seconds."""
-    files = []
-    for index in range(number):
-        file = os.path.join(folder, f"camera{index}.mp4")
-        if index % 2:
-            scene = f"mandelbrot=size=640x360:rate={rate}:start_x={-0.7436 + index * 0.001}"
-        else:
-            scene = f"testsrc2=size=640x360:rate={rate},hue=h={index * 40}"
-        subprocess.run(
-            ["ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", f"{scene},noise=alls=6:allf=t:all_seed={index + 1}",
-             "-t", str(seconds), "-c:v", "libx264", "-preset", "veryfast", "-profile:v", "main", "-bf", "0", "-g",
-             str(2 * rate), "-b:v", "400k", "-maxrate", "400k", "-bufsize", "400k", "-pix_fmt", "yuv420p", file],
-            check=True, stdin=subprocess.DEVNULL)
-        files.append(file)
-    return files
-
-
-def long_files(folder, files, times):
-    """The same pictures over and over, for a player that cannot begin again by itself."""
-    result = []
-    for file in files:
-        name = os.path.join(folder, "long-" + os.path.basename(file))
-        subprocess.run(["ffmpeg", "-v", "error", "-y", "-stream_loop", str(times - 1), "-i", file, "-c", "copy", name],
-                       check=True, stdin=subprocess.DEVNULL)
-        result.append(name)
-    return result
 
 
 def temporary_folder():

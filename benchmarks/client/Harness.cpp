@@ -31,8 +31,7 @@ void say(const QString& line) {
 
 Harness::Harness(MonitorMainUI& window, const AppContext& context)
     : window_(window)
-    , context_(context)
-    , counts_(window.grid()) {
+    , context_(context) {
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.setInterval(1);
     connect(&timer_, &QTimer::timeout, this, &Harness::look);
@@ -52,7 +51,7 @@ void Harness::obey(const QString& line) {
         window_.live().stopAll();
         say(QStringLiteral("closed %1").arg(sinceOrder_.elapsed()));
     } else if (order == QLatin1String("counts")) {
-        const PictureCounts counts = counts_.total();
+        const ItemVideo::Counters counts = counters();
         say(QStringLiteral("counts %1 %2 %3").arg(counts.received).arg(counts.overwritten).arg(counts.painted));
     } else if (order == QLatin1String("click")) {
         click(number);
@@ -113,16 +112,27 @@ void Harness::arrange(const QString& groupId) {
 }
 
 void Harness::open(int count) {
-    const quint64 before = counts_.total().painted;
+    const std::uint32_t before = counters().painted;
     for (int index = 0; index < count; ++index) {
         if (const auto device = context_.devices.deviceOfTile(index))
             window_.live().open(*device);
     }
     answerWhen(
         [this, count, before] {
-            return runningTiles(count) == count && counts_.total().painted >= before + static_cast<quint64>(count);
+            return runningTiles(count) == count && counters().painted - before >= static_cast<unsigned>(count);
         },
         [this] { return QStringLiteral("open %1").arg(sinceOrder_.elapsed()); });
+}
+
+ItemVideo::Counters Harness::counters() const {
+    ItemVideo::Counters sum;
+    for (int index = 0; index < window_.grid().grid().poolSize(); ++index) {
+        const ItemVideo::Counters one = window_.grid().tile(index)->counters();
+        sum.received += one.received;
+        sum.overwritten += one.overwritten;
+        sum.painted += one.painted;
+    }
+    return sum;
 }
 
 int Harness::runningTiles(int count) const {
@@ -140,18 +150,15 @@ void Harness::click(int index) {
         say(QStringLiteral("failed no camera"));
         return;
     }
-    paintedBefore_ = counts_.ofTile(index).painted;
+    const ItemVideo& tile = *window_.grid().tile(index);
+    const std::uint32_t before = tile.counters().painted;
     window_.live().open(*device);
-    answerWhen(
-        [this, index] {
-            return window_.grid().tile(index)->frameSize().width > 0 &&
-                   counts_.ofTile(index).painted > paintedBefore_;
-        },
-        [this] {
-            const double milliseconds = static_cast<double>(sinceOrder_.nsecsElapsed()) / 1e6;
-            window_.live().stopAll();
-            return QStringLiteral("shown %1").arg(milliseconds, 0, 'f', 2);
-        });
+    answerWhen([&tile, before] { return tile.counters().painted != before; },
+               [this] {
+                   const double milliseconds = static_cast<double>(sinceOrder_.nsecsElapsed()) / 1e6;
+                   window_.live().stopAll();
+                   return QStringLiteral("shown %1").arg(milliseconds, 0, 'f', 2);
+               });
 }
 
 void Harness::place() const {

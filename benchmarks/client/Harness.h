@@ -1,6 +1,6 @@
 #pragma once
 
-#include "client/TileCounts.h"
+#include "video/ui/ItemVideo.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -9,7 +9,6 @@
 #include <functional>
 
 struct AppContext;
-class ItemVideo;
 class MonitorMainUI;
 
 /// Drives the client's own window by commands, one a line, and answers each with one line on the standard output:
@@ -40,16 +39,16 @@ private:
     void place() const;
     void answerWhen(std::function<bool()> done, std::function<QString()> answer);
     void look();
+    /// Of all tiles together.
+    ItemVideo::Counters counters() const;
     /// Of the first `count` tiles those whose stream is open and has brought a picture.
     int runningTiles(int count) const;
     QStringList wallCameras() const;
 
     MonitorMainUI& window_;
     const AppContext& context_;
-    TileCounts counts_;
     QTimer timer_; ///< runs while an answer is due
     QElapsedTimer sinceOrder_;
     std::function<bool()> done_;
     std::function<QString()> answer_;
-    quint64 paintedBefore_ = 0;
 };
