@@ -66,6 +66,7 @@ int runWindow(const AppPaths& paths, const Options& options) {
     auto* const window = new MonitorMainUI(context);
     frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
     ui.attach(*window, context);
+    window->placeFrame();
     window->show();
     frame.show();
     const auto tour = tourFor(*window, options);

@@ -107,6 +107,19 @@ SessionActions LiveSessions::stopTile(int tileIndex) {
     return actions;
 }
 
+void LiveSessions::move(const QString& deviceId, int tileIndex) {
+    const auto session = sessions_.find(deviceId);
+    if (session != sessions_.end()) {
+        session->tileIndex = tileIndex;
+    }
+}
+
+SessionActions LiveSessions::stopPreview(const QString& deviceId) {
+    SessionActions actions;
+    erasePreview(deviceId, actions);
+    return actions;
+}
+
 SessionActions LiveSessions::stopAll() {
     SessionActions actions;
     for (const QString& deviceId : sessions_.keys()) {

@@ -92,6 +92,11 @@ public:
     SessionActions stopDevice(const QString& deviceId);
     /// Ends the streams of a tile: the one that it holds and any that is being opened in it.
     SessionActions stopTile(int tileIndex);
+    /// A device's place has become another tile: its session goes there, open or opening. The tile must not be that of
+    /// another session when all moves are done.
+    void move(const QString& deviceId, int tileIndex);
+    /// Ends a device's preview alone.
+    SessionActions stopPreview(const QString& deviceId);
     /// Ends every stream and every preview and empties every tile's text.
     SessionActions stopAll();
 
@@ -107,6 +112,10 @@ public:
     /// The device whose open stream is in a tile, or an empty text.
     QString deviceOfTile(int tileIndex) const;
     bool hasPreview(const QString& deviceId) const { return previews_.contains(deviceId); }
+    /// The request id of the preview that is shown or on its way, or 0.
+    int requestOfPreview(const QString& deviceId) const { return previews_.value(deviceId); }
+    /// Whether any stream or preview is in the tables.
+    bool isAnythingShown() const { return !sessions_.isEmpty() || !previews_.isEmpty(); }
     /// Devices with a stored request, in no particular order.
     QStringList devices() const { return sessions_.keys(); }
 

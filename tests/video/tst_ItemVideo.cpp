@@ -227,11 +227,15 @@ void tst_ItemVideo::selectionAndKeys() {
     QTRY_COMPARE(twice.count(), 1);
     focus.clear();
     QTest::mouseClick(shown.tile.windowHandle(), Qt::MiddleButton, {}, QPoint(200, 150));
-    QTest::keyClick(&shown.tile, Qt::Key_Return);
+    QTest::keyClick(&shown.tile, Qt::Key_Space);
     QCOMPARE(twice.count(), 2);
     QCOMPARE(focus.count(), 0);
-    QTest::keyClick(&shown.tile, Qt::Key_Space);
-    QCOMPARE(focus.count(), 1);
+    QSignalSpy open(&shown.tile, &ItemVideo::sigOpenWanted);
+    QSignalSpy stop(&shown.tile, &ItemVideo::sigStopWanted);
+    QTest::keyClick(&shown.tile, Qt::Key_Return);
+    QTest::keyClick(&shown.tile, Qt::Key_Delete);
+    QCOMPARE(open.count(), 1);
+    QCOMPARE(stop.count(), 1);
 
     shown.tile.close();
     shown.tile.setText({});

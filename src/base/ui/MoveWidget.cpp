@@ -6,13 +6,19 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <utility>
 
 namespace {
 
 // Wider than the edge itself, so that corners are easy to take.
 constexpr int Corner = 12;
+/// A window manager has made the window cover the screen by then, if there is one, ms.
+constexpr int WindowManagerTime = 250;
 
 Qt::CursorShape cursorFor(Qt::Edges edges) {
     if (edges == (Qt::LeftEdge | Qt::TopEdge) || edges == (Qt::RightEdge | Qt::BottomEdge))
@@ -103,6 +109,24 @@ void MoveWidget::resizeTo(const QPoint& globalPosition) {
     if (held_ & Qt::BottomEdge)
         wanted.setBottom(qMax(wanted.bottom() + moved.y(), wanted.top() + smallest.height() - 1));
     setGeometry(wanted);
+}
+
+void MoveWidget::setFullScreen(bool on) {
+    if (on == isFullScreen())
+        return;
+    if (on)
+        beforeFullScreen_ = isMaximized() ? normalGeometry() : geometry();
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+    if (on) {
+        QTimer::singleShot(WindowManagerTime, this, [this] {
+            const QRect whole = screen()->geometry();
+            fullScreenByHand_ = isFullScreen() && geometry() != whole;
+            if (fullScreenByHand_)
+                setGeometry(whole);
+        });
+    } else if (std::exchange(fullScreenByHand_, false)) {
+        setGeometry(beforeFullScreen_);
+    }
 }
 
 void MoveWidget::changeEvent(QEvent* event) {

@@ -15,6 +15,10 @@ public:
     /// not empty adds a title strip.
     void setContent(QWidget* content, const QSize& size, const QString& title);
 
+    /// Covers the screen, or goes back to where the window was. A window manager does it; where there is none the
+    /// window does it by itself.
+    void setFullScreen(bool on);
+
     /// Width of the edge that takes hold of the frame, px.
     static constexpr int Edge = 4;
 
@@ -34,4 +38,6 @@ private:
     Qt::Edges held_;
     QRect startGeometry_;
     QPoint startPosition_;
+    QRect beforeFullScreen_;        ///< empty while it is not full screen
+    bool fullScreenByHand_ = false; ///< nobody else did it
 };

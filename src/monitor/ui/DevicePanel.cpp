@@ -90,6 +90,11 @@ void DevicePanel::clear() {
     showWhatFits();
 }
 
+void DevicePanel::startSearch() {
+    search_->setFocus(Qt::ShortcutFocusReason);
+    search_->selectAll();
+}
+
 void DevicePanel::showWhatFits() {
     stack_->setCurrentIndex(tree_->isEmpty() ? 1 : 0);
     emptyText_->setText(signedIn_ ? tr("还没有设备") : tr("登录后显示设备"));

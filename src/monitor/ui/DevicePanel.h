@@ -20,6 +20,8 @@ public:
     void setSignedIn(bool signedIn);
     void rebuild(const DeviceModel& devices);
     void clear();
+    /// Puts the cursor into the search field.
+    void startSearch();
 
 signals:
     void sigSignIn();

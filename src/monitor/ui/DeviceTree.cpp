@@ -1,11 +1,17 @@
 #include "monitor/ui/DeviceTree.h"
 
 #include "base/DeviceModel.h"
+#include "base/ui/PlainToolTip.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QMenu>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace theme = corvanta::theme;
 
@@ -38,6 +44,9 @@ DeviceTree::DeviceTree(QWidget* parent)
     setFrameShape(NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideRight);
+    setDragDropMode(InternalMove);
+    setDragDropOverwriteMode(false);
+    setAutoExpandDelay(600);
     filter_.setSourceModel(&model_);
     filter_.setRecursiveFilteringEnabled(true);
     filter_.setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -47,45 +56,61 @@ DeviceTree::DeviceTree(QWidget* parent)
         if (!ipncId.isEmpty() && index.data(VideoRole).toBool())
             emit sigToggleVideo(ipncId);
     });
+    const auto tell = [this] {
+        if (!building_)
+            emit sigStateChanged();
+    };
+    connect(this, &QTreeView::expanded, this, tell);
+    connect(this, &QTreeView::collapsed, this, tell);
 }
 
 void DeviceTree::rebuild(const DeviceModel& devices) {
-    const QSet<QString> closed = closedGroups();
-    const QString current = currentDevice();
+    if (!isEmpty())
+        rememberClosedGroups();
+    if (!currentDevice().isEmpty())
+        wantedDevice_ = currentDevice();
+    building_ = true;
     model_.clear();
+    model_.invisibleRootItem()->setDropEnabled(true);
     for (const GroupRecord& group : devices.groups())
-        appendGroup(group.id, group.name, devices.members(group), devices);
+        appendGroup(group.id, group.name, devices.members(group), devices, &group == devices.defaultGroup());
     if (!devices.ungrouped().isEmpty())
-        appendGroup(QString(), tr("未分组"), devices.ungrouped(), devices);
-    expandAll();
-    for (int row = 0; row < filter_.rowCount(); ++row) {
-        const QModelIndex group = filter_.index(row, 0);
-        if (closed.contains(group.data(GroupIdRole).toString()))
-            collapse(group);
-    }
-    select(current);
+        appendGroup(QString(), tr("未分组"), devices.ungrouped(), devices, false);
+    applyClosedGroups();
+    select(wantedDevice_);
+    building_ = false;
 }
 
 void DeviceTree::appendGroup(const QString& id, const QString& name, const QStringList& members,
-                             const DeviceModel& devices) {
-    auto* const group = new QStandardItem;
+                             const DeviceModel& devices, bool isDefault) {
+    auto group = std::make_unique<QStandardItem>();
     int online = 0;
     for (const QString& ipncId : members) {
         const DeviceRecord& device = *devices.device(ipncId);
         online += device.isOnline() ? 1 : 0;
-        auto* const item = new QStandardItem(device.displayName());
+        auto item = std::make_unique<QStandardItem>(device.displayName());
         item->setData(ipncId, IpncIdRole);
         item->setData(device.videoOpen, OpenRole);
         item->setData(device.isVideo(), VideoRole);
         item->setData(device.isOnline(), OnlineRole);
+        item->setDropEnabled(false);
         decorate(*item);
-        group->appendRow(item);
+        group->appendRow(item.release());
     }
     group->setText(QStringLiteral("%1  %2/%3").arg(name, QString::number(online), QString::number(members.size())));
-    group->setToolTip(tr("%1：在线 %2，共 %3").arg(name, QString::number(online), QString::number(members.size())));
+    QString tip = tr("%1：在线 %2，共 %3").arg(name, QString::number(online), QString::number(members.size()));
+    if (isDefault) {
+        QFont font = this->font();
+        font.setBold(true);
+        group->setFont(font);
+        tip += QLatin1Char('\n') + tr("默认组：其设备占据最前面的窗口");
+    }
+    group->setToolTip(corvanta::plainToolTip(tip));
     group->setData(id, GroupIdRole);
+    group->setDragEnabled(!id.isEmpty());
+    group->setDropEnabled(!id.isEmpty());
     group->setIcon(corvanta::svgIcon(QStringLiteral("group"), theme::FaintOnDark));
-    model_.appendRow(group);
+    model_.appendRow(group.release());
 }
 
 void DeviceTree::decorate(QStandardItem& item) {
@@ -93,19 +118,33 @@ void DeviceTree::decorate(QStandardItem& item) {
     const bool open = item.data(OpenRole).toBool();
     item.setIcon(deviceIcon(item.data(VideoRole).toBool(), online, open));
     item.setForeground(online ? theme::TextOnDark : theme::FaintOnDark);
-    item.setToolTip(QStringLiteral("%1\n%2\n%3")
-                        .arg(item.text(), item.data(IpncIdRole).toString(),
-                             open ? tr("视频已打开") : (online ? tr("在线") : tr("离线"))));
+    const QString state = open ? tr("视频已打开") : (online ? tr("在线") : tr("离线"));
+    item.setToolTip(corvanta::plainToolTip(
+        QStringLiteral("%1\n%2\n%3").arg(item.text(), item.data(IpncIdRole).toString(), state)));
 }
 
 void DeviceTree::clear() {
+    if (isEmpty())
+        return;
+    rememberClosedGroups();
+    if (!currentDevice().isEmpty())
+        wantedDevice_ = currentDevice();
+    building_ = true;
     model_.clear();
+    building_ = false;
 }
 
 void DeviceTree::setFilter(const QString& text) {
+    if (filter_.filterRegularExpression().pattern().isEmpty())
+        rememberClosedGroups();
+    building_ = true;
     filter_.setFilterFixedString(text);
-    if (!text.isEmpty())
+    setDragEnabled(text.isEmpty());
+    if (text.isEmpty())
+        applyClosedGroups();
+    else
         expandAll();
+    building_ = false;
 }
 
 QStandardItem* DeviceTree::find(const QString& ipncId) const {
@@ -130,14 +169,42 @@ QString DeviceTree::currentDevice() const {
     return currentIndex().data(IpncIdRole).toString();
 }
 
-QSet<QString> DeviceTree::closedGroups() const {
-    QSet<QString> result;
+void DeviceTree::rememberClosedGroups() {
     for (int row = 0; row < filter_.rowCount(); ++row) {
         const QModelIndex group = filter_.index(row, 0);
-        if (!isExpanded(group))
-            result.insert(group.data(GroupIdRole).toString());
+        const QString id = group.data(GroupIdRole).toString();
+        if (isExpanded(group))
+            closedGroups_.remove(id);
+        else
+            closedGroups_.insert(id);
     }
-    return result;
+}
+
+void DeviceTree::applyClosedGroups() {
+    for (int row = 0; row < filter_.rowCount(); ++row) {
+        const QModelIndex group = filter_.index(row, 0);
+        setExpanded(group, !closedGroups_.contains(group.data(GroupIdRole).toString()));
+    }
+}
+
+QVariant DeviceTree::state() const {
+    QStringList closed;
+    for (int row = 0; row < filter_.rowCount(); ++row) {
+        if (!isExpanded(filter_.index(row, 0)))
+            closed += filter_.index(row, 0).data(GroupIdRole).toString();
+    }
+    return QVariantMap{{QStringLiteral("closed"), closed}, {QStringLiteral("current"), currentDevice()}};
+}
+
+void DeviceTree::restoreState(const QVariant& state) {
+    const QVariantMap map = state.toMap();
+    const QStringList closed = map.value(QStringLiteral("closed")).toStringList();
+    closedGroups_ = QSet<QString>(closed.begin(), closed.end());
+    wantedDevice_ = map.value(QStringLiteral("current")).toString();
+    building_ = true;
+    applyClosedGroups();
+    select(wantedDevice_);
+    building_ = false;
 }
 
 void DeviceTree::select(const QString& ipncId) {
@@ -145,19 +212,184 @@ void DeviceTree::select(const QString& ipncId) {
         setCurrentIndex(filter_.mapFromSource(item->index()));
 }
 
-void DeviceTree::contextMenuEvent(QContextMenuEvent* event) {
-    const QModelIndex index = event->reason() == QContextMenuEvent::Mouse ? indexAt(event->pos()) : currentIndex();
-    const QString ipncId = index.data(IpncIdRole).toString();
-    if (ipncId.isEmpty())
+void DeviceTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (building_)
         return;
+    emit sigCurrentDevice(currentDevice());
+    emit sigStateChanged();
+}
+
+QStandardItem* DeviceTree::findGroup(const QString& groupId) const {
+    for (int group = 0; group < model_.rowCount(); ++group) {
+        if (model_.item(group)->data(GroupIdRole).toString() == groupId)
+            return model_.item(group);
+    }
+    return nullptr;
+}
+
+const QStandardItem* DeviceTree::itemAt(const QModelIndex& index) const {
+    return index.isValid() ? model_.itemFromIndex(filter_.mapToSource(index)) : nullptr;
+}
+
+void DeviceTree::startDrag(Qt::DropActions actions) {
+    const QStandardItem* const item = itemAt(currentIndex());
+    if (item == nullptr)
+        return;
+    dragged_ = item->index();
+    QTreeView::startDrag(actions);
+    dragged_ = QPersistentModelIndex();
+}
+
+void DeviceTree::dragMoveEvent(QDragMoveEvent* event) {
+    QTreeView::dragMoveEvent(event); // finds the place of the indicator
+    event->setAccepted(target(event->pos()).has_value());
+}
+
+void DeviceTree::dropEvent(QDropEvent* event) {
+    const QStandardItem* const dragged = dragged_.isValid() ? model_.itemFromIndex(dragged_) : nullptr;
+    const auto place = target(event->pos());
+    // Never a move in the view's own sense: the row stays where it is until the service has said so.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setState(NoState);
+    viewport()->update();
+    if (dragged == nullptr || !place)
+        return;
+    const QString ipncId = dragged->data(IpncIdRole).toString();
+    if (ipncId.isEmpty())
+        emit sigMoveGroup(dragged->data(GroupIdRole).toString(), place->index);
+    else
+        emit sigMoveDevice(ipncId, place->groupId, place->index);
+}
+
+std::optional<DeviceTree::Place> DeviceTree::target(const QPoint& position) const {
+    const QStandardItem* const dragged = dragged_.isValid() ? model_.itemFromIndex(dragged_) : nullptr;
+    if (dragged == nullptr)
+        return std::nullopt;
+    return dragged->parent() == nullptr ? groupTarget(*dragged, position) : deviceTarget(*dragged, position);
+}
+
+std::optional<DeviceTree::Place> DeviceTree::deviceTarget(const QStandardItem& dragged,
+                                                          const QPoint& position) const {
+    const QStandardItem* const over = itemAt(indexAt(position));
+    if (over == nullptr)
+        return std::nullopt;
+    const QStandardItem* group = over->parent();
+    int row = 0;
+    if (group != nullptr) {
+        row = over->row() + (dropIndicatorPosition() == BelowItem ? 1 : 0);
+    } else if (dropIndicatorPosition() == AboveItem) {
+        // Above a group is below the last device of the group before it.
+        group = over->row() > 0 ? model_.item(over->row() - 1) : nullptr;
+        row = group == nullptr ? 0 : group->rowCount();
+    } else {
+        group = over;
+        const bool first = dropIndicatorPosition() == BelowItem && isExpanded(filter_.mapFromSource(over->index()));
+        row = first ? 0 : over->rowCount();
+    }
+    if (group == nullptr || group->data(GroupIdRole).toString().isEmpty())
+        return std::nullopt;
+    const bool isOwn = group == dragged.parent();
+    if (isOwn && row > dragged.row())
+        --row;
+    if (isOwn && row == dragged.row())
+        return std::nullopt;
+    return Place{group->data(GroupIdRole).toString(), row};
+}
+
+std::optional<DeviceTree::Place> DeviceTree::groupTarget(const QStandardItem& dragged, const QPoint& position) const {
+    const QStandardItem* over = itemAt(indexAt(position));
+    int row = model_.rowCount();
+    if (over != nullptr && over->parent() != nullptr)
+        row = over->parent()->row() + 1;
+    else if (over != nullptr)
+        row = over->row() + (dropIndicatorPosition() == AboveItem ? 0 : 1);
+    // Devices without a group come behind all groups.
+    if (const QStandardItem* const rest = findGroup(QString()))
+        row = std::min(row, rest->row());
+    if (row > dragged.row())
+        --row;
+    return row == dragged.row() ? std::nullopt : std::optional(Place{QString(), row});
+}
+
+void DeviceTree::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QModelIndex index = byMouse ? indexAt(event->pos()) : currentIndex();
+    const QStandardItem* const item = itemAt(index);
+    if (item == nullptr)
+        return;
+    const QPoint place = byMouse ? event->globalPos() : viewport()->mapToGlobal(visualRect(index).bottomLeft());
+    if (item->parent() == nullptr)
+        groupMenu(*item, place);
+    else
+        deviceMenu(*item, place);
+}
+
+void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
+    const QString ipncId = item.data(IpncIdRole).toString();
+    const QString groupId = item.parent()->data(GroupIdRole).toString();
+    const bool isVideo = item.data(VideoRole).toBool();
+    const bool mayMove = dragEnabled() && !groupId.isEmpty();
+    const int row = item.row();
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("deviceMenu"));
-    const bool open = index.data(OpenRole).toBool();
-    QAction* const toggle = menu.addAction(open ? tr("关闭视频") : tr("打开视频"));
-    toggle->setEnabled(index.data(VideoRole).toBool());
-    const QPoint place = event->reason() == QContextMenuEvent::Mouse
-                             ? event->globalPos()
-                             : viewport()->mapToGlobal(visualRect(index).bottomLeft());
-    if (menu.exec(place) == toggle)
-        emit sigToggleVideo(ipncId);
+    menu.setAccessibleName(tr("设备菜单"));
+    const auto add = [](QMenu& to, const char* name, const QString& text, bool enabled, auto&& chosen) {
+        QAction* const action = to.addAction(text);
+        action->setObjectName(QLatin1String(name));
+        action->setEnabled(enabled);
+        QObject::connect(action, &QAction::triggered, &to, std::forward<decltype(chosen)>(chosen));
+    };
+    add(menu, "deviceToggle", item.data(OpenRole).toBool() ? tr("关闭视频") : tr("打开视频"), isVideo,
+        [this, ipncId] { emit sigToggleVideo(ipncId); });
+    add(menu, "devicePreview", tr("预览图片"), isVideo, [this, ipncId] { emit sigPreview(ipncId); });
+    menu.addSeparator();
+    add(menu, "deviceUp", tr("上移"), mayMove && row > 0,
+        [this, ipncId, groupId, row] { emit sigMoveDevice(ipncId, groupId, row - 1); });
+    add(menu, "deviceDown", tr("下移"), mayMove && row + 1 < item.parent()->rowCount(),
+        [this, ipncId, groupId, row] { emit sigMoveDevice(ipncId, groupId, row + 1); });
+    QMenu* const groups = menu.addMenu(tr("移到分组"));
+    groups->setObjectName(QStringLiteral("deviceGroups"));
+    for (int group = 0; group < model_.rowCount(); ++group) {
+        const QStandardItem* const other = model_.item(group);
+        const QString otherId = other->data(GroupIdRole).toString();
+        if (otherId.isEmpty() || otherId == groupId)
+            continue;
+        // An ampersand in a name is none that underlines.
+        const QString text = other->text().replace(QLatin1Char('&'), QStringLiteral("&&"));
+        add(*groups, "deviceGroup", text, true,
+            [this, ipncId, otherId, end = other->rowCount()] { emit sigMoveDevice(ipncId, otherId, end); });
+    }
+    groups->setEnabled(!groups->isEmpty());
+    menu.exec(place);
+}
+
+void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
+    const QString groupId = item.data(GroupIdRole).toString();
+    const int row = item.row();
+    const bool isReal = !groupId.isEmpty();
+    const bool hasNext = row + 1 < model_.rowCount() && !model_.item(row + 1)->data(GroupIdRole).toString().isEmpty();
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("groupMenu"));
+    menu.setAccessibleName(tr("分组菜单"));
+    const auto add = [&menu](const char* name, const QString& text, bool enabled, auto&& chosen) {
+        QAction* const action = menu.addAction(text);
+        action->setObjectName(QLatin1String(name));
+        action->setEnabled(enabled);
+        QObject::connect(action, &QAction::triggered, &menu, std::forward<decltype(chosen)>(chosen));
+    };
+    add("groupOpen", tr("打开本组视频"), item.hasChildren(), [this, groupId] { emit sigOpenGroup(groupId, true); });
+    add("groupClose", tr("关闭本组视频"), item.hasChildren(), [this, groupId] { emit sigOpenGroup(groupId, false); });
+    menu.addSeparator();
+    add("groupDefault", tr("设为默认组"), isReal && !item.font().bold(),
+        [this, groupId] { emit sigDefaultGroup(groupId); });
+    add("groupUp", tr("上移"), isReal && dragEnabled() && row > 0,
+        [this, groupId, row] { emit sigMoveGroup(groupId, row - 1); });
+    add("groupDown", tr("下移"), isReal && dragEnabled() && hasNext,
+        [this, groupId, row] { emit sigMoveGroup(groupId, row + 1); });
+    menu.addSeparator();
+    add("expandAll", tr("全部展开"), true, [this] { expandAll(); });
+    add("collapseAll", tr("全部收起"), true, [this] { collapseAll(); });
+    menu.exec(place);
 }

@@ -4,11 +4,15 @@
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QTreeView>
+#include <QVariant>
+
+#include <optional>
 
 class DeviceModel;
 
 /// The tree of groups and devices. Groups show how many of their devices are online; a device shows whether it is
-/// online and whether its video is open.
+/// online and whether its video is open. Devices and groups are moved by dragging and by the menu; the tree itself
+/// changes only when the service has sent the new order.
 class DeviceTree final : public QTreeView {
     Q_OBJECT
 public:
@@ -18,29 +22,72 @@ public:
     void rebuild(const DeviceModel& devices);
     /// Empties the tree.
     void clear();
-    /// Shows only devices (with their groups) whose name or id contains `text`.
+    /// Shows only devices (with their groups) whose name or id contains `text`. Nothing can be dragged meanwhile, as
+    /// the rows shown are not the places in the groups.
     void setFilter(const QString& text);
     void setVideoOpen(const QString& ipncId, bool open);
     /// The device under the cursor of the tree, empty on a group.
     QString currentDevice() const;
+    /// Puts the cursor of the tree on a device, if it is there.
+    void select(const QString& ipncId);
     bool isEmpty() const { return model_.rowCount() == 0; }
+
+    /// Closed groups and current device, as the settings keep them.
+    QVariant state() const;
+    /// Takes effect at once and for groups that come later; what is not a state changes nothing.
+    void restoreState(const QVariant& state);
 
 signals:
     /// The user opens a device's video, or ends it when it is open.
     void sigToggleVideo(QString ipncid);
+    /// A single picture of the device is wanted.
+    void sigPreview(QString ipncid);
+    /// All videos of a group are to be opened, or ended.
+    void sigOpenGroup(QString groupId, bool open);
+    /// The group's devices are to have the first tiles.
+    void sigDefaultGroup(QString groupId);
+    /// A device is to stand at a place of a group, counted from 0 in the list as it will be then.
+    void sigMoveDevice(QString ipncid, QString groupId, int index);
+    void sigMoveGroup(QString groupId, int index);
+    /// The cursor of the tree went to another device.
+    void sigCurrentDevice(QString ipncid);
+    /// Groups were opened or closed, or the cursor moved.
+    void sigStateChanged();
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
     enum Role { IpncIdRole = Qt::UserRole + 1, GroupIdRole, OpenRole, VideoRole, OnlineRole };
 
-    void appendGroup(const QString& id, const QString& name, const QStringList& members, const DeviceModel& devices);
-    QSet<QString> closedGroups() const;
-    void select(const QString& ipncId);
+    /// Where something dragged would go: into a group, or (with an empty id) among the groups.
+    struct Place {
+        QString groupId;
+        int index = 0;
+    };
+
+    void appendGroup(const QString& id, const QString& name, const QStringList& members, const DeviceModel& devices,
+                     bool isDefault);
+    void rememberClosedGroups();
+    void applyClosedGroups();
     QStandardItem* find(const QString& ipncId) const;
+    QStandardItem* findGroup(const QString& groupId) const;
     static void decorate(QStandardItem& item);
+    std::optional<Place> deviceTarget(const QStandardItem& dragged, const QPoint& position) const;
+    std::optional<Place> groupTarget(const QStandardItem& dragged, const QPoint& position) const;
+    std::optional<Place> target(const QPoint& position) const;
+    const QStandardItem* itemAt(const QModelIndex& index) const;
+    void deviceMenu(const QStandardItem& item, const QPoint& place);
+    void groupMenu(const QStandardItem& item, const QPoint& place);
 
     QStandardItemModel model_;
     QSortFilterProxyModel filter_;
+    QSet<QString> closedGroups_;    ///< ids; also of groups that are not there at the moment
+    QString wantedDevice_;          ///< to be current once it is there
+    QPersistentModelIndex dragged_; ///< in model_
+    bool building_ = false;
 };

@@ -158,8 +158,12 @@ void Fwidget::onDoubleClickEvent() {
     const auto* const sent = qobject_cast<ItemVideo*>(sender());
     if (sent == nullptr)
         return;
+    toggleZoom(sent->tileIndex());
+}
+
+void Fwidget::toggleZoom(int index) {
     if (grid_.zoomIndex() < 0)
-        setZoom(sent->tileIndex());
+        setZoom(index);
     else
         setLayout(grid_.rows(), grid_.columns(), false);
     saveZoom();

@@ -36,6 +36,8 @@ public:
     void setLayout(int rows, int columns, bool save);
     /// Shows one tile alone; an index without a tile shows none.
     void setZoom(int index);
+    /// Shows a tile alone, or leaves the zoom if any tile is shown alone; the settings keep which.
+    void toggleZoom(int index);
     bool isIndexShown(int index) const { return grid_.isIndexShown(index); }
 
     /// The request id of the stream in a tile, -1 for an index without a tile.

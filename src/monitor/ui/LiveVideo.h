@@ -3,9 +3,14 @@
 #include "base/AppContext.h"
 #include "base/CallbackGate.h"
 #include "video/LiveSessions.h"
+#include "video/PreviewMessage.h"
+#include "video/StreamQuality.h"
 
+#include <QMap>
 #include <QObject>
+#include <QTimer>
 
+#include <atomic>
 #include <map>
 #include <memory>
 
@@ -27,10 +32,25 @@ public:
     /// Opens a device's video in its tile, or ends it when it is open. A device whose tile is not shown is refused
     /// with a message.
     void open(const QString& ipncId);
+    /// Opens what was open before the program ended: like `open`, by what the layout shows when no tile is zoomed,
+    /// and without a message for those that have no place.
+    void restore(const QStringList& ipncIds);
+    /// Shows a single picture of a device in its tile, anew if there is one already. Does nothing while a live video
+    /// of it is open or opening.
+    void openPreview(const QString& ipncId);
+    /// A newer picture for a device whose preview is shown; nothing for others.
+    void refreshPreview(const QString& ipncId);
+    /// The devices may have other tiles now, or be gone: running videos go with their device to its tile, and end
+    /// with it.
+    void followDevices();
     void stopDevice(const QString& ipncId);
     void stopTile(int tileIndex);
     void stopAll();
     bool isOpen(const QString& ipncId) const { return sessions_.requestOfDevice(ipncId) > 0; }
+    bool hasPreview(const QString& ipncId) const { return sessions_.hasPreview(ipncId); }
+    bool isAnythingShown() const { return sessions_.isAnythingShown(); }
+    /// The devices whose live videos are open or opening, by tile.
+    QMap<int, QString> openVideos() const;
 
     /// A report of an open-video request; the map as `sigReport` carried it.
     void onReport(const QVariantMap& report);
@@ -57,9 +77,20 @@ private:
     void carryOut(const corvanta::video::StreamEnded& action);
     void carryOut(const corvanta::video::PreviewEnded& action);
     void closeGate(int requestId);
+    void sendPreview(const QString& ipncId, int tileIndex);
+    void onPreview(const QString& ipncId, int tileIndex, int requestId, const corvanta::video::PreviewReply& reply);
+    void adjustQuality();
 
     AppContext context_;
     Fwidget& grid_;
     corvanta::video::LiveSessions sessions_;
-    std::map<int, std::shared_ptr<CallbackGate>> gates_; ///< by request id
+    struct Stream {
+        std::shared_ptr<CallbackGate> gate;
+        std::shared_ptr<std::atomic<int>> tileIndex; ///< where its pictures go; read on threads of the SDK
+    };
+    std::map<int, Stream> streams_;    ///< by request id; previews have no tile here
+    QHash<QString, int> previewTiles_; ///< by device, of those in the table of previews
+    QHash<int, bool> opensMain_;       ///< by request id, until it is open: whether the main stream was asked for
+    corvanta::video::StreamQuality quality_;
+    QTimer qualityDelay_; ///< who looks at one tile after another does not want each in full
 };

@@ -1,6 +1,7 @@
 #include "monitor/ui/MessageBar.h"
 
 #include "base/ui/BarButton.h"
+#include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
 #include "monitor/Layouts.h"
 
@@ -70,7 +71,7 @@ void MessageBar::elide() {
     QString line = text_;
     line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
     label_->setText(label_->fontMetrics().elidedText(line, Qt::ElideRight, label_->width()));
-    label_->setToolTip(label_->text() == line ? QString() : text_.toHtmlEscaped());
+    label_->setToolTip(label_->text() == line ? QString() : corvanta::plainToolTip(text_));
     label_->setAccessibleName(text_);
 }
 

@@ -4,26 +4,35 @@
 #include "base/DeviceModel.h"
 #include "base/ListRefresh.h"
 #include "base/RequestBuilder.h"
+#include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
+#include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MessageBar.h"
+#include "monitor/ui/PollRunner.h"
 #include "monitor/ui/TopBar.h"
+#include "monitor/ui/WallControl.h"
+#include "monitor/ui/WorkspaceKeeper.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
-#include "video/ui/TileAction.h"
 
 #include <QCloseEvent>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
+using PollMode = ScreenPoll::Mode;
 
 MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
     : QWidget(parent)
@@ -32,16 +41,26 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
     setAccessibleName(tr("主窗口"));
     build();
     live_ = new LiveVideo(context_, *grid_, this);
+    poll_ = new PollRunner(context_, *live_, this);
+    control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
+    order_ = new DeviceOrder(context_, this);
+    workspace_ = new WorkspaceKeeper(context_, {*grid_, *live_, *poll_, devices_->tree(), *splitter_}, this);
     connectBars();
-    connectTiles();
+    connectTree();
+    connectReports();
     connectEvents();
+    applyAspectMode();
     setTitle(context_.settings.title());
+    topBar_->setPolling(poll_->isRunning());
     bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns());
     onLists();
 }
 
 MonitorMainUI::~MonitorMainUI() {
-    // Before the grid: the streams' pictures go to its tiles.
+    // Before the grid: the streams' pictures go to its tiles. And before the live videos, who works with them.
+    delete workspace_;
+    delete control_;
+    delete poll_;
     delete live_;
 }
 
@@ -51,28 +70,56 @@ void MonitorMainUI::build() {
     column->setSpacing(0);
     topBar_ = new TopBar(this);
     column->addWidget(topBar_);
-    auto* const splitter = new QSplitter(this);
-    splitter->setObjectName(QStringLiteral("mainSplitter"));
-    splitter->setHandleWidth(4);
-    splitter->setChildrenCollapsible(false);
-    devices_ = new DevicePanel(splitter);
+    splitter_ = new QSplitter(this);
+    splitter_->setObjectName(QStringLiteral("mainSplitter"));
+    splitter_->setHandleWidth(4);
+    splitter_->setChildrenCollapsible(false);
+    devices_ = new DevicePanel(splitter_);
     devices_->setMinimumWidth(160);
-    grid_ = new Fwidget(8, 8, context_.settings, splitter);
-    grid_->setMinimumWidth(320);
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({220, 1000});
-    column->addWidget(splitter, 1);
+    buildPages(splitter_);
+    splitter_->setStretchFactor(0, 0);
+    splitter_->setStretchFactor(1, 1);
+    splitter_->setSizes({220, 1000});
+    column->addWidget(splitter_, 1);
     bottomBar_ = new MessageBar(this);
     column->addWidget(bottomBar_);
     wait_ = new WaitOverlay(this);
 }
 
+void MonitorMainUI::buildPages(QWidget* parent) {
+    struct Module {
+        const char* name; ///< object name
+        const char* text;
+        const char* drawing;
+        bool available;
+    };
+    static constexpr Module modules[] = {
+        {"videoModule", QT_TR_NOOP("视频"), "video", true},
+        {"chartModule", QT_TR_NOOP("图表"), "chart", false},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
+        {"dataModule", QT_TR_NOOP("数据"), "data", false},
+    };
+    pages_ = new QStackedWidget(parent);
+    pages_->setObjectName(QStringLiteral("modulePages"));
+    pages_->setMinimumWidth(320);
+    grid_ = new Fwidget(8, 8, context_.settings, pages_);
+    pages_->addWidget(grid_);
+    int number = 0;
+    for (const Module& module : modules)
+        topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
+                           module.available);
+    topBar_->setModule(0);
+}
+
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
-    connect(topBar_, &TopBar::sigSignOut, this, [this] {
-        live_->stopAll();
-        context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
+    connect(topBar_, &TopBar::sigSignOut, this, &MonitorMainUI::signOut);
+    connect(topBar_, &TopBar::sigModule, pages_, &QStackedWidget::setCurrentIndex);
+    connect(topBar_, &TopBar::sigPoll, this, [this] {
+        const bool previews = context_.settings.get(keys::PollMode).toInt() == static_cast<int>(PollMode::Previews);
+        const PollMode running = context_.poll.mode();
+        const PollMode chosen = previews ? PollMode::Previews : PollMode::Videos;
+        poll_->toggle(static_cast<int>(running != PollMode::Off ? running : chosen));
     });
     connect(topBar_, &TopBar::sigMinimize, this, [this] { window()->showMinimized(); });
     connect(topBar_, &TopBar::sigFullScreen, this, &MonitorMainUI::toggleFullScreen);
@@ -81,27 +128,44 @@ void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigClose, this, [this] { window()->close(); });
     connect(bottomBar_, &MessageBar::sigLayout, grid_,
             [this](int rows, int columns) { grid_->setLayout(rows, columns, true); });
-    connect(bottomBar_, &MessageBar::sigStopAll, live_, &LiveVideo::stopAll);
+    connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
+    connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
+    connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
+    connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);
     connect(grid_, &Fwidget::sigLayoutChanged, this,
             [this] { bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns()); });
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(devices_, &DevicePanel::sigRefresh, this,
             [this] { corvanta::refreshDeviceList(context_.gateway, context_.events, corvanta::RefreshMode); });
-    connect(&devices_->tree(), &DeviceTree::sigToggleVideo, live_, &LiveVideo::open);
 }
 
-void MonitorMainUI::connectTiles() {
+void MonitorMainUI::connectTree() {
+    DeviceTree& tree = devices_->tree();
+    connect(&tree, &DeviceTree::sigMoveDevice, order_, &DeviceOrder::moveDevice);
+    connect(&tree, &DeviceTree::sigMoveGroup, order_, &DeviceOrder::moveGroup);
+    connect(&tree, &DeviceTree::sigDefaultGroup, this, &MonitorMainUI::setDefaultGroup);
+    connect(live_, &LiveVideo::sigOpenChanged, &tree, &DeviceTree::setVideoOpen);
+}
+
+void MonitorMainUI::setDefaultGroup(const QString& groupId) {
+    context_.settings.set(keys::DefaultGroup, groupId);
+    context_.settings.save();
+    // The devices' tiles are counted anew from the list as it is.
+    emit context_.events.sig_deviceFresh();
+}
+
+void MonitorMainUI::applyAspectMode() {
     const auto mode = corvanta::video::aspectModeFromSetting(context_.settings.get(keys::AspectMode).toString());
-    for (int index = 0; index < grid_->grid().poolSize(); ++index) {
-        ItemVideo* const tile = grid_->tile(index);
-        tile->setAspectMode(mode);
-        connect(tile, &ItemVideo::sigMenuAction, this, &MonitorMainUI::onTileAction);
-    }
+    for (int index = 0; index < grid_->grid().poolSize(); ++index)
+        grid_->tile(index)->setAspectMode(mode);
+}
+
+void MonitorMainUI::connectReports() {
     // Reports come from the SDK's side and are dealt with here, like those of every other operation.
     connect(live_, &LiveVideo::sigReport, this, &MonitorMainUI::sigDeal);
     connect(this, &MonitorMainUI::sigDeal, this, &MonitorMainUI::slotDeal);
-    connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
-    connect(live_, &LiveVideo::sigOpenChanged, &devices_->tree(), &DeviceTree::setVideoOpen);
 }
 
 void MonitorMainUI::connectEvents() {
@@ -132,6 +196,19 @@ void MonitorMainUI::onLists() {
         context_.devices.setVideoOpen(id, live_->isOpen(id));
     devices_->rebuild(context_.devices);
     nameTiles();
+    live_->followDevices();
+    if (!context_.devices.isEmpty()) {
+        workspace_->restoreVideos();
+        if (std::exchange(pollWaits_, false))
+            poll_->resume();
+    }
+}
+
+void MonitorMainUI::signOut() {
+    workspace_->forgetVideos();
+    poll_->pause();
+    live_->stopAll();
+    context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
 }
 
 void MonitorMainUI::nameTiles() {
@@ -147,34 +224,35 @@ void MonitorMainUI::nameTiles() {
 void MonitorMainUI::onAccountChanged() {
     const QString number = context_.gateway.phoneId();
     if (number.isEmpty()) {
+        workspace_->forgetVideos();
+        poll_->pause();
         live_->stopAll();
         nameTiles();
+        pollWaits_ = true;
     }
     topBar_->setAccount(number);
     devices_->setSignedIn(!number.isEmpty());
 }
 
-void MonitorMainUI::onTileAction(int tileIndex, TileAction action) {
-    const auto device = context_.devices.deviceOfTile(tileIndex);
-    if (action == TileAction::Open && device)
-        live_->open(*device);
-    else if (action == TileAction::Stop)
-        live_->stopTile(tileIndex);
-    else if (action == TileAction::LeaveFullScreen)
-        leaveFullScreen();
-}
-
 void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
     if (name == LiveVideo::operation())
         live_->onReport(value.toMap());
+    else if (name == QStringLiteral("更新设备预览"))
+        live_->refreshPreview(value.toString());
 }
 
 void MonitorMainUI::showMessage(const QString& text) {
     bottomBar_->showMessage(text);
 }
 
+void MonitorMainUI::placeFrame() {
+    if (window() != this)
+        workspace_->placeWindow(*window(), window()->minimumSizeHint());
+}
+
 void MonitorMainUI::toggleFullScreen() {
-    window()->setWindowState(window()->windowState() ^ Qt::WindowFullScreen);
+    if (auto* const frame = qobject_cast<MoveWidget*>(window()))
+        frame->setFullScreen(!frame->isFullScreen());
     topBar_->setFullScreen(window()->isFullScreen());
 }
 
@@ -194,6 +272,8 @@ void MonitorMainUI::closeEvent(QCloseEvent* event) {
         return;
     }
     closingAgreed_ = true;
+    workspace_->finish();
+    poll_->pause();
     live_->stopAll();
     emit context_.events.sig_AppClosed();
 }

@@ -5,15 +5,21 @@
 #include <QVariant>
 #include <QWidget>
 
+class DeviceOrder;
 class DevicePanel;
 class Fwidget;
 class LiveVideo;
 class MessageBar;
+class PollRunner;
+class QSplitter;
+class QStackedWidget;
 class TopBar;
 class WaitOverlay;
-enum class TileAction;
+class WallControl;
+class WorkspaceKeeper;
 
-/// The main window: device tree, video grid, bars; connects what the operator does to the live videos.
+/// The main window: device tree, pages of which the video grid is the first, bars. Puts the parts together; what they
+/// do stands in them.
 class MonitorMainUI final : public QWidget {
     Q_OBJECT
 public:
@@ -29,8 +35,11 @@ public:
     DevicePanel& devicePanel() const { return *devices_; }
     const DeviceModel& devices() const { return context_.devices; }
     WaitOverlay& waitOverlay() const { return *wait_; }
+    PollRunner& poll() const { return *poll_; }
 
-    void showMessage(const QString& text);
+    /// Puts the frame that this window was set into where it was at the last end, before it is shown.
+    void placeFrame();
+
     /// Without asking first; for who has asked already.
     void closeWithoutAsking();
 
@@ -40,29 +49,41 @@ signals:
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
+    void showMessage(const QString& text);
+    void toggleFullScreen();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void build();
+    void buildPages(QWidget* parent);
     void connectBars();
+    void connectTree();
+    void connectReports();
     void connectEvents();
-    void connectTiles();
+    void applyAspectMode();
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
-    void onTileAction(int tileIndex, TileAction action);
+    void signOut();
+    void setDefaultGroup(const QString& groupId);
     void nameTiles();
-    void toggleFullScreen();
     void leaveFullScreen();
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
+    QSplitter* splitter_ = nullptr;
     DevicePanel* devices_ = nullptr;
+    QStackedWidget* pages_ = nullptr;
     Fwidget* grid_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
     LiveVideo* live_ = nullptr;
+    PollRunner* poll_ = nullptr;
+    WallControl* control_ = nullptr;
+    DeviceOrder* order_ = nullptr;
+    WorkspaceKeeper* workspace_ = nullptr;
+    bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in
     bool closingAgreed_ = false;
 };

@@ -22,7 +22,21 @@ TopBar::TopBar(QWidget* parent)
     title_->setTextFormat(Qt::PlainText);
     title_->setMinimumWidth(1);
     row->addWidget(title_, 1);
+    modulesRow_ = new QHBoxLayout;
+    modulesRow_->setSpacing(theme::Step);
+    row->addLayout(modulesRow_);
+    row->addSpacing(3 * theme::Step);
 
+    poll_ = addButton(QStringLiteral("pollButton"), tr("开始轮屏"), QStringLiteral("poll"));
+    poll_->setCheckable(true);
+    connect(poll_, &QToolButton::clicked, this, [this] {
+        poll_->setChecked(!poll_->isChecked()); // ticked by what runs, not by the click
+        emit sigPoll();
+    });
+    auto* const settings = addButton(QStringLiteral("settingsButton"), tr("软件设置"), QStringLiteral("settings"));
+    connect(settings, &QToolButton::clicked, this, &TopBar::sigSettings);
+    auto* const help = addButton(QStringLiteral("helpButton"), tr("快捷键"), QStringLiteral("help"));
+    connect(help, &QToolButton::clicked, this, &TopBar::sigHelp);
     account_ = addButton(QStringLiteral("accountButton"), tr("登录"), QStringLiteral("user"));
     account_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(account_, &QToolButton::clicked, this, [this] {
@@ -73,4 +87,28 @@ void TopBar::setFullScreen(bool on) {
         corvanta::svgIcon(on ? QStringLiteral("restore") : QStringLiteral("fullscreen"), theme::TextOnDark));
     fullScreen_->setToolTip(on ? tr("退出全屏") : tr("全屏"));
     fullScreen_->setAccessibleName(fullScreen_->toolTip());
+}
+
+void TopBar::setPolling(bool on) {
+    poll_->setChecked(on);
+    poll_->setToolTip(on ? tr("停止轮屏") : tr("开始轮屏"));
+    poll_->setAccessibleName(poll_->toolTip());
+}
+
+void TopBar::addModule(int number, const QString& objectName, const QString& text, const QString& drawing,
+                       bool available) {
+    QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
+    button->setCheckable(true);
+    button->setEnabled(available);
+    modulesRow_->addWidget(button);
+    modules_.insert(number, button);
+    connect(button, &QToolButton::clicked, this, [this, number] {
+        setModule(number);
+        emit sigModule(number);
+    });
+}
+
+void TopBar::setModule(int number) {
+    for (auto module = modules_.begin(); module != modules_.end(); ++module)
+        module.value()->setChecked(module.key() == number);
 }

@@ -2,6 +2,9 @@
 
 #include "base/ui/DragArea.h"
 
+#include <QHash>
+
+class QHBoxLayout;
 class QLabel;
 class QToolButton;
 
@@ -15,8 +18,19 @@ public:
     /// The signed-in account's number, empty when nobody is signed in.
     void setAccount(const QString& phoneNumber);
     void setFullScreen(bool on);
+    void setPolling(bool on);
+
+    /// A button for a page of the window, in the order of the calls; `number` comes back by `sigModule`. One whose
+    /// page is not there cannot be chosen.
+    void addModule(int number, const QString& objectName, const QString& text, const QString& drawing,
+                   bool available);
+    void setModule(int number);
 
 signals:
+    void sigModule(int number);
+    void sigPoll();
+    void sigSettings();
+    void sigHelp();
     void sigSignIn();
     void sigSignOut();
     void sigMinimize();
@@ -32,6 +46,9 @@ private:
 
     QLabel* title_;
     QString titleText_;
+    QHBoxLayout* modulesRow_;
+    QHash<int, QToolButton*> modules_; ///< by number
+    QToolButton* poll_;
     QToolButton* account_;
     QToolButton* fullScreen_;
     bool signedIn_ = false;

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
+#include <QTime>
 
 #include <algorithm>
 #include <chrono>
@@ -35,6 +36,8 @@ constexpr int smallestHintHeight = 64; ///< in a lower tile the hint gives way t
 const QColor emptyColor(174, 174, 174);
 const QColor hintColor(80, 80, 80);
 const QColor besidePictureColor(40, 40, 40);
+const QColor besideHintColor(230, 230, 230);
+const QColor stripColor(0, 0, 0, 130); ///< behind the hint over a preview
 
 QString tileStyle(bool selected) {
     return selected
@@ -67,8 +70,11 @@ ItemVideo::~ItemVideo() {
 }
 
 void ItemVideo::setText(const QString& text) {
+    // A stream that changes its pictures says once more that it is open; that is no news.
+    const bool isRepeated = text == text_ && hasPicture();
     text_ = text;
-    secondsSinceText_ = 0;
+    if (!isRepeated)
+        secondsSinceText_ = 0;
     emit sig_updateDisplay();
 }
 
@@ -103,8 +109,15 @@ void ItemVideo::attachStream(int requestId, const QVariantMap& parameters) {
     emit sig_updateDisplay();
 }
 
+void ItemVideo::setPreview(const QImage& picture) {
+    preview_ = picture;
+    previewTime_ = picture.isNull() ? QString() : QTime::currentTime().toString(QStringLiteral("hh:mm:ss"));
+    emit sig_updateDisplay();
+}
+
 void ItemVideo::close() {
     timer_.stop();
+    preview_ = {};
     requestId_ = 0;
     streamParameters_.clear();
     secondsSincePicture_ = 0;
@@ -159,6 +172,7 @@ bool ItemVideo::takePicture() {
     secondsSincePicture_ = 0;
     const bool sizeChanged = size != frameSize_;
     frameSize_ = size;
+    preview_ = {};
     if (renderer_ == nullptr && GLYuvWidget::isSupported()) {
         createRenderer();
     }
@@ -281,10 +295,28 @@ void ItemVideo::paintEvent(QPaintEvent*) {
 
     const int line = selected_ && !hasPicture() ? selectedEmptyBorder : border;
     const QRect inside = rect().adjusted(line, line, -line, -line);
-    painter.fillRect(inside, hasPicture() ? besidePictureColor : emptyColor);
-    if (!hasPicture()) {
-        paintHint(painter, inside);
+    const bool isDark = hasPicture() || hasPreview();
+    painter.fillRect(inside, isDark ? besidePictureColor : emptyColor);
+    if (hasPicture()) {
+        return;
     }
+    if (hasPreview()) {
+        paintPreview(painter);
+    }
+    paintHint(painter, inside);
+}
+
+void ItemVideo::paintPreview(QPainter& painter) const {
+    const FrameSize size{static_cast<unsigned>(preview_.width()), static_cast<unsigned>(preview_.height())};
+    const auto place = corvanta::video::placeRenderer(aspectMode_, this->size(), size);
+    if (!place) {
+        return;
+    }
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(*place, preview_);
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int strip = metrics.height() + 2 * hintMargin;
+    painter.fillRect(QRect(place->left(), place->top(), place->width(), strip), stripColor);
 }
 
 void ItemVideo::paintHint(QPainter& painter, const QRect& area) const {
@@ -294,10 +326,13 @@ void ItemVideo::paintHint(QPainter& painter, const QRect& area) const {
     QFont font = painter.font();
     font.setPointSize(hintPointSize);
     painter.setFont(font);
-    painter.setPen(hintColor);
+    painter.setPen(hasPreview() ? besideHintColor : hintColor);
     const QRect room = area.adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin);
     const QString number = QString::number(tileIndex_ + 1);
-    const QString hint = deviceName_.isEmpty() ? number : number + QStringLiteral("  ") + deviceName_;
+    QString hint = deviceName_.isEmpty() ? number : number + QStringLiteral("  ") + deviceName_;
+    if (hasPreview()) {
+        hint = previewTime_ + QStringLiteral("  ") + hint;
+    }
     painter.drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                      painter.fontMetrics().elidedText(hint, Qt::ElideRight, std::max(0, room.width())));
 }
@@ -318,6 +353,7 @@ void ItemVideo::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ItemVideo::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    emit sigMenuAboutToShow(tileIndex_);
     menu().popup(byKey ? mapToGlobal(rect().center()) : event->globalPos());
 }
 
@@ -325,10 +361,13 @@ void ItemVideo::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        emit sigDoubleClick();
+        emit sigOpenWanted(tileIndex_);
+        break;
+    case Qt::Key_Delete:
+        emit sigStopWanted(tileIndex_);
         break;
     case Qt::Key_Space:
-        emit sig_setfocus(tileIndex_);
+        emit sigDoubleClick();
         break;
     default:
         QWidget::keyPressEvent(event);

@@ -6,6 +6,7 @@
 #include "video/ui/PictureBeat.h"
 #include "video/ui/TileAction.h"
 
+#include <QImage>
 #include <QTimer>
 #include <QVariantMap>
 #include <QWidget>
@@ -59,7 +60,12 @@ public:
     void setSelected(bool selected);
     void setAspectMode(corvanta::video::AspectMode mode);
 
-    /// A stream is open in this tile. Pictures may have come before.
+    /// Shows a single picture instead of a live one, with the time at which it was taken, until a live one comes or
+    /// the tile is closed. A null picture takes it away.
+    void setPreview(const QImage& picture);
+    bool hasPreview() const { return !preview_.isNull(); }
+
+    /// A stream is open in this tile, or brings other pictures from now on. Pictures may have come before.
     void attachStream(int requestId, const QVariantMap& parameters);
     /// The tile shows no stream any more: forgets request id and parameters, gives the buffers back, shows the empty
     /// tile. The text stays. The stream's callbacks must have ended, or a late picture would be shown.
@@ -82,6 +88,11 @@ signals:
     void sig_updateDisplay();
     /// An entry of the menu was chosen that the tile cannot do by itself.
     void sigMenuAction(int tileIndex, TileAction action);
+    /// The menu is about to open: whoever owns the features says which entries can be chosen now.
+    void sigMenuAboutToShow(int tileIndex);
+    /// Enter and Delete on the tile.
+    void sigOpenWanted(int tileIndex);
+    void sigStopWanted(int tileIndex);
     /// Wakes the beat on the GUI thread; carries nothing, as what crosses the threads is in the buffer.
     void sigPictureWaiting(QPrivateSignal);
 
@@ -109,6 +120,7 @@ private:
     void createRenderer();
     void placeRenderer();
     void paintHint(QPainter& painter, const QRect& area) const;
+    void paintPreview(QPainter& painter) const;
     QString shownText() const;
     bool hasPicture() const { return frameSize_ != corvanta::video::FrameSize{}; }
 
@@ -119,6 +131,8 @@ private:
     QVariantMap streamParameters_;
     QString text_;
     QString deviceName_;
+    QImage preview_;
+    QString previewTime_;
     int secondsSinceText_ = 0;    ///< counted by the tile timer
     int secondsSincePicture_ = 0; ///< counted by the tile timer while the tile is visible, from 0 when it is shown
 

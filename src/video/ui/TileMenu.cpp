@@ -63,6 +63,9 @@ TileMenu::TileMenu(QWidget* parent)
          {TileAction::LeaveFullScreen, TileAction::Stop, TileAction::PollPreviews, TileAction::PollVideos}) {
         add(*this, action);
     }
+    for (const TileAction action : {TileAction::PollPreviews, TileAction::PollVideos}) {
+        actions_.value(static_cast<int>(action))->setCheckable(true);
+    }
     setAspectMode(AspectMode::KeepRatio);
 }
 
@@ -86,6 +89,10 @@ std::optional<TileAction> TileMenu::actionOf(const QAction* action) {
 
 void TileMenu::setActionEnabled(TileAction action, bool enabled) {
     actions_.value(static_cast<int>(action))->setEnabled(enabled);
+}
+
+void TileMenu::setActionChecked(TileAction action, bool checked) {
+    actions_.value(static_cast<int>(action))->setChecked(checked);
 }
 
 void TileMenu::setActionRunning(TileAction action, bool running) {

@@ -18,6 +18,8 @@ public:
     static std::optional<TileAction> actionOf(const QAction* action);
 
     void setActionEnabled(TileAction action, bool enabled);
+    /// For the kinds of polling: ticks the one that runs.
+    void setActionChecked(TileAction action, bool checked);
     /// For recording, listening and talking: whether it runs, which turns the entry's text into the one that stops
     /// it.
     void setActionRunning(TileAction action, bool running);
