@@ -29,7 +29,7 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     accounts_.load();
     hub_ = options.makeHub(hubOptions());
     video_ = std::make_unique<VideoService>(
-        VideoService::Parts{database_, cameras_, accounts_.session(), requests_, *hub_, service_, pictures_});
+        VideoService::Parts{database_, cameras_, accounts_.session(), requests_, *hub_, service_, pictures_, root_});
 }
 
 Engine::~Engine() = default;

@@ -69,7 +69,7 @@ void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*mess
 
 void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {
     if (!stopping_)
-        video_->change(request, message, root_);
+        video_->change(request, message);
 }
 
 void Engine::versionCommand(const RequestPointer& request, const Json& /*message*/) {

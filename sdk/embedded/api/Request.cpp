@@ -18,24 +18,24 @@ bool Request::close() {
     return keeper_.close(gate_);
 }
 
-bool Request::bind(int hubId) {
+bool Request::bind(const std::shared_ptr<LiveStream>& live) {
     const std::lock_guard lock(mutex_);
     if (ended_)
         return false;
-    hubId_ = hubId;
+    live_ = live;
     return true;
 }
 
-std::optional<int> Request::end() {
+std::optional<std::shared_ptr<LiveStream>> Request::end() {
     const std::lock_guard lock(mutex_);
     if (std::exchange(ended_, true))
         return std::nullopt;
-    return std::exchange(hubId_, 0);
+    return live_.lock();
 }
 
-int Request::hubId() const {
+std::shared_ptr<LiveStream> Request::live() const {
     const std::lock_guard lock(mutex_);
-    return hubId_;
+    return ended_ ? nullptr : live_.lock();
 }
 
 bool Request::hasEnded() const {

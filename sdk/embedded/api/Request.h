@@ -12,6 +12,8 @@
 
 namespace ipncsdk::api {
 
+class LiveStream;
+
 /// One request of the client, from its sending to its last response or its stop.
 class Request final {
 public:
@@ -29,13 +31,13 @@ public:
     /// Lets no response through any more and waits as `CallbackKeeper::close` does.
     bool close();
 
-    /// Ties the request to its stream in the hub. False when the request ended meanwhile: the caller then ends the
-    /// stream itself.
-    bool bind(int hubId);
-    /// Ends the request. Only the first call gets an answer: the stream that is to be ended, 0 when there is none.
-    std::optional<int> end();
-    /// 0 when the request has no running stream.
-    [[nodiscard]] int hubId() const;
+    /// Ties a video request to its stream, which keeps itself alive as long as it has something to deliver. False
+    /// when the request ended meanwhile: the stream must not begin then.
+    bool bind(const std::shared_ptr<LiveStream>& live);
+    /// Ends the request. Only the first call gets an answer: the stream that is to be ended, null when there is none.
+    std::optional<std::shared_ptr<LiveStream>> end();
+    /// Null when the request has no stream, or has ended.
+    [[nodiscard]] std::shared_ptr<LiveStream> live() const;
     [[nodiscard]] bool hasEnded() const;
 
 private:
@@ -44,8 +46,8 @@ private:
     CallbackKeeper& keeper_;
     CallbackKeeper::Gate gate_;
     mutable std::mutex mutex_;
-    int hubId_ = 0;      ///< guarded by mutex_
-    bool ended_ = false; ///< guarded by mutex_
+    std::weak_ptr<LiveStream> live_; ///< guarded by mutex_
+    bool ended_ = false;             ///< guarded by mutex_
 };
 
 /// The requests that have not ended. Thread-safe.

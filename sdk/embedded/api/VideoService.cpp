@@ -1,11 +1,12 @@
 #include "api/VideoService.h"
 
-#include "api/StreamSession.h"
+#include "api/VideoMessages.h"
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
 
 #include <chrono>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -25,8 +26,8 @@ constexpr std::size_t longestPath = 4096;
 
 /// What an "avreq" object asks for.
 struct OpenWishes {
-    StreamSession::Wishes session;
-    std::optional<std::chrono::milliseconds> timeout;
+    media::Subscription stream; ///< quality and source are still to be found
+    bool mainStream = false;
 };
 
 /// A flag that may be missing; nothing when it is of another type.
@@ -46,9 +47,13 @@ std::optional<OpenWishes> readWishes(const Json& message) {
         return std::nullopt;
     if (timed && (!minutes || *minutes < 0 || *minutes > longestOpenMinutes))
         return std::nullopt;
-    OpenWishes wishes{{*ipncid, *hd, *decoded, *coded}, std::nullopt};
+    OpenWishes wishes;
+    wishes.stream.camera = *ipncid;
+    wishes.stream.decoded = *decoded;
+    wishes.stream.coded = *coded;
+    wishes.mainStream = *hd;
     if (timed && *minutes > 0)
-        wishes.timeout = std::chrono::minutes(*minutes);
+        wishes.stream.openTimeout = std::chrono::minutes(*minutes);
     return wishes;
 }
 
@@ -60,9 +65,31 @@ std::optional<std::filesystem::path> pathAt(const Json& message, const char* key
     return root / std::filesystem::path(std::u8string(text->begin(), text->end()));
 }
 
-media::Source sourceOf(const store::Device& device, const device::NetworkCameras& cameras, bool mainStream) {
-    if (const device::NetworkCamera* camera = cameras.find(device.ipncid); camera != nullptr)
-        return media::RtspSource{mainStream ? camera->mainUrl : camera->lightUrl, camera->user, camera->password};
+/// The video request that a command names under "reqid"; null when it has no stream.
+std::shared_ptr<LiveStream> liveAt(const RequestTable& requests, const Json& message) {
+    const auto id = integerAt(message, "reqid");
+    if (!id || *id <= 0 || *id > std::numeric_limits<int>::max())
+        return nullptr;
+    const auto request = requests.find(static_cast<int>(*id));
+    return request ? request->live() : nullptr;
+}
+
+/// The result of a change-video-operation.
+std::string changeText(StreamError outcome, Json more = Json::object()) {
+    more["type"] = "avchange";
+    more["retcode"] = static_cast<int>(outcome);
+    return toText(more);
+}
+
+/// `camera` is null for a recorded scene.
+media::Source sourceOf(const store::Device& device, const device::NetworkCamera* camera, bool mainStream,
+                       const std::filesystem::path& root) {
+    if (camera != nullptr) {
+        const std::string& url = mainStream ? camera->mainUrl : camera->lightUrl;
+        if (const auto file = device::parseFileAddress(url))
+            return media::FileSource{root / *file};
+        return media::RtspSource{url, camera->user, camera->password};
+    }
     return media::LoopSource{device.name, static_cast<int>(device.scene), static_cast<unsigned>(device.phase)};
 }
 
@@ -75,20 +102,13 @@ void VideoService::open(const std::shared_ptr<Request>& request, const Json& mes
     const auto wishes = readWishes(message);
     if (!wishes)
         return refuse(*request, StreamError::BadRequest);
-    // Coded frames are what recordings are made of.
-    Found found = wishes->session.coded ? lookUp(wishes->session.ipncid,
-                                                 {device::Right::Video, device::Right::Record}, wishes->session.hd)
-                                        : lookUp(wishes->session.ipncid, {device::Right::Video}, wishes->session.hd);
+    const Found found = streamFor(wishes->stream, wishes->mainStream);
     if (const auto* reason = std::get_if<StreamError>(&found))
         return refuse(*request, *reason);
-    auto& subscription = std::get<media::Subscription>(found);
-    subscription.decoded = wishes->session.decoded;
-    subscription.coded = wishes->session.coded;
-    subscription.openTimeout = wishes->timeout;
-    auto session = std::make_shared<StreamSession>(request, parts_.requests, parts_.cameras, wishes->session);
-    const int hubId = parts_.hub.subscribe(subscription, std::move(session));
-    if (!request->bind(hubId))
-        parts_.hub.unsubscribe(hubId);
+    const auto live = std::make_shared<LiveStream>(
+        request, LiveStream::Parts{parts_.requests, parts_.cameras, parts_.hub, parts_.service}, wishes->stream);
+    if (request->bind(live))
+        live->open(std::get<media::Subscription>(found), wishes->mainStream);
 }
 
 void VideoService::preview(const std::shared_ptr<Request>& request, const Json& message) {
@@ -121,48 +141,98 @@ void VideoService::preview(const std::shared_ptr<Request>& request, const Json& 
     });
 }
 
-void VideoService::change(const std::shared_ptr<Request>& request, const Json& message,
-                          const std::filesystem::path& root) {
-    const auto finish = [request](StreamError error) {
-        request->respond(toText({{"type", "avchange"}, {"retcode", static_cast<int>(error)}}));
-    };
+void VideoService::change(const std::shared_ptr<Request>& request, const Json& message) {
+    const bool captures = memberAt(message, "capture") != nullptr;
+    const bool exchanges = memberAt(message, "hd") != nullptr;
+    if (captures == exchanges)
+        return request->respond(changeText(StreamError::BadRequest));
+    if (captures)
+        return capture(request, message);
+    exchange(request, message);
+}
+
+void VideoService::capture(const std::shared_ptr<Request>& request, const Json& message) {
+    const auto file = pathAt(message, "capture", parts_.root);
+    const auto live = liveAt(parts_.requests, message);
+    if (!file || !live || live->hubId() == 0)
+        return request->respond(changeText(StreamError::BadRequest));
+    parts_.pictures.post(
+        [this, request, live, file = *file] { request->respond(changeText(takePicture(*live, file))); });
+}
+
+StreamError VideoService::takePicture(const LiveStream& live, const std::filesystem::path& file) {
+    for (int hubId = live.hubId();;) {
+        const StreamError error = hubId == 0 ? StreamError::BadRequest : parts_.hub.snapshot(hubId, file);
+        const int now = live.hubId();
+        // Another stream may have taken over, and the one that was asked may be gone.
+        if (error == StreamError::None || now == hubId || now == 0)
+            return error;
+        hubId = now;
+    }
+}
+
+void VideoService::exchange(const std::shared_ptr<Request>& request, const Json& message) {
     const auto id = integerAt(message, "reqid");
-    const auto file = pathAt(message, "capture", root);
-    if (!id || !file || *id <= 0 || *id > std::numeric_limits<int>::max())
+    const auto mainStream = flagAt(message, "hd");
+    if (!id || !mainStream)
+        return request->respond(changeText(StreamError::BadRequest));
+    const auto finish = [request, id = *id, hd = *mainStream](StreamError outcome) {
+        request->respond(changeText(outcome, {{"reqid", id}, {"hd", hd}}));
+    };
+    const auto live = liveAt(parts_.requests, message);
+    if (!live)
         return finish(StreamError::BadRequest);
-    const auto video = parts_.requests.find(static_cast<int>(*id));
-    const int hubId = video ? video->hubId() : 0;
-    if (hubId == 0)
-        return finish(StreamError::BadRequest);
-    parts_.pictures.post([this, finish, hubId, file = *file] { finish(parts_.hub.snapshot(hubId, file)); });
+    const Found found = streamFor(live->wishes(), *mainStream);
+    if (const auto* reason = std::get_if<StreamError>(&found))
+        return finish(*reason);
+    live->change(std::get<media::Subscription>(found), *mainStream, finish);
 }
 
 void VideoService::stop(int requestId) {
     const auto request = parts_.requests.find(requestId);
     if (!request)
         return;
+    // First the end, which lets those go who wait for their turn to call the client; then whoever is inside is
+    // waited for.
+    const auto live = request->end();
+    const std::vector<int> hubIds = live && *live ? (*live)->end(StreamError::Stopped) : std::vector<int>();
     const bool waited = request->close();
-    if (const auto hubId = request->end(); hubId && *hubId != 0) {
+    for (const int hubId : hubIds) {
         // Where waiting would never end, the hub must not wait either: another thread ends the stream then.
         if (waited)
-            parts_.hub.unsubscribe(*hubId);
+            parts_.hub.unsubscribe(hubId);
         else
-            parts_.service.post([this, id = *hubId] { parts_.hub.unsubscribe(id); });
+            parts_.service.post([this, hubId] { parts_.hub.unsubscribe(hubId); });
     }
     parts_.requests.take(requestId);
 }
 
 void VideoService::closeAll(StreamError reason) {
     for (const auto& request : parts_.requests.all()) {
-        if (request->hubId() == 0)
+        if (!request->live())
             continue;
-        const auto hubId = request->end();
-        if (!hubId)
+        const auto live = request->end();
+        if (!live)
             continue;
-        parts_.hub.unsubscribe(*hubId);
+        if (*live) {
+            for (const int hubId : (*live)->end(reason))
+                parts_.hub.unsubscribe(hubId);
+        }
         request->respond(closeText(request->id(), reason));
         parts_.requests.take(request->id());
     }
+}
+
+VideoService::Found VideoService::streamFor(const media::Subscription& wishes, bool mainStream) {
+    // Coded frames are what recordings are made of.
+    Found found = wishes.coded ? lookUp(wishes.camera, {device::Right::Video, device::Right::Record}, mainStream)
+                               : lookUp(wishes.camera, {device::Right::Video}, mainStream);
+    if (auto* const stream = std::get_if<media::Subscription>(&found)) {
+        stream->decoded = wishes.decoded;
+        stream->coded = wishes.coded;
+        stream->openTimeout = wishes.openTimeout;
+    }
+    return found;
 }
 
 VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights,
@@ -190,8 +260,11 @@ VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initial
         return StreamError::DeviceOffline;
     media::Subscription subscription;
     subscription.camera = ipncid;
-    subscription.quality = mainStream ? media::Quality::Main : media::Quality::Light;
-    subscription.source = sourceOf(placed->device, parts_.cameras, mainStream);
+    const device::NetworkCamera* const camera = parts_.cameras.find(ipncid);
+    // One address for both is one stream, whatever it is called.
+    const bool both = camera != nullptr && camera->mainUrl == camera->lightUrl;
+    subscription.quality = mainStream || both ? media::Quality::Main : media::Quality::Light;
+    subscription.source = sourceOf(placed->device, camera, mainStream, parts_.root);
     return subscription;
 }
 

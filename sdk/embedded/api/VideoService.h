@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/LiveStream.h"
 #include "api/Request.h"
 #include "api/VideoHub.h"
 #include "api/Worker.h"
@@ -10,6 +11,7 @@
 #include "service/Session.h"
 #include "store/Database.h"
 
+#include <filesystem>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -26,8 +28,9 @@ public:
         const service::Session& session;
         RequestTable& requests;
         VideoHub& hub;
-        Worker& service;  ///< runs `open` and `preview`'s checks
-        Worker& pictures; ///< waits for snapshots and previews
+        Worker& service;            ///< runs `open` and `preview`'s checks
+        Worker& pictures;           ///< waits for snapshots and previews
+        std::filesystem::path root; ///< where relative paths start
     };
 
     explicit VideoService(const Parts& parts);
@@ -38,9 +41,9 @@ public:
     void open(const std::shared_ptr<Request>& request, const Json& message);
     /// Takes one picture of a camera and responds with it. On the service worker.
     void preview(const std::shared_ptr<Request>& request, const Json& message);
-    /// "avchange": writes the newest picture of a running request as a file below `root`, or at an absolute path.
-    /// The result goes to `request`. On the service worker.
-    void change(const std::shared_ptr<Request>& request, const Json& message, const std::filesystem::path& root);
+    /// "avchange": writes the newest picture of a running request as a file; or
+    /// exchanges the light and the main stream of one. The result goes to `request`. On the service worker.
+    void change(const std::shared_ptr<Request>& request, const Json& message);
 
     /// Ends one request, with the guarantees of `CallbackKeeper::close`. Any thread.
     void stop(int requestId);
@@ -50,9 +53,13 @@ public:
 private:
     using Found = std::variant<media::StreamError, media::Subscription>;
 
-    /// The subscription for a device, or why the account can't have it.
+    /// The stream that a video request asks for, or why the account can't have it.
+    Found streamFor(const media::Subscription& wishes, bool mainStream);
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
+    void capture(const std::shared_ptr<Request>& request, const Json& message);
+    void exchange(const std::shared_ptr<Request>& request, const Json& message);
+    media::StreamError takePicture(const LiveStream& live, const std::filesystem::path& file);
 
     const Parts parts_;
 };

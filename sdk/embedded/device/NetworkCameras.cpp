@@ -22,7 +22,8 @@ store::Device deviceOfCamera(const NetworkCamera& camera, store::AccountId owner
     device.name = camera.name;
     device.type = "video";
     device.configGroup = camera.group;
-    device.info = toText({{"model", "RTSP"}, {"serial", camera.ipncid}, {"QRinfo", Json::object()}});
+    const char* const model = parseFileAddress(camera.mainUrl) ? "FILE" : "RTSP";
+    device.info = toText({{"model", model}, {"serial", camera.ipncid}, {"QRinfo", Json::object()}});
     device.extend = R"({"sublist":[]})";
     device.video = R"({"codec":"H264","streams":["main","light"]})";
     return device;

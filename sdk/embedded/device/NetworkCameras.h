@@ -14,8 +14,8 @@ class session;
 
 namespace ipncsdk::device {
 
-/// The network cameras that the configuration file names. The set is fixed for one run; which of them were found
-/// unreachable is learned from the streams. Thread-safe after `enter`.
+/// The cameras that the configuration file names, recorded files among them. The set is fixed for one run; which of
+/// them were found unreachable is learned from the streams. Thread-safe after `enter`.
 class NetworkCameras final {
 public:
     NetworkCameras() = default;

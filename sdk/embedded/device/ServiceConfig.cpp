@@ -45,8 +45,8 @@ constexpr std::array mistakeTexts = {
     MistakeText{Kind::BadId, "this can't be an id: no separators, no \"..\", 1 to 64 characters",
                 "不能用作设备编号: 不允许路径分隔符和 \"..\", 长度 1 至 64 个字符"},
     MistakeText{Kind::DuplicateId, "another entry above has this id", "设备编号与前面的条目重复"},
-    MistakeText{Kind::BadAddress, "this is not an address of the form rtsp://host[:port]/path",
-                "不是 rtsp://主机[:端口]/路径 形式的地址"},
+    MistakeText{Kind::BadAddress, "this is not an address of the form rtsp://host[:port]/path or file:path",
+                "不是 rtsp://主机[:端口]/路径 或 file:路径 形式的地址"},
     MistakeText{Kind::UnknownKey, "the key is not known and is passed over", "未知的项, 已忽略"},
     MistakeText{Kind::DuplicateKey, "the key stands here twice, the first one counts", "该项重复, 以第一个为准"},
     MistakeText{Kind::UnknownGroup, "no group has this name, the first one is taken",
@@ -154,7 +154,7 @@ void readCamera(const LineNode& node, const std::string& path, ServiceConfig& co
     NetworkCamera camera;
     camera.line = node.line;
     const auto isAddress = [](const std::string& url) {
-        return parseRtspAddress(url).has_value();
+        return parseRtspAddress(url).has_value() || parseFileAddress(url).has_value();
     };
     // Every member is looked at, so that one start names all mistakes of an entry.
     bool usable = reader.required("ipncid", Kind::BadId, isDeviceId, camera.ipncid);

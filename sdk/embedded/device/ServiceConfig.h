@@ -8,11 +8,11 @@
 
 namespace ipncsdk::device {
 
-/// A network camera of the configuration file.
+/// A camera of the configuration file: on the network, or a recorded file that is played as one.
 struct NetworkCamera {
     std::string ipncid;
     std::string name;
-    std::string mainUrl;  ///< "rtsp://..."
+    std::string mainUrl;  ///< "rtsp://..." or "file:..."
     std::string lightUrl; ///< equal to `mainUrl` when the file names none
     std::string user;
     std::string password;
@@ -66,5 +66,9 @@ struct RtspAddress {
     std::string withoutPassword; ///< the address with user name and password left out
 };
 std::optional<RtspAddress> parseRtspAddress(std::string_view url);
+
+/// The file that an address of the form file:///absolute/path or file:path/from/the/root names; nothing when it is
+/// not one. The path is UTF-8, without percent-encoding, and leads nowhere through "..".
+std::optional<std::filesystem::path> parseFileAddress(std::string_view url);
 
 } // namespace ipncsdk::device

@@ -37,7 +37,9 @@ void H264Decoder::feed(const CodedFrame& unit) {
     // Without a reference count of its own the packet's bytes are copied, with the padding that decoding needs.
     packet_->data = const_cast<std::uint8_t*>(unit.data);
     packet_->size = static_cast<int>(unit.size);
-    packet_->pts = packet_->dts = unit.time.count();
+    // The order of decoding has no times of its own: with pictures shown in another order they would not be these.
+    packet_->pts = unit.time.count();
+    packet_->dts = AV_NOPTS_VALUE;
     packet_->flags = unit.keyFrame ? AV_PKT_FLAG_KEY : 0;
     if (avcodec_send_packet(context_.get(), packet_.get()) < 0) {
         ++damaged_;

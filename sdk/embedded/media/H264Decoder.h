@@ -26,6 +26,9 @@ public:
     /// Pictures a second as the stream itself says, once a key frame has been fed; 0 when it does not.
     double frameRate() const;
 
+    /// How many pictures may be held back for their order, as far as the stream has told.
+    int reordering() const { return context_ == nullptr ? 0 : context_->has_b_frames; }
+
     /// Units and pictures that the decoder found damaged so far.
     unsigned damaged() const { return damaged_; }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -28,6 +29,8 @@ enum class StreamError : int {
     ProxyFailed = 16,        ///< the client's transport could not reach the camera
     FileNotWritten = 20,     ///< a snapshot's file could not be written
     NoPicture = 21,          ///< a snapshot was wanted before the first picture
+    Replaced = 22,           ///< a later change of the same stream took this one's place
+    Stopped = 23,            ///< the request was stopped before its stream could be changed
     Internal = 30            ///< a failure of the SDK itself, named in its log
 };
 
@@ -47,7 +50,13 @@ struct RtspSource {
     friend bool operator==(const RtspSource&, const RtspSource&) = default;
 };
 
-using Source = std::variant<LoopSource, RtspSource>;
+/// A recorded video file, played over and over.
+struct FileSource {
+    std::filesystem::path file; ///< absolute
+    friend bool operator==(const FileSource&, const FileSource&) = default;
+};
+
+using Source = std::variant<LoopSource, RtspSource, FileSource>;
 
 enum class Quality { Light, Main };
 
@@ -58,7 +67,8 @@ struct StreamParameters {
     int width = 0;              ///< pixels
     int height = 0;             ///< pixels
     int frameRate = 0;          ///< frames per second, rounded; 25 when the camera does not say
-    std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY"
+    std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY", "FILE"
+    friend bool operator==(const StreamParameters&, const StreamParameters&) = default;
 };
 
 /// One picture: planar YUV 4:2:0 (I420), rows tightly packed from the top, full range; Y plane width x height,

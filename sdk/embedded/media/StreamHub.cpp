@@ -3,6 +3,7 @@
 #include "media/JpegEncoder.h"
 #include "media/SharedStream.h"
 #include "media/WholeFile.h"
+#include "media/file/FileReader.h"
 #include "media/loop/LoopReader.h"
 #include "media/rtsp/RtspReader.h"
 
@@ -143,6 +144,10 @@ private:
 std::unique_ptr<StreamReader> StreamHub::Impl::makeReader(const StreamKey& key) {
     if (const auto* loop = std::get_if<LoopSource>(&key.source)) {
         return std::make_unique<LoopReader>(library_, LoopKey{*loop, key.quality});
+    }
+    if (const auto* file = std::get_if<FileSource>(&key.source)) {
+        return std::make_unique<FileReader>(*file, key.camera,
+                                            FileOptions{options_.firstPause, options_.longestPause});
     }
     return std::make_unique<RtspReader>(
         std::get<RtspSource>(key.source),

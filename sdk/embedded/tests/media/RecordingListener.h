@@ -34,6 +34,8 @@ public:
 
     /// Called at the start of every call; to be set before the subscription.
     std::function<void()> onAnything;
+    /// Called with every picture, on the stream's thread; to be set before the subscription.
+    std::function<void(const DecodedFrame&)> onPicture;
 
     /// Waits for a condition on the record, no longer than to the closing; generous, for a loaded machine under
     /// a sanitizer.
@@ -66,6 +68,9 @@ public:
         note([&](Record& record) { record.opened.push_back(parameters); });
     }
     void onDecoded(const DecodedFrame& frame) override {
+        if (onPicture) {
+            onPicture(frame);
+        }
         note([&](Record& record) {
             ++record.decoded;
             record.newest.resize(frame.width, frame.height);

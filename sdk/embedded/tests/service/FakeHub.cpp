@@ -92,24 +92,34 @@ int FakeHub::subscribe(const media::Subscription& subscription, std::shared_ptr<
 }
 
 void FakeHub::serve(const std::shared_ptr<Stream>& stream, HubScript& script) {
+    HubScript::Course& course = script.of(stream->subscription.quality);
+    ++course.begun;
     stream->tell([](media::StreamListener& listener) { listener.onStage(media::OpenStage::Information); });
-    if (const StreamError error = script.failureOf(stream->subscription.camera); error != StreamError::None) {
+    while (course.held && !stream->stopped)
+        std::this_thread::yield();
+    StreamError error = script.failureOf(stream->subscription.camera);
+    error = error == StreamError::None ? course.failure.load() : error;
+    if (error != StreamError::None) {
         stream->tell([error](media::StreamListener& listener) { listener.onClosed(error); });
         return;
     }
-    stream->tell([](media::StreamListener& listener) { listener.onOpened({width, height, 25, "LOOP"}); });
-    const std::array<std::uint8_t, 12> picture{1, 2, 3};
+    const int times = stream->subscription.quality == media::Quality::Main ? 2 : 1;
+    stream->tell([times](media::StreamListener& listener) {
+        listener.onOpened({width * times, height * times, 25, "LOOP"});
+    });
+    const std::array<std::uint8_t, 48> picture{1, 2, 3};
     bool on = true;
-    while (on) {
-        if (script.lose) {
+    for (int number = 0; on; ++number) {
+        if (script.lose || course.lose) {
             stream->tell([](media::StreamListener& listener) { listener.onClosed(StreamError::ConnectionLost); });
             return;
         }
+        ++course.frames;
         on = stream->tell([&](media::StreamListener& listener) {
             if (stream->subscription.decoded)
-                listener.onDecoded({picture.data(), width, height, {}});
+                listener.onDecoded({picture.data(), width * times, height * times, {}});
             if (stream->subscription.coded)
-                listener.onCoded({picture.data(), picture.size(), true, {}});
+                listener.onCoded({picture.data(), std::size_t{12}, number % 5 == 0, {}});
         });
         std::this_thread::yield();
     }
@@ -131,10 +141,11 @@ void FakeHub::unsubscribe(int id) {
 
 StreamError FakeHub::snapshot(int id, const std::filesystem::path& file) {
     const std::lock_guard lock(mutex_);
-    if (streams_.count(id) == 0)
+    const auto found = streams_.find(id);
+    if (found == streams_.end())
         return StreamError::NoPicture;
     std::ofstream out(file, std::ios::binary);
-    out << "JPEG";
+    out << (found->second->subscription.quality == media::Quality::Main ? "main" : "light");
     return out ? StreamError::None : StreamError::FileNotWritten;
 }
 

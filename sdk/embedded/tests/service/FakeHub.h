@@ -2,6 +2,7 @@
 
 #include "api/VideoHub.h"
 
+#include <array>
 #include <atomic>
 #include <map>
 #include <memory>
@@ -18,6 +19,15 @@ public:
     /// A stream of this camera closes with the error instead of opening.
     void fail(const std::string& camera, media::StreamError error);
     [[nodiscard]] media::StreamError failureOf(const std::string& camera) const;
+    /// What happens to streams of one quality, of whatever camera.
+    struct Course {
+        std::atomic<bool> held{false};                                     ///< opens only once this is false
+        std::atomic<media::StreamError> failure{media::StreamError::None}; ///< closes with this instead of opening
+        std::atomic<bool> lose{false};                                     ///< closes with ConnectionLost
+        std::atomic<int> begun{0};                                         ///< subscriptions so far
+        std::atomic<int> frames{0};                                        ///< that were about to be delivered
+    };
+    Course& of(media::Quality quality) { return courses_[quality == media::Quality::Main ? 1 : 0]; }
     void noteSubscription(const media::Subscription& subscription);
     [[nodiscard]] std::vector<media::Subscription> subscriptions() const;
     /// The options of the hub made last.
@@ -34,10 +44,11 @@ private:
     std::map<std::string, media::StreamError> failures_;
     std::vector<media::Subscription> subscriptions_;
     media::HubOptions options_;
+    std::array<Course, 2> courses_;
 };
 
 /// A hub without video: each subscription runs on a thread of its own and delivers tiny frames as fast as its
-/// listener takes them.
+/// listener takes them. Of the access units each fifth is a key frame. A snapshot's file tells the stream's quality.
 class FakeHub final : public api::VideoHub {
 public:
     FakeHub(std::shared_ptr<HubScript> script, media::HubOptions options);
@@ -50,7 +61,7 @@ public:
     media::StreamError preview(const media::Subscription& subscription, int pixels, std::chrono::milliseconds timeout,
                                std::vector<std::uint8_t>& jpeg) override;
 
-    static constexpr int width = 4;
+    static constexpr int width = 4; ///< of the light stream, as `height`; twice that in the main stream
     static constexpr int height = 2;
 
 private:

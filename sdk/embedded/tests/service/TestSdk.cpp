@@ -56,16 +56,18 @@ void Received::clear() {
     messages_.clear();
 }
 
-TestSdk::TestSdk()
-    : runtime(options()) {}
+TestSdk::TestSdk(api::HubFactory makeHub)
+    : runtime(options(std::move(makeHub))) {}
 
-api::RuntimeOptions TestSdk::options() const {
+api::RuntimeOptions TestSdk::options(api::HubFactory makeHub) const {
     api::RuntimeOptions options;
     options.root = folder.path().toStdString();
     options.clock = clock;
     options.makeHub = [script = hub](media::HubOptions hubOptions) {
         return std::make_unique<FakeHub>(script, std::move(hubOptions));
     };
+    if (makeHub)
+        options.makeHub = std::move(makeHub);
     options.passwordCost = service::PasswordHasher::least();
     options.storeTimeout = std::chrono::seconds(1);
     return options;

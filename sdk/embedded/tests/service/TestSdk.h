@@ -50,10 +50,10 @@ private:
     std::vector<Json> messages_;
 };
 
-/// An SDK on a temporary folder, with a fake hub and a clock that stands.
+/// An SDK on a temporary folder, with a fake hub (unless a test brings another one) and a clock that stands.
 class TestSdk final {
 public:
-    TestSdk();
+    explicit TestSdk(api::HubFactory makeHub = nullptr);
 
     /// Starts and installs a client callback that keeps the messages in `client`.
     emReturnValue start();
@@ -87,7 +87,7 @@ public:
     api::Runtime runtime;
 
 private:
-    api::RuntimeOptions options() const;
+    api::RuntimeOptions options(api::HubFactory makeHub) const;
 };
 
 /// The "avreq" message for decoded pictures of a camera.

@@ -23,6 +23,8 @@ private slots:
     void linesOfValues();
     void addresses_data();
     void addresses();
+    void fileAddresses_data();
+    void fileAddresses();
     void missingFileIsWritten();
     void camerasAreServedBesideMistakes();
     void cameraKeepsItsPlaceUntilTheFileNamesAnotherGroup();
@@ -81,8 +83,10 @@ void tst_ServiceConfig::mistakes_data() {
         "cameras[1].ipncid", 1);
     row("no address", fileWith(R"({"ipncid": "x"})"), Kind::Missing, 4, "cameras[1].main", 1);
     row("http", fileWith(R"({"ipncid": "x", "main": "http://h/"})"), Kind::BadAddress, 4, "cameras[1].main", 1);
-    row("a file", fileWith(R"({"ipncid": "x", "main": "file:///etc/passwd"})"), Kind::BadAddress, 4,
+    row("a file above", fileWith(R"({"ipncid": "x", "main": "file:a/../../b.mp4"})"), Kind::BadAddress, 4,
         "cameras[1].main", 1);
+    row("a file elsewhere", fileWith(R"({"ipncid": "x", "main": "rtsp://h/", "light": "file://host/b.mp4"})"),
+        Kind::BadAddress, 4, "cameras[1].light", 1);
     row("light is no address", fileWith(R"({"ipncid": "x", "main": "rtsp://h/", "light": ""})"), Kind::BadAddress, 4,
         "cameras[1].light", 1);
     row("name is a list", fileWith(R"({"ipncid": "x", "main": "rtsp://h/", "name": []})"), Kind::WrongType, 4,
@@ -161,6 +165,56 @@ void tst_ServiceConfig::addresses() {
     QCOMPARE(QByteArray::fromStdString(address->host), host);
     QTEST(address->port, "port");
     QTEST(QByteArray::fromStdString(address->withoutPassword), "told");
+}
+
+void tst_ServiceConfig::fileAddresses_data() {
+    QTest::addColumn<QByteArray>("url");
+    QTest::addColumn<QByteArray>("path"); // empty: no address
+    const auto row = [](const char* url, const char* path) {
+        QTest::newRow(url) << QByteArray(url) << QByteArray(path);
+    };
+    row("file:///videos/gate.mp4", "/videos/gate.mp4");
+    row("FILE:///videos/gate.mp4", "/videos/gate.mp4");
+    row("file:/videos/gate.mp4", "/videos/gate.mp4");
+    row("file:videos/gate.mp4", "videos/gate.mp4");
+    row("file:gate..mp4", "gate..mp4");
+    row("file:%E5%A4%A7%E9%97%A8%20%231%25.mp4", "大门 #1%.mp4");
+    row("file:大门 1.mp4", "大门 1.mp4");
+    row("file:///C:/videos/gate.mp4", "/C:/videos/gate.mp4");
+    row("", "");
+    row("file", "");
+    row("file:", "");
+    row("file://", "");
+    row("file:///", "");
+    row("file:////host/share/gate.mp4", "");
+    row("file://host/gate.mp4", "");
+    row("file://localhost/gate.mp4", "");
+    row("file:%2F%2Fhost/gate.mp4", "");
+    row("file:%5C%5Chost/gate.mp4", "");
+    row("file:videos/", "");
+    row("file:..", "");
+    row("file:../gate.mp4", "");
+    row("file:a/../gate.mp4", "");
+    row("file:a/%2E%2e/gate.mp4", "");
+    row("file:a%5C..%5Cgate.mp4", "");
+    row("file:gate.mp4?x", "");
+    row("file:gate.mp4#x", "");
+    row("file:gate%.mp4", "");
+    row("file:gate%4", "");
+    row("file:gate%+4.mp4", "");
+    row("file:gate%00.mp4", "");
+    row("file:gate%0A.mp4", "");
+    row("file:gate%FF.mp4", "");
+    row("files:gate.mp4", "");
+}
+
+void tst_ServiceConfig::fileAddresses() {
+    QFETCH(QByteArray, url);
+    QFETCH(QByteArray, path);
+    const auto file = device::parseFileAddress(url.toStdString());
+    QCOMPARE(file.has_value(), !path.isEmpty());
+    if (file)
+        QCOMPARE(QByteArray::fromStdString(file->string()), path);
 }
 
 void tst_ServiceConfig::missingFileIsWritten() {

@@ -134,13 +134,14 @@ void tst_Video::messagesOfAStream() {
     }));
     sdk.runtime.stopRequest(id);
     QVERIFY((types == std::vector<std::string>{"avstate", "avopen", "decodevideodata"}));
-    QVERIFY((picture == std::vector<std::uint8_t>{1, 2, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+    picture.resize(4);
+    QVERIFY((picture == std::vector<std::uint8_t>{1, 2, 3, 0}));
     const Json opened = messages.waitForType("avopen");
     QCOMPARE(opened.at("reqid"), Json(id));
     QCOMPARE(opened.at("contype"), Json("LOOP"));
     QCOMPARE(opened.at("avparam"), (Json{{"framerate", 25},
-                                         {"weidth", FakeHub::width},
-                                         {"height", FakeHub::height},
+                                         {"weidth", 2 * FakeHub::width},
+                                         {"height", 2 * FakeHub::height},
                                          {"codec", "H264"},
                                          {"hd", true},
                                          {"audiolisten", 0},
@@ -174,16 +175,23 @@ void tst_Video::codedFrames() {
 void tst_Video::subscriptionsSayWhatWasAsked() {
     TestSdk sdk;
     sdk.write("config/service.json", R"({"cameras": [{"ipncid": "porch", "main": "rtsp://h/main",
-        "light": "rtsp://h/light", "user": "u", "password": "p"}]})");
+        "light": "rtsp://h/light", "user": "u", "password": "p"},
+        {"ipncid": "film", "main": "file:///films/%E5%A4%A7.mp4", "light": "file:films/small.mp4"}]})");
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    Stream streams[3];
+    Stream streams[5];
     streams[0].open(sdk, withKeys("CAM0002", {{"maxopentime", 3}}));
     streams[1].open(sdk, withKeys("porch", {{"hd", true}}));
     streams[2].open(sdk, withKeys("porch", {{"recvavdata", true}}));
+    streams[3].open(sdk, withKeys("film", {{"hd", true}}));
+    streams[4].open(sdk, withKeys("film", {{"hd", false}}));
     sdk.settle();
     const auto wanted = sdk.hub->subscriptions();
-    QCOMPARE(wanted.size(), std::size_t{3});
+    QCOMPARE(wanted.size(), std::size_t{5});
+    QVERIFY((std::get<media::FileSource>(wanted[3].source) == media::FileSource{"/films/大.mp4"}));
+    QVERIFY((std::get<media::FileSource>(wanted[4].source) == media::FileSource{sdk.path("films/small.mp4")}));
+    QVERIFY(!wanted[4].openTimeout);
+    QCOMPARE(sdk.device("film").at("info").at("model"), Json("FILE"));
     QVERIFY((std::get<media::LoopSource>(wanted[0].source) == media::LoopSource{"东大门出口", 1, 74}));
     QVERIFY(wanted[0].quality == media::Quality::Light);
     QVERIFY(wanted[0].openTimeout == std::chrono::minutes(3));
