@@ -29,6 +29,7 @@ def note(text):
 
 def line(name, ours, unit, peer, theirs, digits=2):
     """Prints one figure. With nothing on either side the two are equal."""
+    ours, theirs = round(ours, digits), round(theirs, digits)
     if theirs:
         ratio = f"{ours / theirs:.3f}"
     else:
