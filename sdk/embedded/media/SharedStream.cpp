@@ -1,5 +1,7 @@
 #include "media/SharedStream.h"
 
+#include "media/ThreadRank.h"
+
 #include <algorithm>
 #include <exception>
 #include <utility>
@@ -125,6 +127,7 @@ void SharedStream::log(const std::string& line) {
 }
 
 void SharedStream::threadMain() {
+    setRank(ThreadRank::Stream);
     const StreamError reason = read();
     if (!stop_ || reason != StreamError::None) {
         owner_.ending(*this);
