@@ -16,7 +16,7 @@ void setRank(ThreadRank rank) {
     SetThreadPriority(GetCurrentThread(), isStream ? THREAD_PRIORITY_BELOW_NORMAL : THREAD_PRIORITY_LOWEST);
 #else
     // Linux gives each thread a nice value of its own, and takes a thread's id where others expect a process's.
-    const int nice = isStream ? 5 : 10;
+    const int nice = isStream ? 12 : 16;
     setpriority(PRIO_PROCESS, static_cast<id_t>(syscall(SYS_gettid)), nice);
 #endif
 }
