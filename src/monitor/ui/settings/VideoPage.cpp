@@ -34,7 +34,9 @@ VideoPage::VideoPage(QWidget* parent)
 void VideoPage::showValues(const Settings& settings) {
     const auto mode = video::aspectModeFromSetting(settings.get(keys::AspectMode).toString());
     aspect_->setCurrentIndex(aspect_->findData(static_cast<int>(mode)));
-    longest_->setEditText(settings::longestOpeningText(settings.get(keys::LongestOpening)));
+    const QString longest = settings::longestOpeningText(settings.get(keys::LongestOpening));
+    longest_->setCurrentIndex(longest_->findText(longest)); // from which the arrow keys go on
+    longest_->setEditText(longest);
 }
 
 QVariantMap VideoPage::values() const {
