@@ -80,6 +80,7 @@ private slots:
     void devicesChangeMeanwhile();
     void wheelScrollsThePage();
     void everyControlHasAName();
+    void tabGoesDownThePage();
 
 private:
     Settings& settings() { return manager_->context().settings; }
@@ -588,6 +589,7 @@ void tst_SettingsDialog::pollEntryKeys() {
     open();
     page("pollPage");
     QVERIFY(!find<QTreeWidget>("pollTree")->isEnabled()); // no entry to tick for
+    QVERIFY(find<QLabel>("pollNotice")->text().contains(QStringLiteral("按分组生成")));
     click("pollAdd");
     auto* const list = find<QListWidget>("pollEntries");
     auto* editor = list->findChild<QLineEdit*>();
@@ -658,6 +660,21 @@ void tst_SettingsDialog::everyControlHasAName() {
             QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
         }
     }
+}
+
+void tst_SettingsDialog::tabGoesDownThePage() {
+    open();
+    page("networkPage");
+    click("useProxy");
+    find<QListWidget>("settingsPages")->setFocus();
+    QStringList way;
+    while (way.isEmpty() || (way.last() != QLatin1String("settingsCancel") && way.size() < 20)) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        way += QApplication::focusWidget()->objectName();
+    }
+    QCOMPARE(way.join(QLatin1Char(' ')),
+             QStringLiteral("useProxy proxyKind proxyHost proxyPort proxyUser proxyPassword "
+                            "settingsOk settingsCancel"));
 }
 
 QTEST_MAIN(tst_SettingsDialog)
