@@ -60,6 +60,7 @@ void Fwidget::makeTiles() {
     for (int row = 0; row < grid_.maximumRows(); ++row) {
         for (int column = 0; column < grid_.maximumColumns(); ++column) {
             auto* const tile = new ItemVideo(row * grid_.maximumColumns() + column, this, &beat_);
+            tile->setDrawnByWall(true);
             connect(tile, &ItemVideo::sigDoubleClick, this, &Fwidget::onDoubleClickEvent);
             connect(tile, &ItemVideo::sig_setfocus, this, &Fwidget::on_setfocus);
             connect(tile, &ItemVideo::sig_updateDisplay, &sceneChanged_, qOverload<>(&QTimer::start));
@@ -96,8 +97,6 @@ void Fwidget::makeSurface() {
         return;
     surface_ = new WallSurface([this] { return scene(); });
     surfaceContainer_ = surface_->embed(*this);
-    for (ItemVideo* tile : tiles_)
-        tile->setDrawnByWall(true);
 }
 
 WallSurface::Scene Fwidget::scene() const {

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QMouseEvent>
+#include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QWheelEvent>
@@ -24,11 +25,16 @@ WallSurface::WallSurface(std::function<Scene()> scene)
 }
 
 WallSurface::~WallSurface() {
-    if (makeCurrent()) {
-        for (GLYuvWidget* renderer : qAsConst(drawn_))
-            renderer->releaseGl();
-        context_->doneCurrent();
-    }
+    if (context_ == nullptr)
+        return;
+    // The window may have lost its place in the system already.
+    QOffscreenSurface nowhere;
+    nowhere.setFormat(context_->format());
+    nowhere.create();
+    context_->makeCurrent(&nowhere);
+    for (GLYuvWidget* renderer : qAsConst(drawn_))
+        renderer->releaseGl();
+    context_->doneCurrent();
 }
 
 QWidget* WallSurface::embed(QWidget& wall) {
@@ -91,11 +97,12 @@ void WallSurface::draw(const Scene& scene) {
 }
 
 void WallSurface::exposeEvent(QExposeEvent*) {
-    if (isExposed())
-        present();
+    requestUpdate();
 }
 
 bool WallSurface::event(QEvent* event) {
+    if (event->type() == QEvent::UpdateRequest)
+        present();
     return passOn(event) || QWindow::event(event);
 }
 
