@@ -237,11 +237,11 @@ void tst_Program::resizedAtItsEdge() {
     QVERIFY(program_->start());
     QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
     QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(program_->tile(8, 9)), Patience);
-    QCOMPARE(program_->frame().size(), QSize(688, 392));
-    Program::drag(program_->frame().bottomRight() - QPoint(1, 1), program_->frame().bottomRight() + QPoint(200, 150));
-    QTRY_VERIFY_WITH_TIMEOUT(program_->frame().width() > 850 && program_->frame().height() > 500, Patience);
+    QCOMPARE(program_->frame().size(), QSize(1152, 648)); // nine tenths of the screen
     Program::drag(program_->frame().bottomRight() - QPoint(1, 1), program_->frame().topLeft() + QPoint(50, 50));
     QTRY_COMPARE_WITH_TIMEOUT(program_->frame().size(), QSize(688, 392), Patience);
+    Program::drag(program_->frame().bottomRight() - QPoint(1, 1), program_->frame().bottomRight() + QPoint(200, 150));
+    QTRY_VERIFY_WITH_TIMEOUT(program_->frame().width() > 850 && program_->frame().height() > 500, Patience);
 }
 
 QTEST_MAIN(tst_Program)
