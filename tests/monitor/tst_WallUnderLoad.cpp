@@ -169,7 +169,7 @@ void tst_WallUnderLoad::everythingAtOnce() {
     window_->grid().setLayout(8, 8, false);
     openAll();
     const Streams streams(sdk_);
-    QTRY_COMPARE_WITH_TIMEOUT(painting(), Cameras, 120000);
+    QTRY_COMPARE_WITH_TIMEOUT((openAll(), painting()), Cameras, 120000); // some end meanwhile
     for (int round = 0; round < 36; ++round) {
         step(round);
         const int before = streams.sent();
