@@ -20,7 +20,7 @@ corvanta_packages_test=(
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock procps xdotool
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
-corvanta_packages_bench=(libbenchmark-dev)
+corvanta_packages_bench=(libbenchmark-dev libxcb1-dev python3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)
 
 corvanta_say() { printf '== %s\n' "$*"; }
 

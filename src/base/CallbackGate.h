@@ -33,8 +33,8 @@ public:
     /// Whether the gate is open; certain only on the thread that would close it.
     bool isOpen() const { return (inside_.load(std::memory_order_acquire) & Closed) == 0; }
 
-    /// Returns when every passage that had begun before the call has ended; others may begin meanwhile. What the caller
-    /// has published before, every later passage sees. Not to be called from inside a passage.
+    /// Returns when every passage that had begun before the call has ended; others may begin meanwhile. What the
+    /// caller has published before, every later passage sees. Not to be called from inside a passage.
     void awaitPresent();
 
     /// Closes the gate for ever and returns when nobody is inside. Not to be called from inside a passage.

@@ -14,7 +14,7 @@ const std::array<Shortcut, 14>& shortcuts() {
         {ShortcutId::StopTile, keys("Del"), QStringLiteral("Delete"),
          QT_TRANSLATE_NOOP("Shortcuts", "关闭所选窗口的视频"), true},
         {ShortcutId::Layout, keys("1 2 3 4 5 6 7 8"), QStringLiteral("1…8"),
-         QT_TRANSLATE_NOOP("Shortcuts", "选择布局：1、4、9、16、18、25、36、64窗口"), true},
+         QT_TRANSLATE_NOOP("Shortcuts", "选择布局：1/4/9/16/18/25/36/64窗口"), true},
         {ShortcutId::MoveSelection, keys("Left Right Up Down"), QStringLiteral("←→↑↓"),
          QT_TRANSLATE_NOOP("Shortcuts", "移动所选窗口"), true},
         {ShortcutId::ZoomTile, keys("Space"), QStringLiteral("空格"),

@@ -31,8 +31,8 @@ struct Shortcut {
     QStringList keys; ///< portable key sequences; any of them does it
     QString shown;    ///< the keys as the user reads them
     const char* text; ///< what they do, UTF-8, to be translated in the context "Shortcuts"
-    /// The keys mean something else in a field where text is written, so they are not for the whole window: only
-    /// while the grid or the device tree has the focus.
+    /// Fields and lists use such keys themselves, so they are not for the whole window: only while the grid has the
+    /// focus. The device tree has its own Enter.
     bool isPlainKey;
 };
 

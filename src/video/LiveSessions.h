@@ -92,8 +92,8 @@ public:
     SessionActions stopDevice(const QString& deviceId);
     /// Ends the streams of a tile: the one that it holds and any that is being opened in it.
     SessionActions stopTile(int tileIndex);
-    /// A device's place has become another tile: its session goes there, open or opening. The tile must not be that of
-    /// another session when all moves are done.
+    /// A device's place has become another tile: its session goes there, open or opening. The tile must not be that
+    /// of another session when all moves are done.
     void move(const QString& deviceId, int tileIndex);
     /// Ends a device's preview alone.
     SessionActions stopPreview(const QString& deviceId);

@@ -11,7 +11,7 @@ namespace corvanta::video {
 
 namespace {
 
-constexpr qint64 largestJpeg = 64 * 1024 * 1024; // bytes; no preview comes near
+constexpr qint64 largestJpeg = qint64{64} << 20; // bytes; no preview comes near
 constexpr int unreadable = -1;
 
 } // namespace

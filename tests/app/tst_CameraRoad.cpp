@@ -196,7 +196,7 @@ void tst_CameraRoad::aCameraThatComesBackIsShownAgain() {
 void tst_CameraRoad::mistakesAreSaidAndTheRestIsServed() {
     start(camera("/live", "viewer", "secret") +
           ",\n{\"ipncid\":\"../etc\",\"name\":\"x\",\"main\":\"rtsp://127.0.0.1/x\"}"
-          ",\n{\"ipncid\":\"file\",\"name\":\"x\",\"main\":\"file:///etc/passwd\"}");
+          ",\n{\"ipncid\":\"file\",\"name\":\"x\",\"main\":\"file:../../etc/passwd\"}");
     QVERIFY(manager_->context().devices.device(QStringLiteral("porch")) != nullptr);
     QVERIFY(manager_->context().devices.device(QStringLiteral("file")) == nullptr);
     QTRY_VERIFY(!notices_.isEmpty());

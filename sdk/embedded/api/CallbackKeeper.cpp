@@ -8,6 +8,13 @@
 
 namespace ipncsdk::api {
 
+namespace {
+
+/// Threads whose entry is kept while they are inside no callback.
+constexpr std::size_t mostKept = 256;
+
+} // namespace
+
 bool CallbackKeeper::run(Gate& gate, const std::function<void()>& callback) {
     const auto self = std::this_thread::get_id();
     {
@@ -16,6 +23,7 @@ bool CallbackKeeper::run(Gate& gate, const std::function<void()>& callback) {
             return false;
         gate.inside_.push_back(self);
         ++running_[self];
+        ++total_;
     }
     try {
         callback();
@@ -51,13 +59,18 @@ void CallbackKeeper::shut() {
     std::unique_lock lock(mutex_);
     shut_ = true;
     ++waiters_;
-    left_.wait(lock, [this] { return running_.empty(); });
+    left_.wait(lock, [this] { return total_ == 0; });
     --waiters_;
 }
 
 bool CallbackKeeper::isInside() const {
     const std::lock_guard lock(mutex_);
-    return running_.count(std::this_thread::get_id()) > 0;
+    return isRunning(std::this_thread::get_id());
+}
+
+bool CallbackKeeper::isRunning(std::thread::id thread) const {
+    const auto running = running_.find(thread);
+    return running != running_.end() && running->second > 0;
 }
 
 bool CallbackKeeper::hasOthers(const Gate& gate, std::thread::id self) const {
@@ -65,7 +78,7 @@ bool CallbackKeeper::hasOthers(const Gate& gate, std::thread::id self) const {
 }
 
 bool CallbackKeeper::leadsBack(const Gate& gate, std::thread::id self, std::set<const Gate*>& seen) const {
-    if (running_.count(self) == 0 || !seen.insert(&gate).second)
+    if (!isRunning(self) || !seen.insert(&gate).second)
         return false;
     for (const std::thread::id inside : gate.inside_) {
         if (inside == self)
@@ -84,8 +97,9 @@ bool CallbackKeeper::leadsBack(const Gate& gate, std::thread::id self, std::set<
 
 void CallbackKeeper::leave(Gate& gate, std::thread::id self) {
     gate.inside_.erase(std::find(gate.inside_.begin(), gate.inside_.end(), self));
+    --total_;
     const auto running = running_.find(self);
-    if (--running->second == 0)
+    if (--running->second == 0 && running_.size() > mostKept)
         running_.erase(running);
     if (waiters_ > 0)
         left_.notify_all();

@@ -44,6 +44,7 @@ public:
 
 private:
     /// The functions below want mutex_ to be held.
+    [[nodiscard]] bool isRunning(std::thread::id thread) const;
     [[nodiscard]] bool hasOthers(const Gate& gate, std::thread::id self) const;
     [[nodiscard]] bool leadsBack(const Gate& gate, std::thread::id self, std::set<const Gate*>& seen) const;
     void leave(Gate& gate, std::thread::id self);
@@ -52,7 +53,10 @@ private:
     std::condition_variable left_;
     int waiters_ = 0;
     bool shut_ = false;
-    std::map<std::thread::id, int> running_;           ///< callbacks a thread is inside of, nested ones counted
+    int total_ = 0;                                    ///< callbacks that run
+    std::map<std::thread::id, int> running_;           ///< callbacks a thread is inside of, nested ones counted;
+                                                       ///< some are kept at 0, so that a picture costs no
+                                                       ///< allocation
     std::map<std::thread::id, const Gate*> waitingAt_; ///< gates that threads inside callbacks wait for
 };
 

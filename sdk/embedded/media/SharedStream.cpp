@@ -1,5 +1,7 @@
 #include "media/SharedStream.h"
 
+#include "media/ThreadRank.h"
+
 #include <algorithm>
 #include <exception>
 #include <utility>
@@ -125,6 +127,7 @@ void SharedStream::log(const std::string& line) {
 }
 
 void SharedStream::threadMain() {
+    setRank(ThreadRank::Stream);
     const StreamError reason = read();
     if (!stop_ || reason != StreamError::None) {
         owner_.ending(*this);
@@ -177,8 +180,8 @@ void SharedStream::tellState(Subscriber& subscriber) {
 /// Ends the subscriptions that have waited long enough for the stream to open.
 void SharedStream::closeLate(Clock::time_point now) {
     for (std::size_t index = 0; index < members_.size(); ++index) {
-        const std::shared_ptr<Subscriber> member = members_[index];
-        if (member->openBy && now >= *member->openBy) {
+        if (members_[index]->openBy && now >= *members_[index]->openBy) {
+            const std::shared_ptr<Subscriber> member = members_[index];
             members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(index--));
             member->call([](StreamListener& listener) { listener.onClosed(StreamError::TimedOut); });
             owner_.finished(member->id);

@@ -2,9 +2,11 @@
 
 #include "base/Settings.h"
 #include "monitor/Layouts.h"
+#include "video/ui/GLYuvWidget.h"
 #include "video/ui/ItemVideo.h"
 
 #include <QDebug>
+#include <QEvent>
 #include <QGridLayout>
 #include <QMenu>
 #include <QPushButton>
@@ -12,7 +14,8 @@
 namespace keys = corvanta::keys;
 
 namespace {
-constexpr int MenuMargin = 6; // px
+constexpr int MenuMargin = 6;  // px
+constexpr int SceneDelay = 10; // ms; many tiles change their texts at once
 } // namespace
 
 Fwidget::Fwidget(int rows, int columns, Settings& settings, QWidget* parent)
@@ -30,9 +33,24 @@ Fwidget::Fwidget(int rows, int columns, Settings& settings, QWidget* parent)
     gridLayout_->setSpacing(0);
     makeTiles();
     makeMenu();
+    addCover(*menuButton_);
+    connect(&beat_, &PictureBeat::sigPicturesTaken, this, [this] {
+        makeSurface();
+        if (surface_ != nullptr)
+            surface_->present();
+    });
+    sceneChanged_.setSingleShot(true);
+    sceneChanged_.setInterval(SceneDelay);
+    connect(&sceneChanged_, &QTimer::timeout, this, [this] {
+        if (surface_ != nullptr)
+            surface_->present();
+    });
+    connect(this, &Fwidget::sigLayoutChanged, &sceneChanged_, qOverload<>(&QTimer::start));
 }
 
 Fwidget::~Fwidget() {
+    // Before the renderers that are drawn there.
+    delete surfaceContainer_;
     // Before the beat that they are members of.
     qDeleteAll(tiles_);
 }
@@ -42,8 +60,10 @@ void Fwidget::makeTiles() {
     for (int row = 0; row < grid_.maximumRows(); ++row) {
         for (int column = 0; column < grid_.maximumColumns(); ++column) {
             auto* const tile = new ItemVideo(row * grid_.maximumColumns() + column, this, &beat_);
+            tile->setDrawnByWall(true);
             connect(tile, &ItemVideo::sigDoubleClick, this, &Fwidget::onDoubleClickEvent);
             connect(tile, &ItemVideo::sig_setfocus, this, &Fwidget::on_setfocus);
+            connect(tile, &ItemVideo::sig_updateDisplay, &sceneChanged_, qOverload<>(&QTimer::start));
             tiles_.push_back(tile);
             gridLayout_->addWidget(tile, row, column);
         }
@@ -71,8 +91,47 @@ void Fwidget::makeMenu() {
     connect(layoutMenu_.get(), &QMenu::triggered, this, &Fwidget::onPopMenuTriggered);
 }
 
+/// With the first picture: a wall without any needs no OpenGL.
+void Fwidget::makeSurface() {
+    if (surface_ != nullptr || !GLYuvWidget::isSupported())
+        return;
+    surface_ = new WallSurface([this] { return scene(); });
+    surfaceContainer_ = surface_->embed(*this);
+}
+
+WallSurface::Scene Fwidget::scene() const {
+    WallSurface::Scene scene;
+    for (const ItemVideo* tile : tiles_) {
+        const QRect place = tile->isVisible() ? tile->picturePlace() : QRect();
+        if (place.isEmpty())
+            continue;
+        scene.pictures.push_back({place.translated(tile->pos()), tile->renderer()});
+        scene.covers += tile->overPicture().translated(tile->pos());
+    }
+    for (const QWidget* cover : covers_) {
+        if (cover != nullptr && cover->isVisible())
+            scene.covers += QRect(mapFromGlobal(cover->mapToGlobal(QPoint())), cover->size());
+    }
+    return scene;
+}
+
+void Fwidget::addCover(QWidget& cover) {
+    covers_ += QPointer<QWidget>(&cover);
+    cover.installEventFilter(this);
+}
+
+bool Fwidget::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type == QEvent::Show || type == QEvent::Hide || type == QEvent::Move || type == QEvent::Resize)
+        sceneChanged_.start();
+    return QWidget::eventFilter(watched, event);
+}
+
 void Fwidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    if (surfaceContainer_ != nullptr)
+        surfaceContainer_->setGeometry(rect());
+    sceneChanged_.start();
     // Cameras write their names and the time into the upper corners.
     menuButton_->move(MenuMargin, height() - menuButton_->height() - MenuMargin);
 }

@@ -2,7 +2,10 @@
 
 #include "monitor/TileGrid.h"
 #include "video/ui/PictureBeat.h"
+#include "video/ui/WallSurface.h"
 
+#include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -47,6 +50,9 @@ public:
     void showFrame(int index, const uchar* picture, uint width, uint height) const;
     void setTileText(int index, const QString& text);
     void clearAllTexts();
+    /// Something that lies over a part of the grid when it is visible, and must be seen there; it outlives the grid
+    /// or is a child of the same window.
+    void addCover(QWidget& cover);
     /// Forgets the tile's stream and empties its picture. The stream's request is the caller's to stop.
     void closeTile(int index);
 
@@ -64,12 +70,15 @@ public slots:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void makeTiles();
     void makeMenu();
     void placeTiles();
     void saveZoom();
+    void makeSurface();
+    WallSurface::Scene scene() const;
 
     Settings& settings_;
     TileGrid grid_;
@@ -81,4 +90,8 @@ private:
     /// By tile index, children of this widget. Never changed after the construction, so that any thread may look a
     /// tile up.
     std::vector<ItemVideo*> tiles_;
+    WallSurface* surface_ = nullptr; ///< belongs to its container; null until there is a picture to draw
+    QWidget* surfaceContainer_ = nullptr;
+    QList<QPointer<QWidget>> covers_;
+    QTimer sceneChanged_; ///< what lies over the pictures, or where they are, has changed
 };

@@ -92,6 +92,7 @@ void MonitorMainUI::build() {
     bottomBar_ = new MessageBar(this);
     column->addWidget(bottomBar_);
     wait_ = new WaitOverlay(this);
+    grid_->addCover(*wait_);
 }
 
 void MonitorMainUI::buildPages(QWidget* parent) {

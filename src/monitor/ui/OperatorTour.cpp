@@ -281,7 +281,12 @@ void OperatorTour::finish(int code) {
 bool OperatorTour::shoot(const QString& name) {
     const QWidget* const frame = window_.window();
     QScreen* const screen = frame->windowHandle()->screen();
-    const QRect place = frame->frameGeometry();
+    QRect place = frame->frameGeometry();
+    for (const QWidget* over : {QApplication::activeModalWidget(), QApplication::activePopupWidget()}) {
+        if (over != nullptr)
+            place |= over->frameGeometry();
+    }
+    place &= screen->geometry();
     const QPixmap picture = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
     const QString file = QDir(folder_).filePath(name + QStringLiteral(".png"));
     if (!picture.isNull() && picture.save(file))

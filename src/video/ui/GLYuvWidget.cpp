@@ -79,7 +79,7 @@ GLYuvWidget::~GLYuvWidget() {
         // The base class destroys the context when this part of the object is gone already.
         disconnect(context(), nullptr, this, nullptr);
     }
-    releaseGl();
+    releaseOwnGl();
 }
 
 bool GLYuvWidget::isSupported() {
@@ -127,7 +127,11 @@ void GLYuvWidget::slotShowYuv(uchar* picture, uint width, uint height) {
 void GLYuvWidget::initializeGL() {
     initializeOpenGLFunctions();
     // Moving to another top-level window replaces the context; what lives in the old one goes with it.
-    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &GLYuvWidget::releaseGl, Qt::UniqueConnection);
+    if (context() != nullptr) {
+        connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &GLYuvWidget::releaseOwnGl,
+                Qt::UniqueConnection);
+    }
+    glIsReady_ = true;
     glEnable(GL_DEPTH_TEST);
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSide_);
     if (!buildProgram()) {
@@ -170,11 +174,16 @@ bool GLYuvWidget::buildProgram() {
     return program_->link() && program_->bind();
 }
 
-void GLYuvWidget::releaseGl() {
+void GLYuvWidget::releaseOwnGl() {
     if (!context()) {
         return;
     }
     makeCurrent();
+    releaseGl();
+    doneCurrent();
+}
+
+void GLYuvWidget::releaseGl() {
     textureY_.reset();
     textureU_.reset();
     textureV_.reset();
@@ -182,7 +191,15 @@ void GLYuvWidget::releaseGl() {
     program_.reset();
     vertexShader_.reset();
     fragmentShader_.reset();
-    doneCurrent();
+    glIsReady_ = false;
+}
+
+void GLYuvWidget::drawInto(const QRect& place) {
+    if (!glIsReady_) {
+        initializeGL();
+    }
+    glViewport(place.x(), place.y(), place.width(), place.height());
+    paintGL();
 }
 
 void GLYuvWidget::resizeGL(int width, int height) {
@@ -205,6 +222,7 @@ void GLYuvWidget::paintGL() {
     if (!frame_ || !program_ || !fitsTheDriver()) {
         return;
     }
+    program_->bind(); // others draw in the same context where a whole wall is drawn at once
     const auto [width, height] = frameSize_;
     const std::size_t lumaBytes = static_cast<std::size_t>(width) * height;
     // Rows are tightly packed, and half a width need not be a multiple of the 4 bytes that GL assumes.

@@ -33,6 +33,12 @@ public:
     std::uint32_t paintedPictures() const { return painted_; }
     std::uint32_t collapsedPictures() const { return collapsed_; }
 
+    /// Draws the picture into a part of the surface that is current (GL coordinates, px), instead of being shown as a
+    /// widget. The context is the same for all calls, until `releaseGl` is called with it current.
+    void drawInto(const QRect& place);
+    /// Frees what was made in the current context.
+    void releaseGl();
+
 public slots:
     /// Copies a picture of width * height * 3 / 2 bytes and asks for a repaint, so several pictures between two
     /// repaints become one. A size that cannot be used leaves the present picture.
@@ -45,7 +51,7 @@ protected:
 
 private:
     bool buildProgram();
-    void releaseGl();
+    void releaseOwnGl();
     void uploadPlane(GLenum unit, GLuint texture, unsigned width, unsigned height, const std::uint8_t* plane);
     bool fitsTheDriver();
 
@@ -61,6 +67,7 @@ private:
     std::unique_ptr<QOpenGLShader> vertexShader_;
     std::unique_ptr<QOpenGLShader> fragmentShader_;
     std::unique_ptr<QOpenGLShaderProgram> program_; ///< null while there is nothing to draw with
+    bool glIsReady_ = false;                        ///< `initializeGL` has run in the context that is used
     GLint maxTextureSide_ = 0;                      ///< pixels, what the driver takes
     bool tooLargeReported_ = false;                 ///< the present size is above that, and the debug stream says so
 

@@ -201,6 +201,19 @@ void ItemVideo::createRenderer() {
     connect(this, &ItemVideo::sigYuv, renderer_, &GLYuvWidget::slotShowYuv);
 }
 
+void ItemVideo::setDrawnByWall(bool byWall) {
+    drawnByWall_ = byWall;
+    updateDisplay();
+}
+
+QRect ItemVideo::picturePlace() const {
+    return hasPicture() && renderer_ != nullptr ? renderer_->geometry() : QRect();
+}
+
+QRegion ItemVideo::overPicture() const {
+    return textLine_->isVisible() ? QRegion(textLine_->geometry()) : QRegion();
+}
+
 void ItemVideo::placeRenderer() {
     if (renderer_ == nullptr) {
         return;
@@ -226,7 +239,7 @@ QString ItemVideo::shownText() const {
 
 void ItemVideo::updateDisplay() {
     if (renderer_ != nullptr) {
-        renderer_->setVisible(hasPicture());
+        renderer_->setVisible(hasPicture() && !drawnByWall_);
     }
     textLine_->showIn(rect().adjusted(border, border, -border, -border), shownText());
     update();

@@ -7,6 +7,7 @@
 #include "video/ui/TileAction.h"
 
 #include <QImage>
+#include <QRegion>
 #include <QTimer>
 #include <QVariantMap>
 #include <QWidget>
@@ -75,6 +76,15 @@ public:
     /// not used after the return. Returns whether it was taken.
     bool showFrame(const uchar* picture, uint width, uint height);
 
+    /// The wall draws the tile's picture; the renderer is not shown as a widget.
+    void setDrawnByWall(bool byWall);
+    /// Null before the first picture.
+    GLYuvWidget* renderer() const { return renderer_; }
+    /// Where the picture is in the tile; empty when there is none.
+    QRect picturePlace() const;
+    /// What the tile shows over its picture.
+    QRegion overPicture() const;
+
     /// The tile's menu, made at the first call; the owner of the features enables entries.
     TileMenu& menu();
 
@@ -127,6 +137,7 @@ private:
     const int tileIndex_;
     int requestId_ = 0;
     bool selected_ = false;
+    bool drawnByWall_ = false;
     corvanta::video::AspectMode aspectMode_ = corvanta::video::AspectMode::KeepRatio;
     QVariantMap streamParameters_;
     QString text_;

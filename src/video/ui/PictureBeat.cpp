@@ -55,10 +55,12 @@ void PictureBeat::beat() {
     bool any = false;
     for (const Member& member : members_)
         any = member.receiver->takePicture() || any;
-    if (any)
+    if (any) {
         sincePicture_.start();
-    else if (sincePicture_.elapsed() >= restAfter)
+        emit sigPicturesTaken();
+    } else if (sincePicture_.elapsed() >= restAfter) {
         tryToRest();
+    }
     if (sinceMeasured_.elapsed() >= measureEvery)
         measureRate();
 }

@@ -51,6 +51,10 @@ public:
     /// The period for streams of which the fastest brings so many pictures a second, ms.
     static int periodFor(double picturesPerSecond);
 
+signals:
+    /// Some tiles have taken a new picture.
+    void sigPicturesTaken();
+
 private:
     struct Member {
         PictureReceiver* receiver = nullptr;

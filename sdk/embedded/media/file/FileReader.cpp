@@ -103,6 +103,10 @@ StreamError FileReader::play(ReaderHost& host, VideoFile& file) {
 }
 
 bool FileReader::waitFor(ReaderHost& host, microseconds due) {
+    // The first picture is awaited by somebody; the clock begins a little later.
+    if (!std::exchange(everPlayed_, true)) {
+        return host.running();
+    }
     const auto now = Clock::now();
     if (now - (begin_ + due) > patience) {
         begin_ = now - due;

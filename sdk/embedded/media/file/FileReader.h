@@ -39,6 +39,7 @@ private:
     StreamParameters told_;    ///< of the last opening
     bool open_ = false;        ///< the host was told that the stream runs
     bool everOpened_ = false;
+    bool everPlayed_ = false; ///< the first unit was handed out
 };
 
 } // namespace ipncsdk::media

@@ -1,5 +1,6 @@
 #include "media/loop/LoopLibrary.h"
 
+#include "media/ThreadRank.h"
 #include "media/WholeFile.h"
 #include "media/loop/LoopEncoder.h"
 #include "media/loop/LoopFile.h"
@@ -75,6 +76,7 @@ bool LoopLibrary::loadFile(Loop& loop) const {
 }
 
 void LoopLibrary::work() {
+    setRank(ThreadRank::Background);
     std::unique_lock lock(mutex_);
     while (!stopping_) {
         if (waiting_.empty()) {

@@ -1,6 +1,7 @@
 #include "media/loop/LoopReader.h"
 
 #include <functional>
+#include <utility>
 
 namespace ipncsdk::media {
 
@@ -36,9 +37,10 @@ StreamError LoopReader::run(ReaderHost& host) {
         return loop->failed() ? StreamError::Internal : StreamError::None;
     }
     host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP"});
-    // Cameras that start together are spread over one frame's time, so that they do not all work at once.
-    const auto spread = microseconds(std::hash<std::string>{}(key_.text()) % framePeriod.count());
-    Clock::time_point due = Clock::now() + spread;
+    // Cameras that start together are spread over one frame's time, so that they do not all work at once. The first
+    // picture is awaited by somebody and comes without that.
+    auto spread = microseconds(std::hash<std::string>{}(key_.text()) % framePeriod.count());
+    Clock::time_point due = Clock::now();
     microseconds time{0};
     for (std::size_t number = 0;; number = (number + 1) % Loop::gopCount) {
         gop = await(host, *loop, number);
@@ -54,7 +56,7 @@ StreamError LoopReader::run(ReaderHost& host) {
             }
             host.frame({gop->bytes.data() + offset, gop->sizes[index], index == 0, time});
             offset += gop->sizes[index];
-            due += framePeriod;
+            due += framePeriod + std::exchange(spread, microseconds(0));
             time += framePeriod;
         }
     }

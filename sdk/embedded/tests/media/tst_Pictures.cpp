@@ -8,7 +8,10 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <vector>
 
 using namespace ipncsdk::media;
 
@@ -55,16 +58,24 @@ private slots:
 };
 
 void tst_Pictures::stretchesLikeTheFormula() {
-    for (int value = 0; value < 256; ++value) {
-        const auto sample = static_cast<std::uint8_t>(value);
-        std::uint8_t luma = 0;
-        std::uint8_t chroma = 0;
-        stretchLuma(&sample, &luma, 1);
-        stretchChroma(&sample, &chroma, 1);
-        const double exactLuma = std::clamp((value - 16) * 255.0 / 219, 0.0, 255.0);
-        const double exactChroma = std::clamp((value - 128) * 255.0 / 224 + 128, 0.0, 255.0);
-        QVERIFY2(std::abs(luma - exactLuma) <= 1, qPrintable(QString::number(value)));
-        QVERIFY2(std::abs(chroma - exactChroma) <= 1, qPrintable(QString::number(value)));
+    // Many samples at once take other roads through the compiled loop than the few that are left over.
+    for (const int count : {1, 7, 16, 31, 256}) {
+        for (int first = 0; first + count <= 256; ++first) {
+            std::vector<std::uint8_t> samples(static_cast<std::size_t>(count));
+            std::iota(samples.begin(), samples.end(), static_cast<std::uint8_t>(first));
+            std::vector<std::uint8_t> luma(samples.size() + 1, 77);
+            std::vector<std::uint8_t> chroma(samples.size() + 1, 77);
+            stretchLuma(samples.data(), luma.data(), count);
+            stretchChroma(samples.data(), chroma.data(), count);
+            for (std::size_t index = 0; index < samples.size(); ++index) {
+                const double exactLuma = std::clamp((samples[index] - 16) * 255.0 / 219, 0.0, 255.0);
+                const double exactChroma = std::clamp((samples[index] - 128) * 255.0 / 224 + 128, 0.0, 255.0);
+                QVERIFY2(std::abs(luma[index] - exactLuma) <= 1, qPrintable(QString::number(samples[index])));
+                QVERIFY2(std::abs(chroma[index] - exactChroma) <= 1, qPrintable(QString::number(samples[index])));
+            }
+            QCOMPARE(int(luma.back()), 77);
+            QCOMPARE(int(chroma.back()), 77);
+        }
     }
 }
 

@@ -19,12 +19,12 @@ void Viewer::stop() {
 void Viewer::change(bool hd) {
     const std::size_t number = asked_++;
     sdk_.runtime.setConfig(toText({{"type", "avchange"}, {"reqid", id_.load()}, {"hd", hd}}),
-                           [this, number](const std::string& text) {
+                           [outcome = outcome_, number](const std::string& text) {
                                const Json result = Json::parse(text);
-                               const std::lock_guard lock(mutex_);
-                               if (!resultOf_.emplace(number, result.at("retcode").get<int>()).second)
-                                   fault_ = "two results of one change";
-                               results_.add(text);
+                               const std::lock_guard lock(outcome->mutex);
+                               if (!outcome->resultOf.emplace(number, result.at("retcode").get<int>()).second)
+                                   outcome->fault = "two results of one change";
+                               outcome->results.add(text);
                            });
 }
 
@@ -40,10 +40,10 @@ bool Viewer::waitForFramesOf(bool hd) {
 int Viewer::waitForResult(std::size_t number) {
     int code = -1;
     waitFor([&] {
-        const std::lock_guard lock(mutex_);
-        const auto found = resultOf_.find(number);
-        code = found == resultOf_.end() ? -1 : found->second;
-        return found != resultOf_.end();
+        const std::lock_guard lock(outcome_->mutex);
+        const auto found = outcome_->resultOf.find(number);
+        code = found == outcome_->resultOf.end() ? -1 : found->second;
+        return found != outcome_->resultOf.end();
     });
     return code;
 }
@@ -62,8 +62,8 @@ std::vector<std::string> Viewer::course() const {
 }
 
 std::string Viewer::fault() const {
-    const std::lock_guard lock(mutex_);
-    return fault_;
+    const std::lock_guard lock(outcome_->mutex);
+    return outcome_->fault;
 }
 
 void Viewer::take(const std::string& text) {
@@ -105,9 +105,9 @@ void Viewer::check(const Json& message) {
 }
 
 void Viewer::blame(const std::string& fault) {
-    const std::lock_guard lock(mutex_);
-    if (fault_.empty())
-        fault_ = fault;
+    const std::lock_guard lock(outcome_->mutex);
+    if (outcome_->fault.empty())
+        outcome_->fault = fault;
 }
 
 } // namespace ipncsdk::test

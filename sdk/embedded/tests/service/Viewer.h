@@ -5,6 +5,7 @@
 #include <atomic>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -39,7 +40,7 @@ public:
     [[nodiscard]] bool waitForFramesOf(bool hd);
     /// The "retcode" of a change's result; -1 when none comes.
     [[nodiscard]] int waitForResult(std::size_t number);
-    [[nodiscard]] std::vector<Json> results() const { return results_.all(); }
+    [[nodiscard]] std::vector<Json> results() const { return outcome_->results.all(); }
     /// The messages but for frames, as "avstate", "avopen light", "avopen main", "avclose N".
     [[nodiscard]] std::vector<std::string> course() const;
     /// What was not as it must be; empty when all was well.
@@ -62,10 +63,14 @@ private:
     std::atomic<std::size_t> asked_{0};
     bool open_ = false; ///< belongs to the callbacks, as `width_`, which come one at a time
     int width_ = 0;
-    Received results_;
-    std::map<std::size_t, int> resultOf_; ///< guarded by mutex_
-    mutable std::mutex mutex_;
-    std::string fault_; ///< guarded by mutex_
+    /// Shared with the results' callbacks, which may come when the viewer is gone.
+    struct Outcome {
+        Received results;
+        std::mutex mutex;
+        std::map<std::size_t, int> resultOf; ///< guarded by mutex
+        std::string fault;                   ///< guarded by mutex
+    };
+    std::shared_ptr<Outcome> outcome_ = std::make_shared<Outcome>();
 };
 
 } // namespace ipncsdk::test

@@ -2,9 +2,9 @@
 
 #include "base/ui/FaintHint.h"
 #include "base/ui/Theme.h"
+#include "monitor/ui/settings/FileChooser.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -56,7 +56,8 @@ void FileField::setPath(const QString& path) {
 }
 
 void FileField::browse() {
-    const QString chosen = QFileDialog::getOpenFileName(window(), tr("选择文件"), QFileInfo(path()).path(), filter_);
+    const QString folder = path().isEmpty() ? QDir::homePath() : QFileInfo(path()).path();
+    const QString chosen = chooseFile(window(), tr("选择文件"), folder, filter_);
     if (!chosen.isEmpty())
         setPath(chosen);
 }

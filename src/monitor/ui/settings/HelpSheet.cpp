@@ -67,7 +67,7 @@ void HelpSheet::arrange(int columns) {
     const int rows = (lines_.size() + columns - 1) / columns;
     for (int i = 0; i < lines_.size(); ++i) {
         const int left = i / rows * 2;
-        grid_->addWidget(lines_[i].key, i % rows, left, Qt::AlignTop);
+        grid_->addWidget(lines_[i].key, i % rows, left, Qt::AlignVCenter);
         grid_->addWidget(lines_[i].text, i % rows, left + 1, Qt::AlignVCenter);
     }
     for (int column : {1, 3})

@@ -155,7 +155,6 @@ int PollEditor::entry() const {
 
 void PollEditor::setDraft(PollDraft draft) {
     draft_ = std::move(draft);
-    notice_->clear();
     showTree();
     showEntries(0);
 }
@@ -164,6 +163,7 @@ void PollEditor::onDevices() {
     showTree();
     showTicks();
     showOrder(order_->currentRow());
+    showWhatToDo();
 }
 
 QString PollEditor::deviceText(const QString& ipncId) const {
@@ -183,6 +183,16 @@ void PollEditor::showEntries(int current) {
     }
     showTicks();
     showOrder(0);
+    showWhatToDo();
+}
+
+void PollEditor::showWhatToDo() {
+    if (tree_->topLevelItemCount() == 0)
+        notice_->setText(tr("还没有摄像机：登录后可以选择"));
+    else if (draft_.entries().isEmpty())
+        notice_->setText(tr("还没有条目：添加一个，或按分组生成"));
+    else
+        notice_->clear();
 }
 
 void PollEditor::showTree() {
@@ -260,11 +270,12 @@ void PollEditor::addEntry() {
 
 void PollEditor::addGroups() {
     const int added = draft_.addGroups(devices_);
-    notice_->setText(added > 0 ? tr("已添加%1个条目").arg(added)
-                               : tr("没有可添加的分组：分组没有摄像机，或已有同名条目"));
-    if (added == 0)
+    if (added == 0) {
+        notice_->setText(tr("没有可添加的分组：分组没有摄像机，或已有同名条目"));
         return;
+    }
     showEntries(draft_.entries().size() - added);
+    notice_->setText(tr("已添加%1个条目").arg(added));
     emit sigEdited();
 }
 

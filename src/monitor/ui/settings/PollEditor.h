@@ -44,6 +44,8 @@ private:
     void showTicks();
     void showOrder(int current);
     void enableButtons();
+    /// Says what to do next while there is nothing to edit.
+    void showWhatToDo();
     void addEntry();
     void addGroups();
     void removeEntry();

@@ -17,7 +17,7 @@ RecordPage::RecordPage(QWidget* parent)
     threshold_ =
         form.addNumber(tr("磁盘跳转阈值"), QStringLiteral("driveThreshold"), 128, 4096, QStringLiteral("MiB"));
     threshold_->setSingleStep(128);
-    form.addHint(tr("剩余空间不足时，录像转到下一个盘符"));
+    form.addHint(tr("剩余空间不足时，录像转到下一个盘符；未勾选盘符时自动选择"));
     drives_ = new DriveList(this);
     connect(drives_, &DriveList::sigEdited, this, &RecordPage::sigEdited);
     form.addWide(drives_, true);

@@ -20,6 +20,7 @@ namespace theme = corvanta::theme;
 namespace {
 
 constexpr int LabelWidth = 120; // px
+constexpr int LineHeight = 30;  // px, of an edit
 constexpr int ShortField = 180; // px
 
 QLabel* plainLabel(const QString& text, const char* role, QWidget* parent) {
@@ -52,13 +53,13 @@ void SettingsForm::addSection(const QString& text) {
     grid_->addWidget(plainLabel(text, "section", &page_), row_++, 0, 1, 2);
 }
 
-void SettingsForm::addRow(const QString& label, QWidget* field) {
+void SettingsForm::addRow(const QString& label, QWidget* field, bool isWide) {
     if (!label.isEmpty()) {
         QLabel* const text = plainLabel(label, "label", &page_);
-        text->setMinimumHeight(theme::ControlHeight);
+        text->setMinimumHeight(LineHeight);
         grid_->addWidget(text, row_, 0, Qt::AlignRight | Qt::AlignTop);
     }
-    grid_->addWidget(field, row_++, 1);
+    grid_->addWidget(field, row_++, 1, isWide ? Qt::Alignment() : Qt::AlignLeft);
 }
 
 QLineEdit* SettingsForm::addEdit(const QString& label, const QString& objectName, int longest) {
@@ -66,7 +67,7 @@ QLineEdit* SettingsForm::addEdit(const QString& label, const QString& objectName
     name(*edit, label, objectName);
     edit->setMaxLength(longest);
     QObject::connect(edit, &QLineEdit::textChanged, &page_, &SettingsPage::sigEdited);
-    addRow(label, edit);
+    addRow(label, edit, true);
     return edit;
 }
 
@@ -82,12 +83,11 @@ QComboBox* SettingsForm::addCombo(const QString& label, const QString& objectNam
     auto* const combo = new QComboBox(&page_);
     name(*combo, label, objectName);
     combo->setMinimumWidth(ShortField);
-    combo->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     guardWheel(*combo);
     QObject::connect(combo, &QComboBox::currentTextChanged, &page_, &SettingsPage::sigEdited);
     QObject::connect(combo, qOverload<int>(&QComboBox::currentIndexChanged), &page_, &SettingsPage::sigEdited);
-    addRow(label, combo);
+    addRow(label, combo, false);
     return combo;
 }
 
@@ -101,14 +101,19 @@ QSpinBox* SettingsForm::addNumber(const QString& label, const QString& objectNam
     number->setFixedWidth(ShortField);
     guardWheel(*number);
     QObject::connect(number, qOverload<int>(&QSpinBox::valueChanged), &page_, &SettingsPage::sigEdited);
-    addRow(label, number);
+    addRow(label, number, false);
     return number;
 }
 
-FileField* SettingsForm::addFile(const QString& label, const QString& objectName, const QString& filter) {
+FileField* SettingsForm::makeFile(const QString& label, const QString& objectName, const QString& filter) {
     auto* const file = new FileField(label, objectName, filter, &page_);
     QObject::connect(file, &FileField::sigPathChanged, &page_, &SettingsPage::sigEdited);
-    addRow(label, file);
+    return file;
+}
+
+FileField* SettingsForm::addFile(const QString& label, const QString& objectName, const QString& filter) {
+    FileField* const file = makeFile(label, objectName, filter);
+    addRow(label, file, true);
     return file;
 }
 
@@ -116,10 +121,12 @@ std::pair<QCheckBox*, FileField*> SettingsForm::addCheckedFile(const QString& te
                                                                const QString& filter) {
     auto* const box = new QCheckBox(text, &page_);
     name(*box, text, objectName + QStringLiteral("Switch"));
-    box->setMinimumHeight(theme::ControlHeight);
+    box->setMinimumHeight(LineHeight);
     QObject::connect(box, &QCheckBox::toggled, &page_, &SettingsPage::sigEdited);
     grid_->addWidget(box, row_, 0);
-    return {box, addFile(QString(), objectName, filter)};
+    FileField* const file = makeFile(text, objectName, filter);
+    addRow(QString(), file, true);
+    return {box, file};
 }
 
 QLabel* SettingsForm::addHint(const QString& text) {

@@ -34,14 +34,15 @@ public:
                                                      const QString& filter);
     /// A small explanation under the field before it.
     QLabel* addHint(const QString& text);
-    /// Any widget under the label; an empty label leaves its place free.
-    void addRow(const QString& label, QWidget* field);
+    /// Any widget beside the label; an empty label leaves its place free. `isWide`: as wide as the page.
+    void addRow(const QString& label, QWidget* field, bool isWide);
     /// Any widget over both columns; `takesRoom`: with what height is left.
     void addWide(QWidget* widget, bool takesRoom);
     /// Ends the page: the rows stand at its top.
     void addRest();
 
 private:
+    FileField* makeFile(const QString& label, const QString& objectName, const QString& filter);
     void name(QWidget& field, const QString& label, const QString& objectName) const;
 
     SettingsPage& page_;

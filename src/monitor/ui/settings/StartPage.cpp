@@ -30,7 +30,7 @@ StartPage::StartPage(QWidget* parent)
     preview_->setTextFormat(Qt::PlainText);
     preview_->setAlignment(Qt::AlignCenter);
     preview_->setFixedSize(PreviewSize + QSize(2, 2));
-    form.addRow(QString(), preview_);
+    form.addRow(QString(), preview_, false);
     entersByItself_ = form.addCheck(tr("自动进入软件"), QStringLiteral("enterByItself"));
     form.addHint(tr("启动画面显示3秒后自动进入软件"));
     form.addRest();

@@ -27,14 +27,16 @@ VideoPage::VideoPage(QWidget* parent)
     longest_->lineEdit()->setAccessibleName(tr("视频打开最长时间"));
     for (const char* offered : {"不限", "1", "2", "5", "10", "30", "60"})
         longest_->addItem(QString::fromUtf8(offered));
-    form.addHint(tr("单位：分钟。超过该时间的视频自动关闭"));
+    form.addHint(tr("单位：分钟。超过该时间仍未打开时提示失败"));
     form.addRest();
 }
 
 void VideoPage::showValues(const Settings& settings) {
     const auto mode = video::aspectModeFromSetting(settings.get(keys::AspectMode).toString());
     aspect_->setCurrentIndex(aspect_->findData(static_cast<int>(mode)));
-    longest_->setEditText(settings::longestOpeningText(settings.get(keys::LongestOpening)));
+    const QString longest = settings::longestOpeningText(settings.get(keys::LongestOpening));
+    longest_->setCurrentIndex(longest_->findText(longest)); // from which the arrow keys go on
+    longest_->setEditText(longest);
 }
 
 QVariantMap VideoPage::values() const {

@@ -1,0 +1,103 @@
+#include "monitor/ui/settings/FileChooser.h"
+
+#include "base/ui/FramedDialog.h"
+#include "base/ui/SvgIcon.h"
+#include "base/ui/Theme.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileIconProvider>
+#include <QPushButton>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <QVariant>
+
+#ifndef Q_OS_WIN
+namespace theme = corvanta::theme;
+
+namespace {
+
+class FileIcons final : public QFileIconProvider {
+public:
+    QIcon icon(IconType type) const override { return drawing(type == File); }
+    QIcon icon(const QFileInfo& info) const override { return drawing(info.isFile()); }
+
+private:
+    static QIcon drawing(bool isFile) {
+        return corvanta::svgIcon(isFile ? QStringLiteral("file") : QStringLiteral("group"), theme::TextOnLight);
+    }
+};
+
+/// The toolkit's file dialog within the frame of our dialogs, with our drawings.
+class FileChooser final : public FramedDialog {
+public:
+    FileChooser(const QString& title, const QString& folder, const QString& filter, QWidget* parent)
+        : FramedDialog(title, parent) {
+        setObjectName(QStringLiteral("FileChooser"));
+        setAccessibleName(title);
+        files_ = new QFileDialog(this, Qt::Widget);
+        files_->setWindowFlags(Qt::Widget); // a dialog makes itself a window otherwise
+        files_->setOption(QFileDialog::DontUseNativeDialog);
+        files_->setIconProvider(&icons_);
+        files_->setFileMode(QFileDialog::ExistingFile);
+        files_->setViewMode(QFileDialog::List);
+        files_->setDirectory(folder);
+        files_->setNameFilter(filter);
+        files_->setSidebarUrls({QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(QDir::rootPath())});
+        files_->setSizeGripEnabled(false);
+        dress();
+        body()->addWidget(files_, 1);
+        connect(files_, &QDialog::finished, this, &QDialog::done);
+        resize(680, 420); // px
+    }
+
+    QString chosen() const { return files_->selectedFiles().value(0); }
+
+private:
+    static QString translated(const char* text) { return QCoreApplication::translate("FileChooser", text); }
+
+    void dress() {
+        files_->setLabelText(QFileDialog::LookIn, translated("位置"));
+        files_->setLabelText(QFileDialog::FileName, translated("文件名"));
+        files_->setLabelText(QFileDialog::FileType, translated("类型"));
+        files_->setLabelText(QFileDialog::Accept, translated("打开"));
+        files_->setLabelText(QFileDialog::Reject, translated("取消"));
+        dressButton("backButton", translated("后退"), "back");
+        dressButton("forwardButton", translated("前进"), "forward");
+        dressButton("toParentButton", translated("上一级"), "up");
+        for (auto* const button : files_->findChildren<QPushButton*>()) {
+            button->setIcon(QIcon());
+            button->setProperty("primary", button->isDefault());
+        }
+        for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
+            if (auto* const button = files_->findChild<QToolButton*>(QLatin1String(unused)))
+                button->hide();
+        }
+    }
+
+    void dressButton(const char* objectName, const QString& text, const char* drawing) {
+        auto* const button = files_->findChild<QToolButton*>(QLatin1String(objectName));
+        if (button == nullptr)
+            return;
+        button->setIcon(corvanta::svgIcon(QLatin1String(drawing), theme::TextOnLight));
+        button->setToolTip(text);
+        button->setAccessibleName(text);
+    }
+
+    FileIcons icons_; ///< outlives `files_`, which is a child
+    QFileDialog* files_;
+};
+
+} // namespace
+#endif
+
+QString chooseFile(QWidget* parent, const QString& title, const QString& folder, const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getOpenFileName(parent, title, folder, filter);
+#else
+    FileChooser chooser(title, folder, filter, parent);
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
+#endif
+}
