@@ -156,7 +156,9 @@ void ProgramTest::answer(const QString& title, const QString& button) {
 void ProgramTest::clickIn(const QString& title, const QString& name) {
     COMES(program().isActive(title));
     const Accessible dialog = program().dialog(title);
-    const Accessible control = dialog.find(name);
+    const Accessible control = dialog.find(
+        // Not the text beside it, which may be the same.
+        [&name](const Accessible::Seen& seen) { return seen.name == name && seen.role != Accessible::Role::Label; });
     QVERIFY2(!control.isNull(), qPrintable(name));
     COMES(control.has(State::Showing) && control.has(State::Enabled));
     Desktop::click(Program::placeInActive(dialog, control).center());

@@ -15,11 +15,13 @@ namespace sight {
 namespace {
 
 constexpr int MenuButton = 28; // px, with its margin, in a corner of one of the tiles
+constexpr int TextLine = 28;   // px, the line with the name, at the top
 
 /// Without the tile's lines, its hint and the layout menu's button.
 QRect inner(const QRect& tile) {
     const int side = std::max(tile.width() / 8, std::min(MenuButton, tile.width() / 3));
-    return tile.adjusted(side, tile.height() / 3, -tile.width() / 8, -tile.height() / 8);
+    return tile.adjusted(side, std::max(tile.height() / 3, std::min(TextLine, tile.height() / 2)), -tile.width() / 8,
+                         -tile.height() / 8);
 }
 
 double shareOfGrey(const QImage& image) {
