@@ -1,172 +1,98 @@
 #include "e2e/Program.h"
 
-#include <QGuiApplication>
-#include <QRegularExpression>
-#include <QScreen>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
+
+#include <csignal>
+#include <utility>
 
 namespace {
 
-const QString Suppressions = QStringLiteral(CORVANTA_SUPPRESSIONS);
-
-QProcessEnvironment environment(const QString& home) {
-    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    result.insert(QStringLiteral("XDG_RUNTIME_DIR"), home);
-    result.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    // Drivers and fonts leave memory behind at the end; the tests of the parts look for leaks.
-    result.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
-    result.insert(QStringLiteral("TSAN_OPTIONS"), QStringLiteral("suppressions=%1/tsan.supp").arg(Suppressions));
-    return result;
+void setUp(QProcessEnvironment& environment, const QString& runtime) {
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    const QString preload = QStringLiteral(CORVANTA_PRELOAD);
+    if (!preload.isEmpty()) {
+        environment.insert(QStringLiteral("LD_PRELOAD"), preload);
+        // The library that is preloaded comes before the sanitizer's on purpose, and replaces one function.
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), environment.value(QStringLiteral("ASAN_OPTIONS")) +
+                                                               QStringLiteral(":verify_asan_link_order=0"));
+    }
 }
 
 } // namespace
 
-Program::Program(const QString& home, const QString& data)
-    : home_(home)
-    , data_(data) {}
+Program::Program(const ScreenReader& reader, QString runtime, QString data)
+    : reader_(reader)
+    , runtime_(std::move(runtime))
+    , data_(std::move(data)) {}
 
 Program::~Program() {
     kill();
 }
 
 bool Program::start() {
-    log_.clear();
+    said_.clear();
+    QDir().mkpath(runtime_);
+    QFile::setPermissions(runtime_, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.setProcessEnvironment(environment(home_));
+    QProcessEnvironment environment = reader_.environment();
+    setUp(environment, runtime_);
+    process_.setProcessEnvironment(environment);
     process_.start(QStringLiteral(CORVANTA_PROGRAM), {QStringLiteral("--data"), data_});
-    return process_.waitForStarted();
+    return process_.waitForStarted(Desktop::Patience);
 }
 
 void Program::kill() {
     process_.kill();
-    process_.waitForFinished();
+    process_.waitForFinished(Desktop::Patience);
 }
 
-int Program::waitForEnd() {
-    if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(60000))
-        return -1;
-    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+void Program::signal(int number) const {
+    ::kill(static_cast<pid_t>(pid()), number);
 }
 
-QString Program::log() {
-    log_ += QString::fromUtf8(process_.readAll());
+std::optional<int> Program::exitCode() {
+    // Events go on: an ending program may still ask the accessibility bus.
+    if (!QTest::qWaitFor([this] { return process_.state() == QProcess::NotRunning; }, Desktop::Patience))
+        return std::nullopt;
+    return process_.exitStatus() == QProcess::NormalExit ? std::optional(process_.exitCode()) : std::nullopt;
+}
+
+const QString& Program::log() {
+    // Also what no event has told of yet: what the program shows, it has said before.
+    while (process_.state() == QProcess::Running && process_.waitForReadyRead(0)) {
+    }
+    said_ += process_.readAll();
+    log_ = QString::fromUtf8(said_);
     return log_;
 }
 
-QByteArray Program::xdotool(const QStringList& arguments) {
-    QProcess tool;
-    tool.start(QStringLiteral("xdotool"), arguments);
-    tool.waitForFinished(20000);
-    return tool.readAllStandardOutput();
+QVariant Program::stored(const QString& key) const {
+    QFile file(data_ + QStringLiteral("/config/set.json"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QJsonDocument::fromJson(file.readAll()).object().value(key).toVariant();
 }
 
-QRect Program::frame() const {
-    QRect largest;
-    const QByteArrayList windows = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                            QStringLiteral("--name"), QStringLiteral("^Corvanta--")})
-                                       .split('\n');
-    for (const QByteArray& window : windows) {
-        if (window.isEmpty())
-            continue;
-        const QString text = QString::fromLatin1(
-            xdotool({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), QString::fromLatin1(window)}));
-        const auto number = [&text](const char* name) {
-            const QRegularExpression line(QStringLiteral("%1=(-?\\d+)").arg(QLatin1String(name)));
-            return line.match(text).captured(1).toInt();
-        };
-        const QRect place(number("X"), number("Y"), number("WIDTH"), number("HEIGHT"));
-        if (place.width() * place.height() > largest.width() * largest.height())
-            largest = place;
+Accessible Program::dialog(const QString& title) const {
+    for (const Accessible::Seen& window : accessible().children()) {
+        if (window.name == title && window.thing.has(Accessible::State::Showing))
+            return window.thing;
     }
-    return largest;
+    return {};
 }
 
-bool Program::hasWindow(const QString& title) {
-    return !xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"), title})
-                .trimmed()
-                .isEmpty();
+bool Program::isActive(const Accessible& window) {
+    const auto active = Desktop::activePlace();
+    return active && window.has(Accessible::State::Active) && window.place().size() == active->size();
 }
 
-QPoint Program::accountButton() const {
-    return {frame().right() - 145, frame().top() + 24};
-}
-QPoint Program::closeButton() const {
-    return {frame().right() - 24, frame().top() + 24};
-}
-QPoint Program::layoutButton(int number) const {
-    return {frame().right() - 234 + number * 35, frame().bottom() - 24};
-}
-QPoint Program::treeRow(int row) const {
-    return {frame().left() + 100, frame().top() + 105 + row * 28};
-}
-
-QRect Program::grid() const {
-    return frame().adjusted(228, 45, -4, -43);
-}
-
-QRect Program::tile(int side, int index) const {
-    const QRect area = grid();
-    const QSize size(area.width() / side, area.height() / side);
-    return {area.topLeft() + QPoint((index % side) * size.width(), (index / side) * size.height()), size};
-}
-
-void Program::click(const QPoint& place, int button, int times) {
-    xdotool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
-             QStringLiteral("click"), QStringLiteral("--repeat"), QString::number(times), QStringLiteral("--delay"),
-             QStringLiteral("40"), QString::number(button)});
-}
-
-void Program::drag(const QPoint& from, const QPoint& to) {
-    xdotool({QStringLiteral("mousemove"), QString::number(from.x()), QString::number(from.y()),
-             QStringLiteral("mousedown"), QStringLiteral("1"), QStringLiteral("mousemove"),
-             QString::number((from.x() + to.x()) / 2), QString::number((from.y() + to.y()) / 2),
-             QStringLiteral("mousemove"), QString::number(to.x()), QString::number(to.y()), QStringLiteral("mouseup"),
-             QStringLiteral("1")});
-}
-
-void Program::key(const QString& name) {
-    xdotool({QStringLiteral("key"), name});
-}
-
-void Program::type(const QString& text) {
-    xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("15"), text});
-}
-
-QImage Program::look(const QRect& area) {
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-bool Program::isLive(const QRect& area, int milliseconds) {
-    // The middle only: the clock in a corner alone could not be told from a blinking cursor.
-    const QRect middle =
-        area.adjusted(area.width() / 10, area.height() / 10, -area.width() / 10, -area.height() / 10);
-    const auto differs = [](const QImage& a, const QImage& b) {
-        int changed = 0;
-        for (int y = 0; y < a.height(); y += 2) {
-            for (int x = 0; x < a.width(); x += 2)
-                changed += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
-        }
-        return changed > a.width() * a.height() / 400;
-    };
-    return QTest::qWaitFor(
-        [&] {
-            if (isEmptyTile(area))
-                return false;
-            const QImage before = look(middle);
-            return QTest::qWaitFor([&] { return differs(before, look(middle)); }, 1500);
-        },
-        milliseconds);
-}
-
-bool Program::isEmptyTile(const QRect& area) {
-    const QImage image = look(area);
-    int grey = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            grey += image.pixel(x, y) == qRgb(174, 174, 174) ? 1 : 0;
-    }
-    return grey > image.width() * image.height() / 2;
+QRect Program::placeInActive(const Accessible& window, const Accessible& thing) {
+    const QPoint corner = Desktop::activePlace().value_or(QRect()).topLeft();
+    return thing.place().translated(corner - window.place().topLeft());
 }

@@ -1,64 +1,57 @@
 #pragma once
 
-#include <QImage>
-#include <QProcess>
-#include <QRect>
-#include <QStringList>
-#include <QTemporaryDir>
+#include "e2e/Desktop.h"
+#include "e2e/ScreenReader.h"
 
-/// The built program as a process of its own on the test's display, driven by real input events and seen as a person
-/// sees it: by its windows and its pixels.
+#include <QProcess>
+#include <QVariant>
+
+#include <optional>
+
+/// The built program as a process of its own, ended with the object.
 class Program final {
 public:
-    /// `home` holds what processes of one user share; `data` is the program's data folder.
-    Program(const QString& home, const QString& data);
+    /// `runtime` is the folder that processes of one user's session share, `data` the program's data folder. The
+    /// screen reader must outlive the program.
+    Program(const ScreenReader& reader, QString runtime, QString data);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
     bool start();
+    /// Ends it as a crash of the machine would: nothing is saved or cleaned up.
     void kill();
-    /// Waits for its end by itself; the exit code, or -1.
-    int waitForEnd();
+    /// Sends a signal to it.
+    void signal(int number) const;
+    /// Waits for its end by itself; its exit code, nothing if it has not ended or was ended by a signal.
+    std::optional<int> exitCode();
     bool isRunning() const { return process_.state() == QProcess::Running; }
     qint64 pid() const { return process_.processId(); }
-    QString log();
+    /// What it has said since its start, line by line.
+    const QString& log();
 
-    /// The main window's place on the screen; empty while it is not shown.
-    QRect frame() const;
-    /// Whether a window of this title is shown, whoever's.
-    static bool hasWindow(const QString& title);
+    /// A value of the settings as they are stored now.
+    QVariant stored(const QString& key) const;
+    const QString& data() const { return data_; }
 
-    // Places in the main window, on the screen.
-    QPoint accountButton() const;
-    QPoint closeButton() const;
-    /// One of the layout buttons, 0 for the first.
-    QPoint layoutButton(int number) const;
-    /// A row of the device tree, 0 for the first.
-    QPoint treeRow(int row) const;
-    /// The area of the video grid.
-    QRect grid() const;
-    /// A tile of a layout of `side` x `side`.
-    QRect tile(int side, int index) const;
-
-    // Input.
-    static void click(const QPoint& place, int button = 1, int times = 1);
-    static void drag(const QPoint& from, const QPoint& to);
-    static void key(const QString& name);
-    static void type(const QString& text);
-
-    // Sight.
-    static QImage look(const QRect& area);
-    /// Whether what is shown in `area` is a picture that moves: waits for two that differ.
-    static bool isLive(const QRect& area, int milliseconds);
-    /// Whether `area` is an empty tile: mostly the tile's grey.
-    static bool isEmptyTile(const QRect& area);
+    /// The program's windows and dialogs are the children of this.
+    Accessible accessible() const { return reader_.program(pid()); }
+    /// A window or dialog that is shown, by its title; null when there is none.
+    Accessible dialog(const QString& title) const;
+    /// Whether it is shown, has the keyboard and knows where the window manager has put it, so that it can be
+    /// clicked.
+    bool isActive(const QString& title) const { return isActive(dialog(title)); }
+    static bool isActive(const Accessible& window);
+    /// The place of something in the window that has the keyboard. A dialog does not always hear where the window
+    /// manager has put it, so only places from its own corner are relied on.
+    static QRect placeInActive(const Accessible& window, const Accessible& thing);
+    Accessible openMenu() const { return reader_.openMenu(pid()); }
 
 private:
-    static QByteArray xdotool(const QStringList& arguments);
-
-    QString home_;
-    QString data_;
+    const ScreenReader& reader_;
+    const QString runtime_;
+    const QString data_;
     QProcess process_;
+    QByteArray said_;
     QString log_;
 };

@@ -1,247 +1,142 @@
-#include "e2e/Program.h"
-#include "support/RtspServer.h"
+#include "e2e/ProgramTest.h"
+#include "e2e/Sight.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
 
-#include <csignal>
-
 namespace {
-const QString SignIn = QStringLiteral("^登录$");
-const QString Tip = QStringLiteral("^提示$");
-constexpr int Patience = 120000; // ms; a sanitized program under software GL is slow
+constexpr int Edge = 4; // px, by which the window is resized
+constexpr QSize Smallest(680 + 2 * Edge, 384 + 2 * Edge);
+constexpr QSize Screen(1280, 720);
 } // namespace
 
-class tst_Program final : public QObject {
+/// The main window from the first start to the end.
+class tst_Program final : public ProgramTest {
     Q_OBJECT
 private slots:
-    void init();
-    void cleanup();
     void firstStart();
-    void signInIsRefusedAndGranted();
-    void layoutsZoomAndEnd();
-    void oneInstance();
-    void networkCamera();
-    void crashIsReported();
-    void resizedAtItsEdge();
-
-private:
-    void startAndSignIn();
-    void writeServiceConfig(const QByteArray& cameras) const;
-    QVariant stored(const QString& key) const;
-
-    std::unique_ptr<QTemporaryDir> dir_;
-    QString home_;
-    QString data_;
-    std::unique_ptr<Program> program_;
+    void signInAgain();
+    void endIsAskedFor();
+    void windowIsMovedAndResized();
 };
 
-void tst_Program::init() {
-    dir_ = std::make_unique<QTemporaryDir>();
-    home_ = dir_->filePath(QStringLiteral("run"));
-    data_ = dir_->filePath(QStringLiteral("data 数据"));
-    QVERIFY(QDir().mkpath(home_) && QDir().mkpath(data_));
-    QVERIFY(QFile::setPermissions(home_, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
-    program_ = std::make_unique<Program>(home_, data_);
-}
-
-void tst_Program::cleanup() {
-    const QString log = program_->log();
-    program_.reset();
-    QVERIFY2(!log.contains(QStringLiteral("Sanitizer")), qPrintable(log));
-}
-
-void tst_Program::startAndSignIn() {
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(program_->tile(8, 9)), Patience); // drawn
-    Program::click(program_->accountButton());
-    QTRY_VERIFY_WITH_TIMEOUT(Program::hasWindow(SignIn), Patience);
-    Program::key(QStringLiteral("Return"));
-    QTRY_VERIFY_WITH_TIMEOUT(!Program::hasWindow(SignIn), Patience);
-    // The tree is filled in the same step as the tiles' names.
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(data_ + QStringLiteral("/service/service.db")), Patience);
-}
-
-QVariant tst_Program::stored(const QString& key) const {
-    QFile file(data_ + QStringLiteral("/config/set.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object().toVariantMap().value(key);
-}
-
 void tst_Program::firstStart() {
-    startAndSignIn();
-    if (QTest::currentTestFailed())
-        return;
-    Program::click(program_->layoutButton(2)); // 3 x 3
-    const QRect first = program_->tile(3, 0);
-    Program::click(program_->treeRow(1), 1, 2);
-    QVERIFY2(Program::isLive(first, Patience), qPrintable(program_->log()));
-    QVERIFY(program_->log().contains(QStringLiteral("\"avreq\"")));
-    // Opened again it ends.
-    Program::click(program_->treeRow(1), 1, 2);
-    QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(first), Patience);
-    // By the keyboard: the row is current, Enter opens.
-    Program::key(QStringLiteral("Down"));
-    Program::key(QStringLiteral("Return"));
-    QVERIFY(Program::isLive(program_->tile(3, 1), Patience));
-    // The tile's menu ends it: the entry is reached by the keyboard from below.
-    Program::click(program_->tile(3, 1).center(), 3);
-    Program::key(QStringLiteral("Up"));
-    Program::key(QStringLiteral("Return"));
-    QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(program_->tile(3, 1)), Patience);
+    STEP(start());
+    QVERIFY(window().rows().isEmpty());
+    STEP(openSignIn());
+    Desktop::keys({QStringLiteral("Return")}); // the account is offered
+    STEP(waitForDevices(true));
+    QVERIFY(program().log().contains(QStringLiteral("\"phonenumber\":\"") + Number));
+    QVERIFY(window().hasRow(QStringLiteral("园区大门  9/9")));
+    QVERIFY(window().hasRow(QStringLiteral("停用待检  0/6")));
+    constexpr int groups = 8;
+    constexpr int devices = 70;
+    QCOMPARE(window().rows().size(), groups + devices);
+    QCOMPARE(window().deviceOfTile(0), QStringLiteral("东大门入口"));
+
+    STEP(chooseLayout(QStringLiteral("四窗口"), 4));
+    QVERIFY(sight::isEmpty(window().tile(0)));
+    STEP(doubleClickRow(QStringLiteral("东大门入口")));
+    QVERIFY(sight::becomesLive(window().tile(0)));
+    quit(); // with a stream open
 }
 
-void tst_Program::signInIsRefusedAndGranted() {
-    startAndSignIn();
-    if (QTest::currentTestFailed())
-        return;
-    Program::click(program_->accountButton()); // signs out
-    Program::click(program_->layoutButton(2));
-    QTRY_VERIFY_WITH_TIMEOUT(program_->log().contains(QStringLiteral("\"logout\"")), Patience);
-    QTRY_VERIFY_WITH_TIMEOUT((Program::click(program_->accountButton()), Program::hasWindow(SignIn)), Patience);
-    const auto tryPassword = [](const QString& password) {
-        Program::key(QStringLiteral("ctrl+a"));
-        Program::type(QStringLiteral("13800138000"));
-        Program::key(QStringLiteral("Tab"));
-        Program::key(QStringLiteral("ctrl+a"));
-        Program::type(password);
-        Program::key(QStringLiteral("Return"));
-        Program::key(QStringLiteral("shift+Tab"));
-    };
-    tryPassword(QStringLiteral("wrong-one"));
-    QTRY_VERIFY_WITH_TIMEOUT(program_->log().contains(QStringLiteral("wrong-one")), Patience);
-    QVERIFY(Program::hasWindow(SignIn));
-    QTRY_VERIFY_WITH_TIMEOUT((tryPassword(QStringLiteral("corvanta-8000")), !Program::hasWindow(SignIn)), Patience);
-    Program::click(program_->treeRow(1), 1, 2);
-    QVERIFY(Program::isLive(program_->tile(3, 0), Patience));
+void tst_Program::signInAgain() {
+    STEP(start());
+    STEP(openSignIn());
+    Desktop::keys({QStringLiteral("Return")});
+    STEP(waitForDevices(true));
+    STEP(chooseLayout(QStringLiteral("四窗口"), 4));
+    STEP(doubleClickRow(QStringLiteral("东大门入口")));
+    QVERIFY(sight::becomesLive(window().tile(0)));
+
+    STEP(clickButton(SignOut));
+    STEP(waitForDevices(false));
+    COMES(sight::isEmpty(window().tile(0)));
+
+    STEP(openSignIn());
+    typeSignIn(Number, QStringLiteral("corvanta-8001"));
+    COMES(program().dialog(SignIn).find(QStringLiteral("错误信息")).has(Accessible::State::Visible));
+    QVERIFY(window().rows().isEmpty());
+    STEP(clickIn(SignIn, QStringLiteral("密码")));
+    Desktop::keys({QStringLiteral("ctrl+a")});
+    Desktop::type(Password);
+    Desktop::keys({QStringLiteral("Return")});
+    STEP(waitForDevices(true));
+    QVERIFY(sight::becomesLive(window().tile(0))); // what was open is opened again
+    quit();
 }
 
-void tst_Program::layoutsZoomAndEnd() {
-    startAndSignIn();
-    if (QTest::currentTestFailed())
-        return;
-    const int sides[] = {1, 2, 3, 4, 6, 8};
-    for (int number = 0; number < 6; ++number) {
-        Program::click(program_->layoutButton(number));
-        QTRY_COMPARE_WITH_TIMEOUT(stored(QStringLiteral("fwidget_row")).toInt(), sides[number], Patience);
-        QCOMPARE(stored(QStringLiteral("fwidget_col")).toInt(), sides[number]);
+void tst_Program::endIsAskedFor() {
+    STEP(start());
+    // The button, and what the window manager sends; Escape, Enter and the other answer: all keep the program.
+    for (const bool byButton : {true, false}) {
+        for (const char* key : {"Escape", "Return"}) {
+            if (byButton)
+                STEP(clickButton(QStringLiteral("退出")));
+            else
+                Desktop::keys({QStringLiteral("alt+F4")});
+            COMES(program().isActive(Tip));
+            Desktop::keys({QLatin1String(key)});
+            COMES(program().dialog(Tip).isNull());
+            COMES(Program::isActive(window().window()));
+            QVERIFY(program().isRunning());
+        }
     }
-    Program::click(program_->layoutButton(1));
-    Program::click(program_->tile(2, 3).center(), 1, 2);
-    QTRY_COMPARE_WITH_TIMEOUT(stored(QStringLiteral("VideoZoomDisplayIndex")).toInt(), 3, Patience);
-    Program::click(program_->tile(1, 0).center(), 1, 2);
-    QTRY_COMPARE_WITH_TIMEOUT(stored(QStringLiteral("VideoZoomDisplayIndex")).toInt(), -1, Patience);
-    // Enter is the answer that keeps the program.
-    Program::click(program_->closeButton());
-    QTRY_VERIFY_WITH_TIMEOUT(Program::hasWindow(Tip), Patience);
-    Program::key(QStringLiteral("Return"));
-    QTRY_VERIFY_WITH_TIMEOUT(!Program::hasWindow(Tip), Patience);
-    QVERIFY(program_->isRunning());
-    Program::click(program_->closeButton());
-    QTRY_VERIFY_WITH_TIMEOUT(Program::hasWindow(Tip), Patience);
-    Program::key(QStringLiteral("Left"));
-    Program::key(QStringLiteral("space"));
-    QCOMPARE(program_->waitForEnd(), 0);
-    QVERIFY(program_->log().contains(QStringLiteral("~AppManager()")));
-    QCOMPARE(stored(QStringLiteral("fwidget_row")).toInt(), 2);
+    STEP(clickButton(QStringLiteral("退出")));
+    STEP(answer(Tip, QStringLiteral("取消")));
+    COMES(Program::isActive(window().window()));
+    quit();
 }
 
-void tst_Program::oneInstance() {
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-    const auto isRefused = [this] {
-        Program second(home_, data_);
-        QVERIFY(second.start());
-        QTRY_VERIFY_WITH_TIMEOUT(Program::hasWindow(Tip), Patience);
-        Program::key(QStringLiteral("Return"));
-        QCOMPARE(second.waitForEnd(), 0);
-        QVERIFY(program_->isRunning());
+void tst_Program::windowIsMovedAndResized() {
+    STEP(start());
+    const QRect first = window().frame();
+    QCOMPARE(first.size(), Screen * 9 / 10);
+    QVERIFY((first.center() - QRect(QPoint(), Screen).center()).manhattanLength() <= 2);
+    // The window manager takes over some time after the press and counts from where the mouse is then, so the mouse
+    // goes there and back in small steps until the window has followed.
+    int steps = 0;
+    const auto pull = [&steps](const QPoint& from, const QPoint& to) {
+        constexpr int way = 8;
+        const int at = qAbs(++steps % (2 * way) - way); // from the end to the beginning, and back
+        Desktop::moveMouse(from + (to - from) * (way - at) / way);
     };
-    isRefused();
-    program_->kill(); // as if it had crashed: nothing is cleaned up
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-    isRefused();
-}
 
-void tst_Program::writeServiceConfig(const QByteArray& cameras) const {
-    QDir(data_).mkpath(QStringLiteral("config"));
-    QFile file(data_ + QStringLiteral("/config/service.json"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{\"store\":\"service/service.db\",\"cameras\":[" + cameras + "]}");
-}
-
-// A camera served by a program of others; it goes away and comes back; its password is wrong.
-void tst_Program::networkCamera() {
-    RtspServer server(
-        {QStringLiteral("--user"), QStringLiteral("viewer"), QStringLiteral("--password"), QStringLiteral("secret")});
-    QVERIFY(server.start());
-    const QByteArray url = QByteArray::fromStdString(server.url("/live"));
-    const auto camera = [&url](const char* id, const char* password) {
-        return QByteArray("{\"ipncid\":\"") + id + "\",\"name\":\"porch\",\"main\":\"" + url +
-               "\",\"user\":\"viewer\",\"password\":\"" + password + "\",\"group\":\"园区大门\"}";
+    const QPoint handle = window().handle();
+    Desktop::moveMouse(handle);
+    Desktop::press();
+    // The program is told of its new place when the move has ended; the X server knows it before.
+    const auto place = [] {
+        return Desktop::activePlace().value_or(QRect());
     };
-    writeServiceConfig(camera("good", "secret") + "," + camera("bad", "wrong"));
-    startAndSignIn();
-    if (QTest::currentTestFailed())
-        return;
-    // Room for all rows of the group.
-    Program::drag(program_->frame().bottomRight() - QPoint(1, 1), QPoint(1270, 710));
-    QTRY_VERIFY_WITH_TIMEOUT(program_->frame().height() > 650, Patience);
-    Program::click(program_->layoutButton(3)); // 4 x 4: the group's nine cameras come first
-    Program::click(program_->treeRow(10), 1, 2);
-    const QRect good = program_->tile(4, 9);
-    // The test picture has a field of noise in it.
-    QVERIFY2(Program::isLive(good, Patience), qPrintable(program_->log()));
-    server.stop();
-    QTRY_VERIFY_WITH_TIMEOUT(!Program::isLive(good, 1000), Patience);
-    QVERIFY(server.start());
-    QVERIFY(Program::isLive(good, Patience));
+    COMES((pull(handle, handle - QPoint(40, 20)), place().topLeft() != first.topLeft()));
+    Desktop::release();
+    QCOMPARE(place().size(), first.size());
+    COMES(window().frame() == place());
 
-    Program::click(program_->treeRow(11), 1, 2);
-    const QRect bad = program_->tile(4, 10);
-    QTRY_VERIFY_WITH_TIMEOUT(program_->log().contains(QStringLiteral("refuses user name or password")), Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(bad), Patience);
-    QVERIFY(!program_->log().contains(QStringLiteral("wrong")));
-    // A text stands in the middle of it.
-    const QImage middle = Program::look(QRect(bad.center() - QPoint(40, 10), QSize(80, 20)));
-    QSet<QRgb> colours;
-    for (int x = 0; x < middle.width(); ++x)
-        colours.insert(middle.pixel(x, middle.height() / 2));
-    QVERIFY(colours.size() > 3);
-}
+    const QRect moved = window().frame();
+    const auto takeCorner = [this] {
+        Desktop::moveMouse(window().frame().bottomRight() - QPoint(1, 1));
+        Desktop::press();
+    };
+    takeCorner();
+    COMES((pull(moved.bottomRight(), moved.bottomRight() - QPoint(120, 90)),
+           window().frame().width() < moved.width() - 60 && window().frame().height() < moved.height() - 40));
+    Desktop::release();
+    QCOMPARE(window().frame().topLeft(), moved.topLeft());
 
-void tst_Program::crashIsReported() {
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-    if (!QByteArray(CORVANTA_SANITIZER).isEmpty())
-        QSKIP("the sanitizer's own handler takes the signal");
-    ::kill(static_cast<pid_t>(program_->pid()), SIGSEGV);
-    QTRY_VERIFY_WITH_TIMEOUT(Program::hasWindow(QStringLiteral("^程序崩溃$")), Patience);
-    Program::key(QStringLiteral("Return"));
-    QTRY_VERIFY_WITH_TIMEOUT(!Program::hasWindow(QStringLiteral("^程序崩溃$")), Patience);
-    const QStringList reports = QDir(data_).entryList({QStringLiteral("*.DMP")});
-    QCOMPARE(reports.size(), 1);
-    QVERIFY(
-        QRegularExpression(QStringLiteral("^\\d{4}_\\d{2}_\\d{2}_\\d{6}\\.DMP$")).match(reports.first()).hasMatch());
-    // The next start is a start like any other.
-    QCOMPARE(program_->waitForEnd(), -1);
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-}
+    takeCorner();
+    COMES((pull(window().frame().bottomRight(), moved.topLeft() + QPoint(100, 100)),
+           window().frame().size() == Smallest));
+    Desktop::release();
 
-void tst_Program::resizedAtItsEdge() {
-    QVERIFY(program_->start());
-    QTRY_VERIFY_WITH_TIMEOUT(!program_->frame().isEmpty(), Patience);
-    QTRY_VERIFY_WITH_TIMEOUT(Program::isEmptyTile(program_->tile(8, 9)), Patience);
-    QCOMPARE(program_->frame().size(), QSize(1152, 648)); // nine tenths of the screen
-    Program::drag(program_->frame().bottomRight() - QPoint(1, 1), program_->frame().topLeft() + QPoint(50, 50));
-    QTRY_COMPARE_WITH_TIMEOUT(program_->frame().size(), QSize(688, 392), Patience);
-    Program::drag(program_->frame().bottomRight() - QPoint(1, 1), program_->frame().bottomRight() + QPoint(200, 150));
-    QTRY_VERIFY_WITH_TIMEOUT(program_->frame().width() > 850 && program_->frame().height() > 500, Patience);
+    const QRect whole(QPoint(), Screen);
+    STEP(clickButton(QStringLiteral("全屏")));
+    BECOMES(window().frame(), whole);
+    COMES(window().grid().right() == whole.right()); // no edge to take hold of
+    STEP(clickButton(QStringLiteral("退出全屏")));
+    BECOMES(window().frame(), QRect(moved.topLeft(), Smallest));
+    quit();
 }
 
 QTEST_MAIN(tst_Program)
