@@ -4,6 +4,8 @@
 #include "base/AppUi.h"
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
+#include "storage/RecordingStorage.h"
+#include "storage/RepairThread.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -46,6 +48,13 @@ Instance::Instance()
     qAddPostRoutine([] { theInstance().manager.reset(); });
 }
 
+/// The settings are read first: they say which folders count as drives.
+std::unique_ptr<RecordingStorage> storageOf(Settings& settings, TaskQueue& queue) {
+    settings.load();
+    return std::make_unique<RecordingStorage>(
+        settings, queue, std::make_unique<SystemDisks>(settings.get(keys::DriveFolders).toStringList()));
+}
+
 constexpr int AutoLoginDelay = 500; // ms: the main window is shown by then
 
 } // namespace
@@ -66,20 +75,22 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     , settings_(paths.settingsFile())
     , poll_(settings_)
     , accountFlags_(std::make_unique<AccountFlags>(paths.accountFile()))
+    , storage_(storageOf(settings_, queue_))
     , gateway_(sdk, queue_)
-    , clientCallback_(settings_, queue_, *this) {
-    settings_.load();
+    , clientCallback_(settings_, *storage_, queue_, *this) {
     connect(&settings_, &Settings::titleChanged, this, &AppEvents::updateTitle);
     startSdk();
     connectSignals();
     // What follows comes in this order: time zones, recording drives, QR scanner, local database, automatic
     // sign-in, alarm sound, version check. A part that is added takes its place in it.
     loadTimeZones();
+    prepareStorage();
     QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
 }
 
 AppManager::~AppManager() {
     qDebug() << "~AppManager()";
+    repair_.reset();
     if (worker_.isRunning()) {
         worker_.quit();
         worker_.wait();
@@ -122,6 +133,12 @@ void AppManager::loadTimeZones() {
         timeZones_ = QJsonDocument::fromJson(file.readAll()).array().toVariantList();
     if (timeZones_.isEmpty())
         qDebug() << "no time zones in" << file.fileName();
+}
+
+void AppManager::prepareStorage() {
+    storage_->prepareDrives();
+    repair_ = std::make_unique<RepairThread>(storage_->searchedDrives());
+    repair_->start(QThread::LowestPriority);
 }
 
 AppContext AppManager::context() {

@@ -38,6 +38,12 @@ public:
     /// gate is one that the GUI thread closes.
     void inGui(std::shared_ptr<CallbackGate> gate, std::function<void()> task);
 
+    /// Runs `task` in the GUI thread after everything that the SDK has delivered so far, while `receiver` lives. GUI
+    /// thread.
+    void laterInGui(QObject* receiver, std::function<void()> task);
+    /// Runs what the SDK has delivered so far, at once. GUI thread; not from inside a delivery.
+    void deliverPending();
+
     /// Ends a request by its id; 0 and less are ignored.
     void StopRequest(int requestId);
 
