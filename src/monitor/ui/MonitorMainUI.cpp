@@ -19,12 +19,14 @@
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MessageBar.h"
 #include "monitor/ui/PollRunner.h"
+#include "monitor/ui/RecordControl.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WindowKeys.h"
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "recording/Recorder.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -40,15 +42,18 @@ namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
 using PollMode = ScreenPoll::Mode;
 
-MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
+MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storage, QWidget* parent)
     : QWidget(parent)
-    , context_(context) {
+    , context_(context)
+    , storage_(storage) {
     setObjectName(QStringLiteral("MonitorMainUI"));
     setAccessibleName(tr("主窗口"));
     build();
     live_ = new LiveVideo(context_, *grid_, this);
     poll_ = new PollRunner(context_, *live_, this);
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
+    recorder_ = new Recorder({context_.gateway, storage_, context_.settings}, this);
+    records_ = new RecordControl(context_, {*grid_, *live_, *recorder_, storage_, devices_->tree()}, this);
     order_ = new DeviceOrder(context_, this);
     workspace_ = new WorkspaceKeeper(context_, {*grid_, *live_, *poll_, devices_->tree(), *splitter_}, this);
     connectBars();
@@ -68,6 +73,8 @@ MonitorMainUI::~MonitorMainUI() {
     // Before the grid: the streams' pictures go to its tiles. And before the live videos, who works with them.
     delete workspace_;
     delete control_;
+    delete records_;
+    delete recorder_; // its files are complete now
     delete poll_;
     delete live_;
 }
@@ -140,6 +147,7 @@ void MonitorMainUI::connectBars() {
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(records_, &RecordControl::sigMessage, this, &MonitorMainUI::showMessage);
     connect(grid_, &Fwidget::sigLayoutChanged, this,
             [this] { bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns()); });
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
@@ -243,6 +251,10 @@ void MonitorMainUI::applyAspectMode() {
 void MonitorMainUI::connectReports() {
     // Reports come from the SDK's side and are dealt with here, like those of every other operation.
     connect(live_, &LiveVideo::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(recorder_, &Recorder::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(records_, &RecordControl::sigSnapshot, this, &MonitorMainUI::sigDeal);
+    connect(recorder_, &Recorder::sigFrame, this, &MonitorMainUI::sig_RecodeData);
+    connect(this, &MonitorMainUI::sig_RecodeData, this, &MonitorMainUI::OnGetRecodeData);
     connect(this, &MonitorMainUI::sigDeal, this, &MonitorMainUI::slotDeal);
 }
 
@@ -275,6 +287,7 @@ void MonitorMainUI::onLists() {
     devices_->rebuild(context_.devices);
     nameTiles();
     live_->followDevices();
+    records_->onLists();
     if (!context_.devices.isEmpty()) {
         workspace_->restoreVideos();
         if (std::exchange(pollWaits_, false))
@@ -286,6 +299,7 @@ void MonitorMainUI::signOut() {
     workspace_->forgetVideos();
     poll_->pause();
     live_->stopAll();
+    records_->pause();
     context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
 }
 
@@ -305,6 +319,7 @@ void MonitorMainUI::onAccountChanged() {
         workspace_->forgetVideos();
         poll_->pause();
         live_->stopAll();
+        records_->pause();
         nameTiles();
         pollWaits_ = true;
     }
@@ -315,8 +330,14 @@ void MonitorMainUI::onAccountChanged() {
 void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
     if (name == LiveVideo::operation())
         live_->onReport(value.toMap());
+    else if (name == Recorder::operation())
+        recorder_->onReport(value.toMap());
     else if (name == QStringLiteral("更新设备预览"))
         live_->refreshPreview(value.toString());
+}
+
+void MonitorMainUI::OnGetRecodeData(const QString& ipncId, uint8_t* block, long length) {
+    recorder_->onFrame(ipncId, block, length);
 }
 
 void MonitorMainUI::showMessage(const QString& text) {

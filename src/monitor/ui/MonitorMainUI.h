@@ -14,6 +14,9 @@ class MessageBar;
 class PollRunner;
 class QSplitter;
 class QStackedWidget;
+class RecordControl;
+class Recorder;
+class RecordingStorage;
 class TopBar;
 class WaitOverlay;
 class WallControl;
@@ -24,7 +27,8 @@ class WorkspaceKeeper;
 class MonitorMainUI final : public QWidget {
     Q_OBJECT
 public:
-    explicit MonitorMainUI(const AppContext& context, QWidget* parent = nullptr);
+    /// `storage` outlives the window.
+    MonitorMainUI(const AppContext& context, RecordingStorage& storage, QWidget* parent = nullptr);
     ~MonitorMainUI() override;
 
     /// The smallest content, px.
@@ -38,6 +42,7 @@ public:
     const AppContext& context() const { return context_; }
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
+    Recorder& recorder() const { return *recorder_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();
@@ -48,9 +53,13 @@ public:
 signals:
     /// An operation and its value, from whichever part reports it.
     void sigDeal(QString name, QVariant value);
+    /// A coded frame of a recording; its slot owns the block.
+    void sig_RecodeData(QString ipncId, uint8_t* block, long length);
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
+    /// Writes a frame of a recording and frees its block.
+    void OnGetRecodeData(const QString& ipncId, uint8_t* block, long length);
     void showMessage(const QString& text);
     void toggleFullScreen();
 
@@ -85,7 +94,10 @@ private:
     Fwidget* grid_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
+    RecordingStorage& storage_;
     LiveVideo* live_ = nullptr;
+    Recorder* recorder_ = nullptr;
+    RecordControl* records_ = nullptr;
     PollRunner* poll_ = nullptr;
     WallControl* control_ = nullptr;
     DeviceOrder* order_ = nullptr;
