@@ -1,0 +1,35 @@
+#pragma once
+
+#include "database/LogRows.h"
+
+#include <QSet>
+#include <QSqlQuery>
+
+/// What is read of a log's table.
+struct LogLayout {
+    int columns = 0;     ///< how many, from the first on
+    QSet<int> dateTimes; ///< positions of those that hold date-times
+};
+
+/// A question to a log whose answer is read piece by piece, so that whoever reads it can do other things in between.
+/// GUI thread; destroyed before the database.
+class LogQuery final {
+public:
+    /// A query that has been executed, or a failed one, which has no rows.
+    LogQuery(QSqlQuery query, LogLayout layout);
+
+    /// Rows without a row, made for what this query yields.
+    LogRows emptyRows() const { return LogRows(layout_.columns); }
+
+    /// Adds up to `atMost` further rows; false when there are no more.
+    bool fetch(LogRows& rows, int atMost);
+
+private:
+    void convertDateTime(const QVariant& value, QString& text);
+
+    QSqlQuery query_;
+    LogLayout layout_;
+    std::vector<QString> texts_;
+    std::vector<QStringView> cells_;
+    QString knownHour_; ///< "yyyy-MM-ddThh" of a stored text that needs no conversion, see convertDateTime
+};
