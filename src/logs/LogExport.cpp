@@ -56,6 +56,11 @@ int LogExport::totalSteps() const {
     return table_->rows.rowCount() * (format_ == Format::Workbook ? 2 : 1);
 }
 
+QString LogExport::withSuffix(const QString& file, Format format) {
+    const QString suffix = format == Format::Text ? QStringLiteral("txt") : QStringLiteral("xls");
+    return QFileInfo(file).suffix().toLower() == suffix ? file : file + QLatin1Char('.') + suffix;
+}
+
 bool LogExport::isNumber(QStringView cell, double& value) {
     const QStringView text = cell.trimmed();
     if (text.isEmpty() || text.front().isLetter())

@@ -27,6 +27,9 @@ public:
     int steps() const { return steps_.load(std::memory_order_relaxed); }
     int totalSteps() const;
 
+    /// `file` with the suffix of the format ("txt", "xls"), added where it has another one; case does not matter.
+    static QString withSuffix(const QString& file, Format format);
+
     /// Whether a cell is written as a number, and which: as the toolkit reads numbers, without "inf" and "nan".
     static bool isNumber(QStringView cell, double& value);
 

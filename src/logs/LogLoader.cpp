@@ -4,8 +4,9 @@
 
 namespace {
 
-constexpr int StepMs = 8; // half the time between two pictures of a smooth stream
+constexpr int StepMs = 12; // less than the time between two pictures of a smooth stream
 constexpr int RowsAtOnce = 200;
+constexpr int ProgressMs = 100; // between two reports
 
 } // namespace
 
@@ -19,6 +20,7 @@ void LogLoader::start(LogQuery query) {
     abandon();
     rows_ = query.emptyRows();
     query_.emplace(std::move(query));
+    sinceProgress_.start();
     timer_.start();
 }
 
@@ -39,10 +41,12 @@ void LogLoader::step() {
     bool more = true;
     while (more && time.elapsed() < StepMs)
         more = query_->fetch(rows_, RowsAtOnce);
-    if (more)
-        emit sigProgress(rows_.rowCount());
-    else
+    if (!more) {
         finish(true);
+    } else if (sinceProgress_.elapsed() >= ProgressMs) {
+        sinceProgress_.start();
+        emit sigProgress(rows_.rowCount());
+    }
 }
 
 void LogLoader::finish(bool complete) {

@@ -2,6 +2,7 @@
 
 #include "database/LogQuery.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -27,7 +28,7 @@ public:
     LogRows takeRows() { return std::move(rows_); }
 
 signals:
-    /// More rows have been read.
+    /// More rows have been read; some times a second.
     void sigProgress(int rows);
     /// All rows are there, or, when `complete` is not set, those that were until `stop`.
     void sigFinished(bool complete);
@@ -39,4 +40,5 @@ private:
     std::optional<LogQuery> query_;
     LogRows rows_;
     QTimer timer_;
+    QElapsedTimer sinceProgress_;
 };

@@ -17,7 +17,7 @@ private slots:
     void failedQueryEndsWithoutRows();
 
 private:
-    static constexpr int Rows = 60000;
+    static constexpr int Rows = 400000;
     LogQuery query(bool allTime = true) { return database_->startLogQuery(0, {}, {}, allTime, -1, -1); }
 
     QTemporaryDir dir_;
@@ -47,8 +47,8 @@ void tst_LogLoader::readsEverythingInPieces() {
     QTRY_COMPARE(finished.size(), 1);
     QVERIFY(finished[0][0].toBool());
     QVERIFY(!loader.isRunning());
-    QVERIFY(progress.size() > 1);
-    QVERIFY(others >= progress.size() - 1);
+    QVERIFY(progress.size() >= 1);
+    QVERIFY(others > progress.size());
     const LogRows rows = loader.takeRows();
     QCOMPARE(rows.rowCount(), Rows);
     QCOMPARE(rows.row(Rows - 1).mid(0, 2), (QStringList{QString::number(Rows), QStringLiteral("d%1").arg(Rows)}));
@@ -65,7 +65,8 @@ void tst_LogLoader::stopKeepsWhatIsThere() {
     QCOMPARE(finished.size(), 1);
     QVERIFY(!finished[0][0].toBool());
     const int count = progress.last()[0].toInt();
-    QCOMPARE(loader.takeRows().rowCount(), count);
+    const int rows = loader.takeRows().rowCount();
+    QVERIFY(rows >= count && rows < Rows);
     QCOMPARE(finished.size(), 1);
 }
 
