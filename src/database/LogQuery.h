@@ -4,6 +4,10 @@
 
 #include <QSet>
 #include <QSqlQuery>
+#include <QVariant>
+
+#include <array>
+#include <vector>
 
 /// What is read of a log's table.
 struct LogLayout {
@@ -25,11 +29,21 @@ public:
     bool fetch(LogRows& rows, int atMost);
 
 private:
-    void convertDateTime(const QVariant& value, QString& text);
+    /// The texts of one cell's value, wherever they come to lie.
+    struct Cell {
+        QVariant value;
+        QString converted; ///< for values that are no texts
+        std::array<char16_t, 20> buffer;
+    };
+
+    QStringView textOf(Cell& cell) const;
+    QStringView dateTimeOf(Cell& cell);
 
     QSqlQuery query_;
     LogLayout layout_;
-    std::vector<QString> texts_;
-    std::vector<QStringView> cells_;
-    QString knownHour_; ///< "yyyy-MM-ddThh" of a stored text that needs no conversion, see convertDateTime
+    std::vector<Cell> row_;
+    std::vector<bool> isDateTime_; ///< by column
+    std::vector<QStringView> texts_;
+    std::array<char16_t, 13>
+        knownHour_{}; ///< "yyyy-MM-ddThh" of stored texts that need no conversion, see dateTimeOf
 };

@@ -56,7 +56,7 @@ void LogRows::append(const std::vector<QStringView>& cells) {
 char16_t* LogRows::reserve(std::size_t units) {
     if (blocks_.empty() || blocks_.back().size - blocks_.back().used < units) {
         const std::size_t size = std::max(units, BlockSize);
-        blocks_.push_back({std::make_unique<char16_t[]>(size), static_cast<quint32>(size), 0});
+        blocks_.push_back({std::make_unique_for_overwrite<char16_t[]>(size), static_cast<quint32>(size), 0});
     }
     Block& block = blocks_.back();
     rows_.push_back({static_cast<quint32>(blocks_.size() - 1), block.used});
