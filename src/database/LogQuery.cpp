@@ -33,8 +33,8 @@ const QString* heldText(const QVariant& value) {
 
 } // namespace
 
-LogQuery::LogQuery(QSqlQuery query, LogLayout layout)
-    : query_(std::move(query))
+LogQuery::LogQuery(const QSqlQuery& query, LogLayout layout)
+    : query_(query)
     , layout_(std::move(layout))
     , row_(static_cast<std::size_t>(layout_.columns))
     , texts_(static_cast<std::size_t>(layout_.columns)) {

@@ -20,7 +20,7 @@ struct LogLayout {
 class LogQuery final {
 public:
     /// A query that has been executed, or a failed one, which has no rows.
-    LogQuery(QSqlQuery query, LogLayout layout);
+    LogQuery(const QSqlQuery& query, LogLayout layout);
 
     /// Rows without a row, made for what this query yields.
     LogRows emptyRows() const { return LogRows(layout_.columns); }

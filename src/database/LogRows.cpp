@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::size_t BlockSize = 256 * 1024; // UTF-16 units
+constexpr std::size_t BlockSize = 262144; // UTF-16 units
 
 // A row begins with the end of each of its cells, counted from the first one's beginning, two units a number.
 constexpr std::size_t UnitsPerEnd = sizeof(quint32) / sizeof(char16_t);

@@ -9,7 +9,7 @@ namespace corvanta::biff {
 
 namespace {
 
-constexpr std::size_t BufferSize = 64 * 1024;
+constexpr std::size_t BufferSize = 65536;
 
 constexpr unsigned SharedStringTable = 0x00FC;
 constexpr unsigned Continue = 0x003C;

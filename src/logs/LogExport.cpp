@@ -24,7 +24,7 @@ std::u16string_view view(QStringView text) {
 /// A name beside `file` that nothing has.
 QString partName(const QString& file) {
     for (int n = 1;; ++n) {
-        const QString part = file + QStringLiteral(".part%1").arg(n);
+        QString part = file + QStringLiteral(".part%1").arg(n);
         const QFileInfo info(part);
         if (n == 1000 || !(info.exists() || info.isSymLink()))
             return part;
