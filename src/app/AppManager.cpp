@@ -4,10 +4,12 @@
 #include "base/AppUi.h"
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
+#include "database/SqlHelp.h"
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDebug>
 #include <QFile>
 #include <QJsonArray>
@@ -18,6 +20,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace keys = corvanta::keys;
 
@@ -85,6 +88,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     // sign-in, alarm sound, version check. A part that is added takes its place in it.
     loadTimeZones();
     prepareStorage();
+    database_ = std::make_unique<SqlHelp>(paths_.databaseFile());
     QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
 }
 
@@ -125,6 +129,7 @@ void AppManager::connectSignals() {
     connect(this, &AppEvents::sig_wait, this, &AppManager::onWait);
     connect(this, &AppEvents::sig_deviceFresh, this, &AppManager::deviceFresh);
     connect(this, &AppEvents::Onsig_TriggerAlarm, this, &AppManager::TriggerAlarm);
+    connect(this, &AppEvents::sig_AppClosed, this, &AppManager::onAppClosed);
 }
 
 void AppManager::loadTimeZones() {
@@ -142,7 +147,7 @@ void AppManager::prepareStorage() {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_};
+    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_, *database_, *database_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
@@ -176,12 +181,21 @@ void AppManager::onLoginTip(bool isAuto) {
 }
 
 void AppManager::onlogin() {
-    signedIn_ = true;
+    // Comes with every list of devices; only the first after a sign-out is a sign-in.
+    if (!std::exchange(signedIn_, true)) {
+        account_ = gateway_.phoneId();
+        database_->addLoginLog(account_, QDateTime::currentDateTime(), QVariant());
+    }
     emit sLonginAndLogoutEvent();
 }
 
+void AppManager::logSignOut() {
+    database_->addLoginLog(std::exchange(account_, QString()), QVariant(), QDateTime::currentDateTime());
+}
+
 void AppManager::onlogout() {
-    signedIn_ = false;
+    if (std::exchange(signedIn_, false))
+        logSignOut();
     devices_ = DeviceModel();
     emit sig_updateList(QVariantList(), QVariantMap());
     emit sig_freshlocal(QVariantMap());
@@ -217,6 +231,14 @@ void AppManager::OncloseTcpConnect(TcpSocketManage* connection) {
                                  [connection](const auto& known) { return known.get() == connection; });
     if (it != connections_.end())
         connections_.erase(it);
+}
+
+void AppManager::onAppClosed() {
+    if (std::exchange(leaving_, true))
+        return;
+    logSignOut();
+    database_->clearInputDatas();
+    database_->clearElectronMaps();
 }
 
 void AppManager::listReady() {

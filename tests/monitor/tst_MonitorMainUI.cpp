@@ -1,4 +1,6 @@
 #include "base/JsonText.h"
+#include "database/SqlHelp.h"
+#include "logs/ui/Check_Log_Widget.h"
 #include "monitor/MainWindowTest.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
@@ -27,6 +29,8 @@ private slots:
     void refusedDeviceShowsTheText();
     void signOutStopsEverything();
     void searchFindsDevices();
+    void modulesShowTheirPages();
+    void leavingWritesTheSignOut();
     void streamsWhileTheWindowIsDestroyed();
 
 private:
@@ -178,6 +182,34 @@ void tst_MonitorMainUI::signOutStopsEverything() {
     sdk_.sendToClient(R"({"type":"logout"})");
     QTRY_VERIFY(tree().isEmpty());
     QVERIFY(window_->findChild<QPushButton*>(QStringLiteral("emptySignIn"))->isVisible());
+}
+
+void tst_MonitorMainUI::modulesShowTheirPages() {
+    auto* const logs = window_->findChild<QToolButton*>(QStringLiteral("logModule"));
+    auto* const video = window_->findChild<QToolButton*>(QStringLiteral("videoModule"));
+    QVERIFY(window_->findChild<Check_Log_Widget*>() == nullptr); // not before it is wanted
+    logs->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(logs, Qt::Key_Space);
+    auto* const page = window_->findChild<Check_Log_Widget*>();
+    QVERIFY(page != nullptr && page->isVisible());
+    QVERIFY(!window_->grid().isVisible());
+    QVERIFY(logs->isChecked() && !video->isChecked());
+    video->click();
+    QVERIFY(window_->grid().isVisible() && !page->isVisible());
+    logs->click();
+    QVERIFY(page->isVisible());
+    QCOMPARE(window_->findChildren<Check_Log_Widget*>().size(), 1);
+}
+
+void tst_MonitorMainUI::leavingWritesTheSignOut() {
+    const auto rows = [this] {
+        return manager_->context().database.queryLogs(SqlHelp::LoginLog, {}, {}, true, -1, -1);
+    };
+    QTRY_COMPARE(rows().size(), 1); // the sign-in
+    window_->closeWithoutAsking();
+    QCOMPARE(rows().size(), 2);
+    QCOMPARE(rows().constLast()[1], QStringLiteral("13800138000"));
+    QVERIFY(!rows().constLast()[3].isEmpty());
 }
 
 void tst_MonitorMainUI::searchFindsDevices() {

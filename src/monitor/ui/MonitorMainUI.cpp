@@ -10,6 +10,7 @@
 #include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "logs/ui/Check_Log_Widget.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
 #include "monitor/ui/DeviceOrder.h"
@@ -110,27 +111,37 @@ void MonitorMainUI::buildPages(QWidget* parent) {
         bool available;
     };
     static constexpr Module modules[] = {
-        {"videoModule", QT_TR_NOOP("视频"), "video", true},
-        {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
-        {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"logModule", QT_TR_NOOP("日志"), "log", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
     pages_->setMinimumWidth(320);
     grid_ = new Fwidget(8, 8, context_.settings, pages_);
     pages_->addWidget(grid_);
+    modulePages_.insert(VideoModule, grid_);
     int number = 0;
     for (const Module& module : modules)
         topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
                            module.available);
-    topBar_->setModule(0);
+    topBar_->setModule(VideoModule);
+}
+
+void MonitorMainUI::showModule(int number) {
+    QWidget*& page = modulePages_[number];
+    if (page == nullptr && number == LogModule) { // made when it is first wanted
+        page = new Check_Log_Widget(context_, pages_);
+        pages_->addWidget(page);
+    }
+    if (page != nullptr)
+        pages_->setCurrentWidget(page);
 }
 
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(topBar_, &TopBar::sigSignOut, this, &MonitorMainUI::signOut);
-    connect(topBar_, &TopBar::sigModule, pages_, &QStackedWidget::setCurrentIndex);
+    connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
     connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });

@@ -3,6 +3,7 @@
 #include "base/AppContext.h"
 #include "monitor/Shortcuts.h"
 
+#include <QHash>
 #include <QVariant>
 #include <QWidget>
 
@@ -69,6 +70,7 @@ protected:
 private:
     void build();
     void buildPages(QWidget* parent);
+    void showModule(int number);
     void connectBars();
     void connectTree();
     void connectReports();
@@ -86,11 +88,16 @@ private:
     void openSettings();
     void applySettings(const QStringList& changedKeys);
 
+    /// Numbers of the modules, in the order of their buttons, which have pages.
+    static constexpr int VideoModule = 0;
+    static constexpr int LogModule = 4;
+
     AppContext context_;
     TopBar* topBar_ = nullptr;
     QSplitter* splitter_ = nullptr;
     DevicePanel* devices_ = nullptr;
     QStackedWidget* pages_ = nullptr;
+    QHash<int, QWidget*> modulePages_; ///< by the module's number
     Fwidget* grid_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;

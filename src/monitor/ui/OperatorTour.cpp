@@ -2,6 +2,9 @@
 
 #include "base/DeviceModel.h"
 #include "base/ScreenPoll.h"
+#include "database/SqlHelp.h"
+#include "logs/ui/Check_Log_Widget.h"
+#include "logs/ui/LogTableView.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
@@ -18,6 +21,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QScreen>
+#include <QTabBar>
 #include <QWindow>
 
 namespace {
@@ -87,6 +91,8 @@ void OperatorTour::planEverything() {
     planTreeMenus();
     planPolling();
     planSettings();
+    planLogs(QString());
+    planExport();
     layout(4, 4, QStringLiteral("layout-16"));
     layout(3, 6, QStringLiteral("layout-18"));
     layout(5, 5, QStringLiteral("layout-25"));
@@ -102,6 +108,7 @@ void OperatorTour::planEverything() {
     layout(3, 3, QStringLiteral("smallest-9"));
     for (const QString& page : settingsPages())
         settingsPage(QStringLiteral("smallest-settings-") + page, page);
+    planLogs(QStringLiteral("smallest-"));
     tip();
 }
 
@@ -202,6 +209,38 @@ void OperatorTour::settingsPage(const QString& name, const QString& page) {
         click(&window_, "settingsButton");
     };
     dialog(name, open, [] { openDialog()->reject(); });
+}
+
+void OperatorTour::planLogs(const QString& pictures) {
+    steps_.push_back({QStringLiteral("the log of sign-ins"),
+                      [this] {
+                          click(&window_, "logModule");
+                          window_.findChild<QTabBar*>(QStringLiteral("logTabs"))->setCurrentIndex(SqlHelp::LoginLog);
+                      },
+                      [this] {
+                          const auto* const page = window_.findChild<Check_Log_Widget*>();
+                          return !page->isSearching() && page->table().pager().rowCount() > 0;
+                      }});
+    pause(200);
+    picture(pictures + QStringLiteral("logs"));
+    steps_.push_back({QStringLiteral("the videos again"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
+}
+
+void OperatorTour::planExport() {
+    steps_.push_back({QStringLiteral("the log page again"), [this] { click(&window_, "logModule"); },
+                      [this] {
+                          return window_.findChild<Check_Log_Widget*>()->isVisible();
+                      }});
+    menu(QStringLiteral("menu-logs"), [this] { click(&window_, "logMenu"); });
+    dialog(
+        QStringLiteral("logs-export"), [this] { click(&window_, "exportButton"); }, [] { openDialog()->reject(); });
+    steps_.push_back({QStringLiteral("the videos once more"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
 }
 
 void OperatorTour::planPolling() {

@@ -42,6 +42,9 @@ private:
     void planTreeMenus();
     void planSettings();
     void planPolling();
+    /// The log page with the log of sign-ins, in which the tour's own stands.
+    void planLogs(const QString& pictures);
+    void planExport();
     void settingsPage(const QString& picture, const QString& page);
     /// Opens a menu, which may run an event loop of its own, takes a picture of it and closes it.
     void menu(const QString& picture, std::function<void()> open);

@@ -1,4 +1,4 @@
-#include "monitor/ui/settings/FileChooser.h"
+#include "base/ui/FileChooser.h"
 
 #include "base/ui/FramedDialog.h"
 #include "base/ui/SvgIcon.h"
@@ -33,7 +33,9 @@ private:
 /// The toolkit's file dialog within the frame of our dialogs, with our drawings.
 class FileChooser final : public FramedDialog {
 public:
-    FileChooser(const QString& title, const QString& folder, const QString& filter, QWidget* parent)
+    enum class Purpose { Open, Save };
+
+    FileChooser(Purpose purpose, const QString& title, const QString& folder, const QString& filter, QWidget* parent)
         : FramedDialog(title, parent) {
         setObjectName(QStringLiteral("FileChooser"));
         setAccessibleName(title);
@@ -41,35 +43,39 @@ public:
         files_->setWindowFlags(Qt::Widget); // a dialog makes itself a window otherwise
         files_->setOption(QFileDialog::DontUseNativeDialog);
         files_->setIconProvider(&icons_);
-        files_->setFileMode(QFileDialog::ExistingFile);
+        const bool saves = purpose == Purpose::Save;
+        files_->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+        files_->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+        files_->setOption(QFileDialog::DontConfirmOverwrite); // whoever saves asks, when the whole name is known
         files_->setViewMode(QFileDialog::List);
         files_->setDirectory(folder);
         files_->setNameFilter(filter);
         files_->setSidebarUrls({QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(QDir::rootPath())});
         files_->setSizeGripEnabled(false);
-        dress();
+        dress(saves ? translated("保存") : translated("打开"));
         body()->addWidget(files_, 1);
         connect(files_, &QDialog::finished, this, &QDialog::done);
         resize(680, 420); // px
     }
 
+    void propose(const QString& name) { files_->selectFile(name); }
     QString chosen() const { return files_->selectedFiles().value(0); }
 
 private:
     static QString translated(const char* text) { return QCoreApplication::translate("FileChooser", text); }
 
-    void dress() {
+    void dress(const QString& accept) {
         files_->setLabelText(QFileDialog::LookIn, translated("位置"));
         files_->setLabelText(QFileDialog::FileName, translated("文件名"));
         files_->setLabelText(QFileDialog::FileType, translated("类型"));
-        files_->setLabelText(QFileDialog::Accept, translated("打开"));
+        files_->setLabelText(QFileDialog::Accept, accept);
         files_->setLabelText(QFileDialog::Reject, translated("取消"));
         dressButton("backButton", translated("后退"), "back");
         dressButton("forwardButton", translated("前进"), "forward");
         dressButton("toParentButton", translated("上一级"), "up");
         for (auto* const button : files_->findChildren<QPushButton*>()) {
             button->setIcon(QIcon());
-            button->setProperty("primary", button->isDefault());
+            button->setProperty("primary", button->text() == accept);
         }
         for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
             if (auto* const button = files_->findChild<QToolButton*>(QLatin1String(unused)))
@@ -97,7 +103,19 @@ QString chooseFile(QWidget* parent, const QString& title, const QString& folder,
 #ifdef Q_OS_WIN
     return QFileDialog::getOpenFileName(parent, title, folder, filter);
 #else
-    FileChooser chooser(title, folder, filter, parent);
+    FileChooser chooser(FileChooser::Purpose::Open, title, folder, filter, parent);
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
+#endif
+}
+
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& folder, const QString& name,
+                       const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getSaveFileName(parent, title, QDir(folder).filePath(name), filter, nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
+#else
+    FileChooser chooser(FileChooser::Purpose::Save, title, folder, filter, parent);
+    chooser.propose(name);
     return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
 #endif
 }
