@@ -73,7 +73,12 @@ ProbedVideo ProbedVideo::of(const QString& file) {
                       .arg(stream[QLatin1String("height")].toInt());
     result.frameRate = stream[QLatin1String("r_frame_rate")].toString();
     result.duration = root[QLatin1String("format")].toObject()[QLatin1String("duration")].toString().toDouble();
-    for (const QJsonValue& packet : root[QLatin1String("packets")].toArray())
-        result.keyFrames += packet.toObject()[QLatin1String("flags")].toString().startsWith(QLatin1Char('K')) ? 1 : 0;
+    bool isFirst = true;
+    for (const QJsonValue& packet : root[QLatin1String("packets")].toArray()) {
+        const bool isKey = packet.toObject()[QLatin1String("flags")].toString().startsWith(QLatin1Char('K'));
+        result.keyFrames += isKey ? 1 : 0;
+        result.beginsWithKey = isFirst ? isKey : result.beginsWithKey;
+        isFirst = false;
+    }
     return result;
 }

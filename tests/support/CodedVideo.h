@@ -25,6 +25,7 @@ struct ProbedVideo {
     int exitCode = -1;
     int frames = 0; ///< decoded
     int keyFrames = 0;
+    bool beginsWithKey = false;
     QString size;      ///< "320x180"
     QString frameRate; ///< "25/1"
     double duration = 0.0;
