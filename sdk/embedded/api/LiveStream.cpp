@@ -1,6 +1,7 @@
 #include "api/LiveStream.h"
 
 #include "api/VideoMessages.h"
+#include "media/sound/Talk.h"
 
 #include <utility>
 
@@ -21,6 +22,7 @@ public:
     void onOpened(const media::StreamParameters& parameters) override { live_->opened(leg_, parameters); }
     void onDecoded(const media::DecodedFrame& frame) override { live_->picture(leg_, frame); }
     void onCoded(const media::CodedFrame& frame) override { live_->coded(leg_, frame); }
+    void onSound(const media::SoundBlock& sound) override { live_->sound(leg_, sound); }
     void onClosed(StreamError reason) override { live_->closed(leg_, reason); }
 
 private:
@@ -156,6 +158,9 @@ int LiveStream::hubId() const {
 }
 
 std::vector<int> LiveStream::end(StreamError outcome) {
+    // The hub may be told later; whoever wants to talk next need not wait for that.
+    if (wishes_.talk)
+        wishes_.talk->end();
     Tasks tasks;
     std::vector<int> hubIds;
     {
@@ -208,6 +213,15 @@ void LiveStream::coded(int leg, const media::CodedFrame& frame) {
         return;
     if (const Turn turn(*this, leg, frame.keyFrame ? Turn::For::Start : Turn::For::Frame); turn) {
         writeCodedText(text_, request_->id(), frame);
+        request_->respond(text_);
+    }
+}
+
+void LiveStream::sound(int leg, const media::SoundBlock& sound) {
+    if (!wishes_.sound)
+        return;
+    if (const Turn turn(*this, leg, Turn::For::Frame); turn) {
+        writeSoundText(text_, request_->id(), sound);
         request_->respond(text_);
     }
 }

@@ -46,6 +46,8 @@ public:
     LiveStream& operator=(const LiveStream&) = delete;
 
     [[nodiscard]] const media::Subscription& wishes() const { return wishes_; }
+    /// False for those who only listen or talk: there is nothing to take a picture of, nor to be exchanged.
+    [[nodiscard]] bool isWatched() const { return wishes_.decoded || wishes_.coded; }
 
     /// Begins the first leg; `mainStream` is what messages call "hd".
     void open(const media::Subscription& subscription, bool mainStream);
@@ -77,6 +79,7 @@ private:
     void opened(int leg, const media::StreamParameters& parameters);
     void picture(int leg, const media::DecodedFrame& frame);
     void coded(int leg, const media::CodedFrame& frame);
+    void sound(int leg, const media::SoundBlock& sound);
     void closed(int leg, media::StreamError reason);
 
     void subscribe(const media::Subscription& subscription, int leg);

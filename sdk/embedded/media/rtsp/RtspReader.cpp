@@ -53,13 +53,20 @@ StreamError RtspReader::run(ReaderHost& host) {
     const std::string place = "the camera at " + address->host() + ':' + std::to_string(address->port()) + ' ';
     StreamClock clock;
     bool everOpened = false;
+    bool withSound = true;
     auto pause = options_.firstPause;
     while (host.running()) {
         TCPSocketDelegate* delegate = options_.socketDelegate ? options_.socketDelegate() : nullptr;
         StreamError error = StreamError::None;
         {
-            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened);
+            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened, withSound);
             error = session.run();
+            // Some cameras announce sound and then refuse it; that must not cost the pictures.
+            if (error == StreamError::StreamNotFound && session.failedWithSound()) {
+                withSound = false;
+                continue;
+            }
+            withSound = withSound || !session.opened();
             if (session.opened()) {
                 everOpened = true;
                 pause = options_.firstPause;
