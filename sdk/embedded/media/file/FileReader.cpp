@@ -113,8 +113,9 @@ void FileReader::keepSound(ReaderHost& host, const VideoFile& file) {
         return sound_.forget();
     }
     const auto stamp = file.soundStamp();
-    if (const auto due = stamp ? clock_.dueOf(*stamp) : std::nullopt) {
-        sound_.add(file.soundPacket(), *due);
+    const auto due = stamp ? clock_.dueOf(*stamp) : std::nullopt;
+    if (due || !stamp) {
+        sound_.add(file.soundPacket(), due);
     }
 }
 

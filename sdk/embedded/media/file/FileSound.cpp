@@ -13,21 +13,24 @@ constexpr std::size_t mostWaiting = 4096;
 
 void FileSound::begin(const AVCodecParameters* parameters, microseconds begin) {
     std::erase_if(waiting_, [begin](const Waiting& waiting) { return waiting.due >= begin; });
+    last_.reset();
     decoder_ = parameters == nullptr ? nullptr : std::make_shared<SoundDecoder>(*parameters);
 }
 
-void FileSound::add(const AVPacket& packet, microseconds due) {
+void FileSound::add(const AVPacket& packet, std::optional<microseconds> due) {
+    last_ = due ? due : last_;
     Packet kept(av_packet_clone(&packet));
-    if (decoder_ == nullptr || kept == nullptr) {
+    if (decoder_ == nullptr || kept == nullptr || !last_) {
         return;
     }
     if (waiting_.size() >= mostWaiting) {
         waiting_.pop_front();
     }
-    waiting_.push_back({decoder_, std::move(kept), due});
+    waiting_.push_back({decoder_, std::move(kept), *last_});
 }
 
 void FileSound::forget() {
+    last_.reset();
     waiting_.clear();
 }
 

@@ -23,8 +23,9 @@ public:
     /// A file begins, whose first unit is due at `begin`: what of the file before reaches beyond that is left out.
     /// `parameters` are null when the new one has no sound.
     void begin(const AVCodecParameters* parameters, microseconds begin);
-    /// Takes the next packet; `due` is on the scale of the file's clock.
-    void add(const AVPacket& packet, microseconds due);
+    /// Takes the next packet; `due` is on the scale of the file's clock. Containers stamp only the first of several
+    /// packets that stand together: one without a time belongs to the one before.
+    void add(const AVPacket& packet, std::optional<microseconds> due);
     /// Forgets everything that waits, for nobody listens.
     void forget();
 
@@ -41,6 +42,7 @@ private:
     };
 
     std::shared_ptr<SoundDecoder> decoder_; ///< of the file that is read; null when it has no sound
+    std::optional<microseconds> last_;      ///< when the packet before is due, of this file
     std::deque<Waiting> waiting_;
 };
 

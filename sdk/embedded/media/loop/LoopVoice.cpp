@@ -48,9 +48,12 @@ LoopVoice::LoopVoice(int number, std::shared_ptr<const TalkLine> line)
 }
 
 SoundBlock LoopVoice::next(int frame) {
-    const float gain = std::exchange(gain_, isTalkedTo() ? 0.0F : 1.0F);
+    // Whoever begins to listen in the middle of a tone hears it swell.
+    const float before = frame == nextFrame_ ? gain_ : 0.0F;
+    gain_ = isTalkedTo() ? 0.0F : 1.0F;
+    nextFrame_ = (frame + 1) % loopLength;
     samples_.fill(0);
-    addTones(frame, gain, gain_);
+    addTones(frame, before, gain_);
     addTalk();
     return {samples_.data(), samples_.size(), rate, 1};
 }

@@ -39,7 +39,8 @@ private:
     const std::shared_ptr<const TalkLine> line_;
     float pitch_ = 0;     ///< of the lower tone, in turns a sample
     unsigned rhythm_ = 0; ///< bit n: a tone sounds in the n-th step of the pattern
-    float gain_ = 1;      ///< of the tones, at the end of the last block
+    float gain_ = 0;      ///< of the tones, at the end of the last block
+    int nextFrame_ = -1;  ///< that follows on the last block
     std::array<std::int16_t, frameSamples> samples_{};
 
     std::shared_ptr<Talk> talk_; ///< that is heard; null while there is none

@@ -58,15 +58,13 @@ StreamError RtspReader::run(ReaderHost& host) {
     while (host.running()) {
         TCPSocketDelegate* delegate = options_.socketDelegate ? options_.socketDelegate() : nullptr;
         StreamError error = StreamError::None;
+        bool soundRefused = false;
         {
             RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened, withSound);
             error = session.run();
-            // Some cameras announce sound and then refuse it; that must not cost the pictures.
-            if (error == StreamError::StreamNotFound && session.failedWithSound()) {
-                withSound = false;
-                continue;
-            }
-            withSound = withSound || !session.opened();
+            // Some cameras describe sound and then refuse it; that must not cost the pictures.
+            soundRefused = error == StreamError::StreamNotFound && session.failedWithSound();
+            withSound = !soundRefused && (withSound || !session.opened());
             if (session.opened()) {
                 everOpened = true;
                 pause = options_.firstPause;
@@ -75,7 +73,11 @@ StreamError RtspReader::run(ReaderHost& host) {
         if (!host.running()) {
             break;
         }
-        host.log(place + wordsFor(error));
+        host.log(place + (soundRefused ? "refuses to send its sound" : wordsFor(error)));
+        if (soundRefused) {
+            host.waitUntil(Clock::now() + options_.firstPause);
+            continue;
+        }
         if (!everOpened || isFinal(error)) {
             return error;
         }

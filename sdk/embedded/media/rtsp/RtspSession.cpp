@@ -65,6 +65,7 @@ bool RtspSession::mustBreakOff() {
     if (closing_) {
         return pastDeadline();
     }
+    described_ = opening_ != nullptr ? std::max(described_, opening_->nb_streams) : described_;
     // A camera that sends its callers elsewhere would lead them past the client's transport.
     if (relay_ != nullptr && opening_ != nullptr && opening_->url != nullptr && url_ != opening_->url) {
         return true;

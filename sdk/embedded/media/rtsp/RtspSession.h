@@ -29,8 +29,8 @@ public:
     StreamError run();
     /// The stream was opened in this session.
     bool opened() const { return opened_; }
-    /// The camera had been asked for more than its video when the session ended before it played.
-    bool failedWithSound() const { return withSound_ && !playing_; }
+    /// The camera described more than its video, and then did not play.
+    bool failedWithSound() const { return withSound_ && described_ > 1 && !playing_; }
 
 private:
     static int interrupted(void* session);
@@ -67,7 +67,8 @@ private:
     std::optional<Clock::time_point> deadline_;
     bool closing_ = false;
     bool listenerFailed_ = false;
-    bool playing_ = false; ///< the camera has agreed to play
+    unsigned described_ = 0; ///< streams that the camera was seen to have
+    bool playing_ = false;   ///< the camera has agreed to play
     bool opened_ = false;
 };
 
