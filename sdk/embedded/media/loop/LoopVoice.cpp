@@ -42,9 +42,9 @@ float envelope(int sample) {
 LoopVoice::LoopVoice(int number, std::shared_ptr<const TalkLine> line)
     : line_(std::move(line)) {
     const int own = (number % patterns + patterns) % patterns;
-    // Neighbours are a fifth apart.
+    // Neighbours are a fifth apart; those of one pitch have rhythms that differ.
     pitch_ = lowestPitch * std::exp2(static_cast<float>(own * 7 % pitches) / 12) / static_cast<float>(rate);
-    rhythm_ = rhythms[static_cast<std::size_t>((own + own / pitches) % rhythmCount)];
+    rhythm_ = rhythms[static_cast<std::size_t>((own % pitches + own / pitches) % rhythmCount)];
 }
 
 SoundBlock LoopVoice::next(int frame) {
