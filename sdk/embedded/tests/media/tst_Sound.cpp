@@ -218,10 +218,7 @@ void tst_Sound::soundThatComesAndGoes() {
 }
 
 void tst_Sound::soundThatIsRefused() {
-    HubOptions hubOptions = options();
-    // The test camera needs a moment to end what it had begun.
-    hubOptions.firstPause = 500ms;
-    StreamHub hub(hubOptions);
+    StreamHub hub(options());
     const auto viewer = std::make_shared<RecordingListener>();
     hub.subscribe(watching("camera", RtspSource{server_.url("/nosetup"), "", ""}), viewer);
     QVERIFY(viewer->waitForPictures(5));
