@@ -9,7 +9,7 @@ corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libqt5svg5-dev libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev
-    libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
+    libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
 )
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri)
