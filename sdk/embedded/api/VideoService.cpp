@@ -200,11 +200,15 @@ void VideoService::preview(const std::shared_ptr<Request>& request, const Json& 
     });
 }
 
+void VideoService::refuseChange(Request& request) {
+    request.respond(changeText(StreamError::BadRequest));
+}
+
 void VideoService::change(const std::shared_ptr<Request>& request, const Json& message) {
     const bool captures = memberAt(message, "capture") != nullptr;
     const bool exchanges = memberAt(message, "hd") != nullptr;
     if (captures == exchanges)
-        return request->respond(changeText(StreamError::BadRequest));
+        return refuseChange(*request);
     if (captures)
         return capture(request, message);
     exchange(request, message);
@@ -214,7 +218,7 @@ void VideoService::capture(const std::shared_ptr<Request>& request, const Json& 
     const auto file = pathAt(message, "capture", parts_.root);
     const auto live = liveAt(parts_.requests, message);
     if (!file || !live || !live->isWatched() || live->hubId() == 0)
-        return request->respond(changeText(StreamError::BadRequest));
+        return refuseChange(*request);
     parts_.pictures.post(
         [this, request, live, file = *file] { request->respond(changeText(takePicture(*live, file))); });
 }
@@ -234,7 +238,7 @@ void VideoService::exchange(const std::shared_ptr<Request>& request, const Json&
     const auto id = integerAt(message, "reqid");
     const auto mainStream = flagAt(message, "hd");
     if (!id || !mainStream)
-        return request->respond(changeText(StreamError::BadRequest));
+        return refuseChange(*request);
     const auto finish = [request, id = *id, hd = *mainStream](StreamError outcome) {
         request->respond(changeText(outcome, {{"reqid", id}, {"hd", hd}}));
     };

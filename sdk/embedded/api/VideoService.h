@@ -61,6 +61,7 @@ private:
     Found streamFor(const media::Subscription& wishes, bool mainStream);
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
+    static void refuseChange(Request& request);
     void capture(const std::shared_ptr<Request>& request, const Json& message);
     void exchange(const std::shared_ptr<Request>& request, const Json& message);
     media::StreamError takePicture(const LiveStream& live, const std::filesystem::path& file);
