@@ -108,6 +108,10 @@ void SdkGateway::setConfig(const std::string& json, QObject* receiver, GuiCallba
     });
 }
 
+void SdkGateway::handOver(const std::string& json) {
+    sdk_.SetConfig(json, {});
+}
+
 QVariantMap SdkGateway::document(const QString& type) {
     return corvanta::documents::read(sdk_, type);
 }

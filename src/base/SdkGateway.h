@@ -51,6 +51,9 @@ public:
     /// lives.
     void setConfig(const std::string& json, QObject* receiver = nullptr, GuiCallback onResult = {});
 
+    /// Hands a command to the SDK that comes many times a second: it is not logged, and its result is nobody's.
+    void handOver(const std::string& json);
+
     /// A document of the SDK, empty where there is none.
     QVariantMap document(const QString& type);
     /// The phone number of the signed-in account.

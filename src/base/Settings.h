@@ -59,6 +59,11 @@ inline const QString VideoZoom = QStringLiteral("VideoZoomDisplayIndex");
 inline const QString OpenVideos = QStringLiteral("TileWidgetIndexList");
 /// Devices that are being recorded: a list of ids.
 inline const QString Recordings = QStringLiteral("正在录像设备");
+/// The device whose sound was left on; it is heard again when its video opens.
+inline const QString ListenedDevice = QStringLiteral("DeviceIdOpenAudioListen");
+/// Volume of what is heard, 0 to 100 (100 when absent), and whether it is muted.
+inline const QString Volume = QStringLiteral("音量");
+inline const QString Muted = QStringLiteral("静音");
 /// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
 /// full screen.
 inline const QString WindowPlace = QStringLiteral("窗口位置");

@@ -1,5 +1,7 @@
 #include "monitor/ui/MonitorMainUI.h"
 
+#include "audio/Listener.h"
+#include "audio/Talker.h"
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/ListRefresh.h"
@@ -13,6 +15,7 @@
 #include "logs/ui/Check_Log_Widget.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
+#include "monitor/ui/AudioControl.h"
 #include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
@@ -55,6 +58,9 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
     recorder_ = new Recorder({context_.gateway, storage_, context_.settings}, this);
     records_ = new RecordControl(context_, {*grid_, *live_, *recorder_, storage_, devices_->tree()}, this);
+    listener_ = new Listener(context_.gateway, systemSoundOutput(), this);
+    talker_ = new Talker(context_.gateway, systemSoundInput(), this);
+    audio_ = new AudioControl(context_, {*grid_, *live_, *listener_, *talker_, *topBar_}, this);
     order_ = new DeviceOrder(context_, this);
     workspace_ = new WorkspaceKeeper(context_, {*grid_, *live_, *poll_, devices_->tree(), *splitter_}, this);
     connectBars();
@@ -74,6 +80,9 @@ MonitorMainUI::~MonitorMainUI() {
     // Before the grid: the streams' pictures go to its tiles. And before the live videos, who works with them.
     delete workspace_;
     delete control_;
+    delete audio_;
+    delete talker_;
+    delete listener_;
     delete records_;
     delete recorder_; // its files are complete now
     delete poll_;
@@ -159,6 +168,8 @@ void MonitorMainUI::connectBars() {
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);
     connect(records_, &RecordControl::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(listener_, &Listener::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(talker_, &Talker::sigMessage, this, &MonitorMainUI::showMessage);
     connect(grid_, &Fwidget::sigLayoutChanged, this,
             [this] { bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns()); });
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
@@ -311,6 +322,7 @@ void MonitorMainUI::signOut() {
     poll_->pause();
     live_->stopAll();
     records_->pause();
+    audio_->pause();
     context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
 }
 
@@ -331,6 +343,7 @@ void MonitorMainUI::onAccountChanged() {
         poll_->pause();
         live_->stopAll();
         records_->pause();
+        audio_->pause();
         nameTiles();
         pollWaits_ = true;
     }

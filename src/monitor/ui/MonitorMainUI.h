@@ -7,9 +7,11 @@
 #include <QVariant>
 #include <QWidget>
 
+class AudioControl;
 class DeviceOrder;
 class DevicePanel;
 class Fwidget;
+class Listener;
 class LiveVideo;
 class MessageBar;
 class PollRunner;
@@ -18,6 +20,7 @@ class QStackedWidget;
 class RecordControl;
 class Recorder;
 class RecordingStorage;
+class Talker;
 class TopBar;
 class WaitOverlay;
 class WallControl;
@@ -105,6 +108,9 @@ private:
     LiveVideo* live_ = nullptr;
     Recorder* recorder_ = nullptr;
     RecordControl* records_ = nullptr;
+    Listener* listener_ = nullptr;
+    Talker* talker_ = nullptr;
+    AudioControl* audio_ = nullptr;
     PollRunner* poll_ = nullptr;
     WallControl* control_ = nullptr;
     DeviceOrder* order_ = nullptr;
