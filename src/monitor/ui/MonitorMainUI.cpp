@@ -25,6 +25,7 @@
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/ui/PlaybackPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -39,6 +40,10 @@
 namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
 using PollMode = ScreenPoll::Mode;
+
+namespace {
+constexpr int PlaybackModule = 1; ///< place among the modules and the pages
+} // namespace
 
 MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
     : QWidget(parent)
@@ -104,6 +109,7 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     };
     static constexpr Module modules[] = {
         {"videoModule", QT_TR_NOOP("视频"), "video", true},
+        {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
         {"chartModule", QT_TR_NOOP("图表"), "chart", false},
         {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
         {"dataModule", QT_TR_NOOP("数据"), "data", false},
@@ -113,11 +119,19 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     pages_->setMinimumWidth(320);
     grid_ = new Fwidget(8, 8, context_.settings, pages_);
     pages_->addWidget(grid_);
+    playback_ = new corvanta::playback::PlaybackPage(pages_);
+    pages_->addWidget(playback_);
     int number = 0;
     for (const Module& module : modules)
         topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
                            module.available);
     topBar_->setModule(0);
+}
+
+void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras) {
+    topBar_->setModule(PlaybackModule);
+    pages_->setCurrentWidget(playback_);
+    playback_->play(cameras);
 }
 
 void MonitorMainUI::connectBars() {
@@ -137,6 +151,7 @@ void MonitorMainUI::connectBars() {
     connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
     connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
     connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
+    connect(playback_, &corvanta::playback::PlaybackPage::sigMessage, this, &MonitorMainUI::showMessage);
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);

@@ -4,6 +4,7 @@
 #include "monitor/Shortcuts.h"
 
 #include <QVariant>
+#include <QVector>
 #include <QWidget>
 
 class DeviceOrder;
@@ -18,6 +19,11 @@ class TopBar;
 class WaitOverlay;
 class WallControl;
 class WorkspaceKeeper;
+
+namespace corvanta::playback {
+class PlaybackPage;
+struct PlaybackCamera;
+} // namespace corvanta::playback
 
 /// The main window: device tree, pages of which the video grid is the first, bars. Puts the parts together; what they
 /// do stands in them.
@@ -38,6 +44,10 @@ public:
     const AppContext& context() const { return context_; }
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
+    corvanta::playback::PlaybackPage& playback() const { return *playback_; }
+
+    /// Goes to the page that plays recordings and shows these.
+    void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();
@@ -83,6 +93,7 @@ private:
     DevicePanel* devices_ = nullptr;
     QStackedWidget* pages_ = nullptr;
     Fwidget* grid_ = nullptr;
+    corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
     LiveVideo* live_ = nullptr;

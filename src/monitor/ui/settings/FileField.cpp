@@ -2,7 +2,7 @@
 
 #include "base/ui/FaintHint.h"
 #include "base/ui/Theme.h"
-#include "monitor/ui/settings/FileChooser.h"
+#include "base/ui/FileChooser.h"
 
 #include <QDir>
 #include <QFileInfo>
