@@ -34,7 +34,8 @@ class tst_PlaybackPage final : public QObject {
     QToolButton& button(const char* name) const { return *page_->findChild<QToolButton*>(QLatin1String(name)); }
     void click(const char* name) const { QTest::mouseClick(&button(name), Qt::LeftButton); }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
-        QTest::keyClick(page_->window(), key, modifiers);
+        QWidget* const focus = QApplication::focusWidget();
+        QTest::keyClick(focus != nullptr ? focus : page_.get(), key, modifiers);
     }
     /// "一号" from 0 to 8 s, "二号" from 2 to 10 s and from 20 to 24 s.
     QVector<PlaybackCamera> cameras() const {
@@ -321,11 +322,12 @@ private slots:
     void everythingFitsIntoASmallWindow() {
         page_->resize(456, 300);
         load();
+        QTRY_COMPARE(page_->size(), QSize(456, 300));
         for (const auto* tool : page_->findChildren<QToolButton*>()) {
             const QRect place(tool->mapTo(page_.get(), QPoint()), tool->size());
             QVERIFY2(page_->rect().contains(place), qPrintable(tool->objectName()));
         }
-        QVERIFY(page_->wall().height() > 100);
+        QVERIFY2(page_->wall().height() > 100, qPrintable(QString::number(page_->wall().height())));
     }
 
     void ticksAreRoundTimes_data() {

@@ -108,10 +108,8 @@ void MonitorMainUI::buildPages(QWidget* parent) {
         bool available;
     };
     static constexpr Module modules[] = {
-        {"videoModule", QT_TR_NOOP("视频"), "video", true},
-        {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
-        {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
+        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
+        {"chartModule", QT_TR_NOOP("图表"), "chart", false}, {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
         {"dataModule", QT_TR_NOOP("数据"), "data", false},
     };
     pages_ = new QStackedWidget(parent);

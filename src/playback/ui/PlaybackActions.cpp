@@ -38,7 +38,7 @@ const std::vector<ActionEntry>& playbackActions() {
         {Action::Open, "openFiles", QT_TRANSLATE_NOOP("Playback", "打开文件"), "open", keys("Ctrl+O"),
          QStringLiteral("Ctrl+O"), false},
         {Action::Close, "closePlayback", QT_TRANSLATE_NOOP("Playback", "关闭回放"), "close", keys("Ctrl+Backspace"),
-         QStringLiteral("Ctrl+Backspace"), true},
+         QStringLiteral("Ctrl+Backspace"), false},
         {Action::Back, "", QT_TRANSLATE_NOOP("Playback", "后退10秒"), nullptr, keys("Shift+Left"),
          QStringLiteral("Shift+←"), true},
         {Action::Forward, "", QT_TRANSLATE_NOOP("Playback", "前进10秒"), nullptr, keys("Shift+Right"),

@@ -11,6 +11,8 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace corvanta::playback {
 
 namespace {
@@ -76,7 +78,6 @@ void PlaybackControls::addButton(const ActionEntry& entry, QBoxLayout* line) {
 }
 
 void PlaybackControls::setLoaded(bool loaded) {
-    loaded_ = loaded;
     for (const ActionEntry& entry : playbackActions()) {
         if (QToolButton* const button = buttons_.value(static_cast<int>(entry.action)))
             button->setEnabled(loaded || !entry.needsRecordings);
@@ -107,6 +108,14 @@ void PlaybackControls::setMoment(Moment moment) {
 
 void PlaybackControls::setSkipsGaps(bool skips) {
     buttons_[static_cast<int>(Action::SkipGaps)]->setChecked(skips);
+}
+
+QSize PlaybackControls::minimumSizeHint() const {
+    int width = 0;
+    for (int line = 0; line < lines_->count(); ++line)
+        width = std::max(width, lines_->itemAt(line)->minimumSize().width());
+    const QMargins margins = lines_->contentsMargins();
+    return {width + margins.left() + margins.right(), lines_->minimumSize().height()};
 }
 
 void PlaybackControls::resizeEvent(QResizeEvent* event) {

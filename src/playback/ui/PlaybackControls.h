@@ -25,6 +25,9 @@ public:
     void setMoment(Moment moment);
     void setSkipsGaps(bool skips);
 
+    /// That of two lines, so that one line never keeps the window wide.
+    QSize minimumSizeHint() const override;
+
 signals:
     void sigAction(corvanta::playback::Action action);
 
@@ -39,7 +42,6 @@ private:
     QHash<int, QToolButton*> buttons_; ///< by action
     QLabel* speed_ = nullptr;
     QLabel* time_ = nullptr;
-    bool loaded_ = false;
 };
 
 } // namespace corvanta::playback

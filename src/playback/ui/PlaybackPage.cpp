@@ -187,7 +187,7 @@ void PlaybackPage::tellUnreadable() {
             if (count++ == 0)
                 first = text;
             if (findings.timeline.isEmpty())
-                wall_->tile(camera).setText(text);
+                wall_->tile(camera).setReason(text);
         }
     }
     if (count == 1)
@@ -197,6 +197,8 @@ void PlaybackPage::tellUnreadable() {
 }
 
 void PlaybackPage::onMoved() {
+    if (session_->covered().empty())
+        return;
     controls_->setMoment(session_->now());
     axis_->setMoment(session_->now());
 }

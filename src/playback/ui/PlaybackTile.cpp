@@ -21,13 +21,14 @@ PlaybackTile::PlaybackTile(int number, const QString& name, QWidget* parent)
     , number_(number)
     , name_(name) {
     setObjectName(QStringLiteral("playbackTile%1").arg(number));
-    setText(tr("正在读取录像…"));
+    text_ = tr("正在读取录像…");
+    describe();
 }
 
 void PlaybackTile::show(const PlaybackSession::View& view) {
     using State = CameraPlayer::Report::State;
     view_ = view;
-    text_ = view.state == State::Gap      ? tr("此时没有录像")
+    text_ = view.state == State::Gap      ? (reason_.isEmpty() ? tr("此时没有录像") : reason_)
             : view.state == State::Broken ? tr("录像文件无法读取")
                                           : QString();
     if (view.picture != nullptr && GLYuvWidget::isSupported()) {
@@ -45,9 +46,10 @@ void PlaybackTile::show(const PlaybackSession::View& view) {
     update();
 }
 
-void PlaybackTile::setText(const QString& text) {
-    view_ = {};
-    text_ = text;
+void PlaybackTile::setReason(const QString& reason) {
+    reason_ = reason;
+    if (view_.picture == nullptr)
+        text_ = reason;
     describe();
     update();
 }

@@ -16,8 +16,8 @@ public:
     PlaybackTile(int number, const QString& name, QWidget* parent);
 
     void show(const PlaybackSession::View& view);
-    /// A text in place of the picture, until the next `show`.
-    void setText(const QString& text);
+    /// Why nothing of this camera can be played; shown wherever it has no picture.
+    void setReason(const QString& reason);
     void setSelected(bool selected);
     bool isSelected() const { return selected_; }
 
@@ -43,7 +43,8 @@ private:
     int number_;
     QString name_;
     PlaybackSession::View view_;
-    QString text_;
+    QString text_;   ///< in place of the picture
+    QString reason_; ///< empty while there is something to be played
     bool selected_ = false;
     GLYuvWidget* renderer_ = nullptr;
 };
