@@ -85,6 +85,7 @@ bool CameraPlayer::isEnding() {
 }
 
 void CameraPlayer::publish(Report report) {
+    last_ = report;
     bool wasEmpty = false;
     {
         const std::lock_guard lock(mutex_);
@@ -238,8 +239,13 @@ void CameraPlayer::follow(const Request& request) {
     if (keyFramesOnly_ || isLate) {
         const std::size_t key = file->keyFrameBefore(frame);
         const bool isNews = !shown_ || shown_->recording != recording || shown_->frame < key || shown_->frame > frame;
-        if (keyFramesOnly_ && !isNews)
+        if (keyFramesOnly_ && !isNews) {
+            if (!last_.keyFramesOnly) { // what is shown stays; who sees it is to know why
+                last_.keyFramesOnly = true;
+                publish(last_);
+            }
             return;
+        }
         frame = isNews ? key : frame;
     }
     reportFrame(request, *place, frame, true);

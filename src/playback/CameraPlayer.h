@@ -102,6 +102,7 @@ private:
     std::optional<Report::State> nothing_; ///< the last report's state, when it was no picture
     double secondsAFrame_ = 0;             ///< that decoding takes, on the average
     bool keyFramesOnly_ = false;
+    Report last_; ///< published last
 
     std::mutex mutex_; ///< of everything below; held for moments only
     std::condition_variable changed_;

@@ -41,6 +41,7 @@ private:
     void planMenus();
     void planTreeMenus();
     void planSettings();
+    void planPlayback();
     void planPolling();
     void settingsPage(const QString& picture, const QString& page);
     /// Opens a menu, which may run an event loop of its own, takes a picture of it and closes it.

@@ -19,6 +19,7 @@ namespace {
 constexpr int HeaderHeight = 5 * theme::Step;
 constexpr int LargestRow = 5 * theme::Step;
 constexpr int SmallestRow = 3 * theme::Step;
+constexpr int LowWindow = 400;    // px
 constexpr int LargestNames = 112; // px
 constexpr int TickDistance = 72;  // px
 constexpr double ZoomStep = 1.25; // for a notch of the wheel
@@ -86,9 +87,10 @@ QSize TimeAxis::minimumSizeHint() const {
     return {200, sizeHint().height()};
 }
 
-/// Many cameras have lower rows, so that the pictures keep their room.
+/// Many cameras and low windows have lower rows, so that the pictures keep their room.
 int TimeAxis::rowHeight() const {
-    return rows_.size() > 4 ? SmallestRow : LargestRow;
+    const bool low = parentWidget() != nullptr && parentWidget()->height() < LowWindow;
+    return rows_.size() > 4 || low ? SmallestRow : LargestRow;
 }
 
 int TimeAxis::rowAt(int y) const {
@@ -102,6 +104,7 @@ QRect TimeAxis::lineOf(int row) const {
 
 void TimeAxis::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    updateGeometry(); // rows may have become lower
     setView(scale_.view());
 }
 
@@ -170,6 +173,7 @@ void TimeAxis::paintEvent(QPaintEvent*) {
     if (rows_.empty())
         return;
     paintRows(painter);
+    painter.setFont(font());
     painter.setClipRect(namesWidth_, 0, width() - namesWidth_, height());
     paintTicks(painter);
     paintMarks(painter);
@@ -188,6 +192,11 @@ void TimeAxis::paintTicks(QPainter& painter) const {
 }
 
 void TimeAxis::paintRows(QPainter& painter) const {
+    QFont small = font();
+    if (rowHeight() == SmallestRow)
+        small.setPixelSize(SmallestRow - 1);
+    painter.setFont(small);
+    const QFontMetrics metrics(small);
     for (int number = 0; number < static_cast<int>(rows_.size()); ++number) {
         const Row& row = rows_[static_cast<std::size_t>(number)];
         const QRect line = lineOf(number);
@@ -195,7 +204,7 @@ void TimeAxis::paintRows(QPainter& painter) const {
         painter.setPen(selected ? theme::TextOnDark : theme::FaintOnDark);
         const QRect name(2 * theme::Step, line.top(), namesWidth_ - 3 * theme::Step, line.height());
         painter.drawText(name, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                         fontMetrics().elidedText(row.name, Qt::ElideRight, name.width()));
+                         metrics.elidedText(row.name, Qt::ElideRight, name.width()));
         const QRect bar = line.adjusted(0, 2, 0, -2);
         painter.fillRect(bar, theme::Panel);
         for (const Span& span : row.recorded) {
