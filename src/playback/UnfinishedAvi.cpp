@@ -1,6 +1,7 @@
 #include "playback/UnfinishedAvi.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <limits>
 #include <string_view>
