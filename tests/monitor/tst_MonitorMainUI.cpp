@@ -6,6 +6,7 @@
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
+#include "playback/ui/PlaybackPage.h"
 #include "support/MessageLog.h"
 #include "video/ui/ItemVideo.h"
 
@@ -32,6 +33,7 @@ private slots:
     void modulesShowTheirPages();
     void leavingWritesTheSignOut();
     void streamsWhileTheWindowIsDestroyed();
+    void recordingsHaveAPageOfTheirOwn();
 
 private:
     const char* deviceList() const override {
@@ -256,6 +258,19 @@ void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
     stop = true;
     for (std::thread& thread : threads)
         thread.join();
+}
+
+void tst_MonitorMainUI::recordingsHaveAPageOfTheirOwn() {
+    window_->showPlayback(
+        {{QStringLiteral("大门"), QStringLiteral("a"), {dir_->filePath(QStringLiteral("no.avi"))}}});
+    auto* const module = window_->findChild<QToolButton*>(QStringLiteral("playbackModule"));
+    QVERIFY(module->isChecked() && window_->playback().isVisible() && !window_->grid().isVisible());
+    QTRY_COMPARE(message(), QStringLiteral("无法播放 no.avi：文件不存在或无权读取"));
+    frame_->resize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight);
+    QTRY_VERIFY(window_->width() <= MonitorMainUI::SmallestWidth + 8); // the frame's own border
+    QVERIFY(window_->playback().visibleRegion().boundingRect() == window_->playback().rect());
+    QTest::mouseClick(window_->findChild<QToolButton*>(QStringLiteral("videoModule")), Qt::LeftButton);
+    QVERIFY(window_->grid().isVisible() && !window_->playback().isVisible());
 }
 
 QTEST_MAIN(tst_MonitorMainUI)

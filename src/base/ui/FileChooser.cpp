@@ -3,11 +3,13 @@
 #include "base/ui/FramedDialog.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/TipDialog.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QToolButton>
 #include <QUrl>
@@ -33,9 +35,7 @@ private:
 /// The toolkit's file dialog within the frame of our dialogs, with our drawings.
 class FileChooser final : public FramedDialog {
 public:
-    enum class Purpose { Open, Save };
-
-    FileChooser(Purpose purpose, const QString& title, const QString& folder, const QString& filter, QWidget* parent)
+    FileChooser(const QString& title, const QString& folder, const QString& filter, QWidget* parent)
         : FramedDialog(title, parent) {
         setObjectName(QStringLiteral("FileChooser"));
         setAccessibleName(title);
@@ -43,43 +43,54 @@ public:
         files_->setWindowFlags(Qt::Widget); // a dialog makes itself a window otherwise
         files_->setOption(QFileDialog::DontUseNativeDialog);
         files_->setIconProvider(&icons_);
-        const bool saves = purpose == Purpose::Save;
-        files_->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-        files_->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-        files_->setOption(QFileDialog::DontConfirmOverwrite); // whoever saves asks, when the whole name is known
+        files_->setFileMode(QFileDialog::ExistingFile);
+        files_->setOption(QFileDialog::DontConfirmOverwrite); // asked in our own way
         files_->setViewMode(QFileDialog::List);
         files_->setDirectory(folder);
         files_->setNameFilter(filter);
         files_->setSidebarUrls({QUrl::fromLocalFile(QDir::homePath()), QUrl::fromLocalFile(QDir::rootPath())});
         files_->setSizeGripEnabled(false);
-        dress(saves ? translated("保存") : translated("打开"));
+        dress();
         body()->addWidget(files_, 1);
         connect(files_, &QDialog::finished, this, &QDialog::done);
         resize(680, 420); // px
     }
 
-    void propose(const QString& name) { files_->selectFile(name); }
-    QString chosen() const { return files_->selectedFiles().value(0); }
+    void chooseSeveral() { files_->setFileMode(QFileDialog::ExistingFiles); }
+    void chooseNew(const QString& proposal) {
+        files_->setAcceptMode(QFileDialog::AcceptSave);
+        files_->setFileMode(QFileDialog::AnyFile);
+        files_->selectFile(proposal);
+        files_->setDefaultSuffix(QFileInfo(proposal).suffix());
+        files_->setLabelText(QFileDialog::Accept, translated("保存"));
+        dressButtons();
+    }
+
+    QStringList chosen() const { return files_->selectedFiles(); }
 
 private:
     static QString translated(const char* text) { return QCoreApplication::translate("FileChooser", text); }
 
-    void dress(const QString& accept) {
+    void dress() {
         files_->setLabelText(QFileDialog::LookIn, translated("位置"));
         files_->setLabelText(QFileDialog::FileName, translated("文件名"));
         files_->setLabelText(QFileDialog::FileType, translated("类型"));
-        files_->setLabelText(QFileDialog::Accept, accept);
+        files_->setLabelText(QFileDialog::Accept, translated("打开"));
         files_->setLabelText(QFileDialog::Reject, translated("取消"));
         dressButton("backButton", translated("后退"), "back");
         dressButton("forwardButton", translated("前进"), "forward");
         dressButton("toParentButton", translated("上一级"), "up");
-        for (auto* const button : files_->findChildren<QPushButton*>()) {
-            button->setIcon(QIcon());
-            button->setProperty("primary", button->text() == accept);
-        }
+        dressButtons();
         for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
             if (auto* const button = files_->findChild<QToolButton*>(QLatin1String(unused)))
                 button->hide();
+        }
+    }
+
+    void dressButtons() {
+        for (auto* const button : files_->findChildren<QPushButton*>()) {
+            button->setIcon(QIcon());
+            button->setProperty("primary", button->isDefault());
         }
     }
 
@@ -103,8 +114,36 @@ QString chooseFile(QWidget* parent, const QString& title, const QString& folder,
 #ifdef Q_OS_WIN
     return QFileDialog::getOpenFileName(parent, title, folder, filter);
 #else
-    FileChooser chooser(FileChooser::Purpose::Open, title, folder, filter, parent);
-    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
+    FileChooser chooser(title, folder, filter, parent);
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen().value(0) : QString();
+#endif
+}
+
+QStringList chooseFiles(QWidget* parent, const QString& title, const QString& folder, const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getOpenFileNames(parent, title, folder, filter);
+#else
+    FileChooser chooser(title, folder, filter, parent);
+    chooser.chooseSeveral();
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QStringList();
+#endif
+}
+
+QString chooseNewFile(QWidget* parent, const QString& title, const QString& proposal, const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getSaveFileName(parent, title, proposal, filter);
+#else
+    FileChooser chooser(title, QFileInfo(proposal).path(), filter, parent);
+    chooser.chooseNew(proposal);
+    while (chooser.exec() == QDialog::Accepted) {
+        const QString chosen = chooser.chosen().value(0);
+        const bool exists = QFileInfo::exists(chosen);
+        const QString question =
+            QCoreApplication::translate("FileChooser", "%1 已存在，确定替换?").arg(QFileInfo(chosen).fileName());
+        if (!exists || TipDialog::ask(QCoreApplication::translate("FileChooser", "提示"), question, true, parent))
+            return chosen;
+    }
+    return {};
 #endif
 }
 
@@ -114,8 +153,8 @@ QString chooseSaveFile(QWidget* parent, const QString& title, const QString& fol
     return QFileDialog::getSaveFileName(parent, title, QDir(folder).filePath(name), filter, nullptr,
                                         QFileDialog::DontConfirmOverwrite);
 #else
-    FileChooser chooser(FileChooser::Purpose::Save, title, folder, filter, parent);
-    chooser.propose(name);
-    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
+    FileChooser chooser(title, folder, filter, parent);
+    chooser.chooseNew(QDir(folder).filePath(name));
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen().value(0) : QString();
 #endif
 }

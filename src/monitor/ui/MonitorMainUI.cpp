@@ -30,6 +30,7 @@
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
@@ -120,9 +121,9 @@ void MonitorMainUI::buildPages(QWidget* parent) {
         bool available;
     };
     static constexpr Module modules[] = {
-        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
-        {"logModule", QT_TR_NOOP("日志"), "log", true},
+        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
+        {"chartModule", QT_TR_NOOP("图表"), "chart", false}, {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
+        {"dataModule", QT_TR_NOOP("数据"), "data", false},   {"logModule", QT_TR_NOOP("日志"), "log", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
@@ -130,6 +131,9 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     grid_ = new Fwidget(8, 8, context_.settings, pages_);
     pages_->addWidget(grid_);
     modulePages_.insert(VideoModule, grid_);
+    playback_ = new corvanta::playback::PlaybackPage(pages_);
+    pages_->addWidget(playback_);
+    modulePages_.insert(PlaybackModule, playback_);
     int number = 0;
     for (const Module& module : modules)
         topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
@@ -145,6 +149,12 @@ void MonitorMainUI::showModule(int number) {
     }
     if (page != nullptr)
         pages_->setCurrentWidget(page);
+}
+
+void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras) {
+    topBar_->setModule(PlaybackModule);
+    pages_->setCurrentWidget(playback_);
+    playback_->play(cameras);
 }
 
 void MonitorMainUI::connectBars() {
@@ -164,6 +174,7 @@ void MonitorMainUI::connectBars() {
     connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
     connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
     connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
+    connect(playback_, &corvanta::playback::PlaybackPage::sigMessage, this, &MonitorMainUI::showMessage);
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);

@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QVariant>
+#include <QVector>
 #include <QWidget>
 
 class AudioControl;
@@ -25,6 +26,11 @@ class TopBar;
 class WaitOverlay;
 class WallControl;
 class WorkspaceKeeper;
+
+namespace corvanta::playback {
+class PlaybackPage;
+struct PlaybackCamera;
+} // namespace corvanta::playback
 
 /// The main window: device tree, pages of which the video grid is the first, bars. Puts the parts together; what they
 /// do stands in them.
@@ -47,6 +53,10 @@ public:
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
     Recorder& recorder() const { return *recorder_; }
+    corvanta::playback::PlaybackPage& playback() const { return *playback_; }
+
+    /// Goes to the page that plays recordings and shows these.
+    void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();
@@ -93,7 +103,8 @@ private:
 
     /// Numbers of the modules, in the order of their buttons, which have pages.
     static constexpr int VideoModule = 0;
-    static constexpr int LogModule = 4;
+    static constexpr int PlaybackModule = 1;
+    static constexpr int LogModule = 5;
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
@@ -102,6 +113,7 @@ private:
     QStackedWidget* pages_ = nullptr;
     QHash<int, QWidget*> modulePages_; ///< by the module's number
     Fwidget* grid_ = nullptr;
+    corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
     RecordingStorage& storage_;

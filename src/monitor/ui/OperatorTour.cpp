@@ -11,6 +11,7 @@
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/ui/PlaybackPage.h"
 #include "video/ui/ItemVideo.h"
 #include "video/ui/TileMenu.h"
 
@@ -93,6 +94,7 @@ void OperatorTour::planEverything() {
     planSettings();
     planLogs(QString());
     planExport();
+    planPlayback();
     layout(4, 4, QStringLiteral("layout-16"));
     layout(3, 6, QStringLiteral("layout-18"));
     layout(5, 5, QStringLiteral("layout-25"));
@@ -198,6 +200,19 @@ void OperatorTour::planSettings() {
         QStringLiteral("help"), [this] { click(&window_, "helpButton"); }, [] { openDialog()->reject(); });
     for (const QString& page : settingsPages())
         settingsPage(QStringLiteral("settings-") + page, page);
+}
+
+void OperatorTour::planPlayback() {
+    steps_.push_back({QStringLiteral("the playback page"), [this] { click(&window_, "playbackModule"); },
+                      [this] {
+                          return window_.playback().isVisible();
+                      }});
+    pause(300);
+    picture(QStringLiteral("playback-empty"));
+    steps_.push_back({QStringLiteral("the wall again"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
 }
 
 void OperatorTour::settingsPage(const QString& name, const QString& page) {

@@ -41,6 +41,7 @@ private:
     void planMenus();
     void planTreeMenus();
     void planSettings();
+    void planPlayback();
     void planPolling();
     /// The log page with the log of sign-ins, in which the tour's own stands.
     void planLogs(const QString& pictures);
