@@ -8,6 +8,7 @@
 #include <memory>
 
 class AccessRegistry;
+struct BusPlace;
 
 /// The accessibility bus of a test's display: a message bus of its own with the registry on it that programs enter
 /// themselves in. The display tells programs where it is, and that accessibility is wanted. Programs are found by
@@ -31,6 +32,8 @@ public:
     Accessible openMenu(qint64 process) const;
 
 private:
+    Accessible accessible(const BusPlace& place) const;
+
     QProcess daemon_;
     QString address_;
     std::optional<QDBusConnection> bus_;
