@@ -58,7 +58,10 @@ AccessRegistry::AccessRegistry() {
 }
 
 AccessRegistry::~AccessRegistry() {
-    // Whatever the registry's thread did last, it did before this.
+    const std::lock_guard lock(mutex_);
+}
+
+void AccessRegistry::settle() {
     const std::lock_guard lock(mutex_);
 }
 
