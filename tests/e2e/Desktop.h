@@ -1,8 +1,9 @@
 #pragma once
 
+#include "e2e/GuardedProcess.h"
+
 #include <QImage>
 #include <QPoint>
-#include <QProcess>
 #include <QRect>
 #include <QString>
 
@@ -64,5 +65,5 @@ public:
     static QImage look();
 
 private:
-    QProcess windowManager_;
+    GuardedProcess windowManager_;
 };

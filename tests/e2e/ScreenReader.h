@@ -1,8 +1,9 @@
 #pragma once
 
 #include "e2e/Accessible.h"
+#include "e2e/GuardedProcess.h"
 
-#include <QProcess>
+#include <QProcessEnvironment>
 #include <QThread>
 
 #include <memory>
@@ -34,7 +35,7 @@ public:
 private:
     Accessible accessible(const BusPlace& place) const;
 
-    QProcess daemon_;
+    GuardedProcess daemon_;
     QString address_;
     std::optional<QDBusConnection> bus_;
     QThread thread_; ///< the registry's: programs wait for its answers, whatever the test is doing
