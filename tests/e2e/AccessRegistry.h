@@ -35,9 +35,6 @@ public:
     /// What programs have shown and not hidden since, the last one last.
     std::vector<BusPlace> shown() const;
 
-    /// The last call in its thread: what was done there before is known to whoever destroys it.
-    void settle();
-
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 

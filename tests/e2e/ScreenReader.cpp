@@ -41,9 +41,6 @@ ScreenReader::ScreenReader()
 ScreenReader::~ScreenReader() {
     bus_.reset();
     QDBusConnection::disconnectFromBus(ConnectionName);
-    if (thread_.isRunning())
-        QMetaObject::invokeMethod(
-            registry_.get(), [this] { registry_->settle(); }, Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();
     daemon_.kill();
