@@ -49,6 +49,10 @@ public:
     static std::optional<QRect> activePlace();
 
     static void moveMouse(const QPoint& place);
+    /// A step of pulling something that is held: there and back between two places, in small steps. A window manager
+    /// takes over some time after the press and counts from where the mouse is then, so what is pulled follows sooner
+    /// or later. `steps` counts, from 0.
+    static void pull(const QPoint& from, const QPoint& to, int& steps);
     static void press();
     static void release();
     static void click(const QPoint& place);
