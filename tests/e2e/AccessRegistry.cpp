@@ -57,13 +57,18 @@ AccessRegistry::AccessRegistry() {
     qDBusRegisterMetaType<QList<Listener>>();
 }
 
+AccessRegistry::~AccessRegistry() {
+    // Whatever the registry's thread did last, it did before this.
+    const std::lock_guard lock(mutex_);
+}
+
 std::optional<BusPlace> AccessRegistry::program(qint64 process) const {
     const std::lock_guard lock(mutex_);
     const auto it = programs_.find(process);
     return it == programs_.end() ? std::nullopt : std::optional(*it);
 }
 
-QVector<BusPlace> AccessRegistry::shown() const {
+std::vector<BusPlace> AccessRegistry::shown() const {
     const std::lock_guard lock(mutex_);
     return shown_;
 }
@@ -98,15 +103,15 @@ void AccessRegistry::enter(const QDBusMessage& message, const QDBusConnection& c
     const QDBusReply<uint> process = connection.call(question);
     const std::lock_guard lock(mutex_);
     if (process.isValid())
-        programs_.insert(process.value(), {message.service(), root.path.path()});
+        programs_.insert(process.value(), {message.service().toStdString(), root.path.path().toStdString()});
 }
 
 void AccessRegistry::onStateChanged(const QDBusMessage& message) {
     if (message.arguments().value(0).toString() != QStringLiteral("showing"))
         return;
-    const BusPlace thing{message.service(), message.path()};
+    const BusPlace thing{message.service().toStdString(), message.path().toStdString()};
     const std::lock_guard lock(mutex_);
-    shown_.removeAll(thing);
+    std::erase(shown_, thing);
     if (message.arguments().value(1).toInt() != 0)
-        shown_ += thing;
+        shown_.push_back(thing);
 }

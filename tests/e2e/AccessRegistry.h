@@ -3,15 +3,16 @@
 #include <QDBusVirtualObject>
 #include <QHash>
 #include <QString>
-#include <QVector>
 
 #include <mutex>
 #include <optional>
+#include <string>
+#include <vector>
 
-/// A place on the message bus.
+/// A place on the message bus. Standard types, as it crosses threads.
 struct BusPlace {
-    QString service;
-    QString path;
+    std::string service;
+    std::string path;
     friend bool operator==(const BusPlace& one, const BusPlace& other) {
         return one.service == other.service && one.path == other.path;
     }
@@ -27,11 +28,12 @@ public:
     static const inline QString Name = QStringLiteral("org.a11y.atspi.Registry");
 
     AccessRegistry();
+    ~AccessRegistry() override;
 
     /// The root of a program, once it has entered itself.
     std::optional<BusPlace> program(qint64 process) const;
     /// What programs have shown and not hidden since, the last one last.
-    QVector<BusPlace> shown() const;
+    std::vector<BusPlace> shown() const;
 
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -44,5 +46,5 @@ private:
 
     mutable std::mutex mutex_; ///< of all below
     QHash<qint64, BusPlace> programs_;
-    QVector<BusPlace> shown_;
+    std::vector<BusPlace> shown_;
 };

@@ -96,6 +96,12 @@ void Desktop::moveMouse(const QPoint& place) {
     xdotool(movement(place));
 }
 
+void Desktop::pull(const QPoint& from, const QPoint& to, int& steps) {
+    constexpr int way = 8;
+    const int left = qAbs(++steps % (2 * way) - way);
+    moveMouse(from + (to - from) * (way - left) / way);
+}
+
 void Desktop::press() {
     xdotool({QStringLiteral("mousedown"), QStringLiteral("1")});
 }

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "e2e/GuardedProcess.h"
+
 #include <QImage>
 #include <QPoint>
-#include <QProcess>
 #include <QRect>
 #include <QString>
 
@@ -48,6 +49,10 @@ public:
     static std::optional<QRect> activePlace();
 
     static void moveMouse(const QPoint& place);
+    /// A step of pulling something that is held: there and back between two places, in small steps. A window manager
+    /// takes over some time after the press and counts from where the mouse is then, so what is pulled follows sooner
+    /// or later. `steps` counts, from 0.
+    static void pull(const QPoint& from, const QPoint& to, int& steps);
     static void press();
     static void release();
     static void click(const QPoint& place);
@@ -64,5 +69,5 @@ public:
     static QImage look();
 
 private:
-    QProcess windowManager_;
+    GuardedProcess windowManager_;
 };

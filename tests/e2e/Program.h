@@ -1,9 +1,9 @@
 #pragma once
 
 #include "e2e/Desktop.h"
+#include "e2e/GuardedProcess.h"
 #include "e2e/ScreenReader.h"
 
-#include <QProcess>
 #include <QVariant>
 
 #include <optional>
@@ -51,7 +51,7 @@ private:
     const ScreenReader& reader_;
     const QString runtime_;
     const QString data_;
-    QProcess process_;
+    GuardedProcess process_;
     QByteArray said_;
     QString log_;
 };

@@ -72,16 +72,20 @@ QProcessEnvironment ScreenReader::environment() const {
     return result;
 }
 
+Accessible ScreenReader::accessible(const BusPlace& place) const {
+    return {*bus_, QString::fromStdString(place.service), QString::fromStdString(place.path)};
+}
+
 Accessible ScreenReader::program(qint64 process) const {
     const auto root = registry_->program(process);
-    return root ? Accessible(*bus_, root->service, root->path) : Accessible();
+    return root ? accessible(*root) : Accessible();
 }
 
 Accessible ScreenReader::openMenu(qint64 process) const {
     const auto root = registry_->program(process);
-    const QVector<BusPlace> shown = registry_->shown();
+    const std::vector<BusPlace> shown = registry_->shown();
     for (auto place = shown.crbegin(); root && place != shown.crend(); ++place) {
-        const Accessible thing(*bus_, place->service, place->path);
+        const Accessible thing = accessible(*place);
         if (place->service == root->service && thing.role() == Accessible::Role::PopupMenu &&
             thing.has(Accessible::State::Showing))
             return thing;

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "e2e/Accessible.h"
+#include "e2e/GuardedProcess.h"
 
-#include <QProcess>
+#include <QProcessEnvironment>
 #include <QThread>
 
 #include <memory>
 
 class AccessRegistry;
+struct BusPlace;
 
 /// The accessibility bus of a test's display: a message bus of its own with the registry on it that programs enter
 /// themselves in. The display tells programs where it is, and that accessibility is wanted. Programs are found by
@@ -31,7 +33,9 @@ public:
     Accessible openMenu(qint64 process) const;
 
 private:
-    QProcess daemon_;
+    Accessible accessible(const BusPlace& place) const;
+
+    GuardedProcess daemon_;
     QString address_;
     std::optional<QDBusConnection> bus_;
     QThread thread_; ///< the registry's: programs wait for its answers, whatever the test is doing

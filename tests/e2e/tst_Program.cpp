@@ -93,15 +93,7 @@ void tst_Program::windowIsMovedAndResized() {
     const QRect first = window().frame();
     QCOMPARE(first.size(), Screen * 9 / 10);
     QVERIFY((first.center() - QRect(QPoint(), Screen).center()).manhattanLength() <= 2);
-    // The window manager takes over some time after the press and counts from where the mouse is then, so the mouse
-    // goes there and back in small steps until the window has followed.
     int steps = 0;
-    const auto pull = [&steps](const QPoint& from, const QPoint& to) {
-        constexpr int way = 8;
-        const int at = qAbs(++steps % (2 * way) - way); // from the end to the beginning, and back
-        Desktop::moveMouse(from + (to - from) * (way - at) / way);
-    };
-
     const QPoint handle = window().handle();
     Desktop::moveMouse(handle);
     Desktop::press();
@@ -109,7 +101,7 @@ void tst_Program::windowIsMovedAndResized() {
     const auto place = [] {
         return Desktop::activePlace().value_or(QRect());
     };
-    COMES((pull(handle, handle - QPoint(40, 20)), place().topLeft() != first.topLeft()));
+    COMES((Desktop::pull(handle, handle - QPoint(40, 20), steps), place().topLeft() != first.topLeft()));
     Desktop::release();
     QCOMPARE(place().size(), first.size());
     COMES(window().frame() == place());
@@ -120,14 +112,14 @@ void tst_Program::windowIsMovedAndResized() {
         Desktop::press();
     };
     takeCorner();
-    COMES((pull(moved.bottomRight(), moved.bottomRight() - QPoint(120, 90)),
+    COMES((Desktop::pull(moved.bottomRight(), moved.bottomRight() - QPoint(120, 90), steps),
            window().frame().width() < moved.width() - 60 && window().frame().height() < moved.height() - 40));
     Desktop::release();
     QCOMPARE(window().frame().topLeft(), moved.topLeft());
 
+    const QPoint corner = window().frame().bottomRight();
     takeCorner();
-    COMES((pull(window().frame().bottomRight(), moved.topLeft() + QPoint(100, 100)),
-           window().frame().size() == Smallest));
+    COMES((Desktop::pull(corner, moved.topLeft() + QPoint(100, 100), steps), window().frame().size() == Smallest));
     Desktop::release();
 
     const QRect whole(QPoint(), Screen);

@@ -32,7 +32,7 @@ void tst_Restart::resizeWindow() {
     int steps = 0;
     Desktop::moveMouse(before.bottomRight() - QPoint(1, 1));
     Desktop::press();
-    COMES((Desktop::moveMouse(before.bottomRight() - QPoint(100, 40 + ++steps % 2)),
+    COMES((Desktop::pull(before.bottomRight(), before.bottomRight() - QPoint(100, 40), steps),
            window().frame().width() < before.width() - 60));
     Desktop::release();
 }

@@ -17,6 +17,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -51,6 +52,7 @@ struct Prepared {
     HexText address{};                      ///< likewise
     std::array<char*, 5> arguments{};       ///< for the helper, and a null
     std::array<void*, mostFrames> frames{};
+    std::optional<CrashStack> mainStack; ///< of the thread that installs
 };
 Prepared* prepared = nullptr;
 
@@ -260,8 +262,8 @@ bool installCrashHandler(const CrashHandlerOptions& options) {
     prepared->times.prepare(std::time(nullptr));
     prepareHelper(options.helper);
     backtrace(prepared->frames.data(), mostFrames);
-    static auto& mainStack = *new CrashStack;
-    static_cast<void>(mainStack);
+    if (!prepared->mainStack)
+        prepared->mainStack.emplace();
 
     struct sigaction action {};
     action.sa_sigaction = reportCrash;

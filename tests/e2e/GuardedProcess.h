@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QProcess>
+
+/// A process that ends with the one that started it, also when that crashes: nothing of a test is left running.
+class GuardedProcess final : public QProcess {
+    Q_OBJECT
+public:
+    using QProcess::QProcess;
+
+protected:
+    void setupChildProcess() override;
+};
