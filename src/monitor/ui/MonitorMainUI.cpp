@@ -28,6 +28,7 @@
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "recording/Recorder.h"
+#include "storage/ui/StoredFilesPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -113,7 +114,7 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     static constexpr Module modules[] = {
         {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
         {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
-        {"logModule", QT_TR_NOOP("日志"), "log", true},
+        {"logModule", QT_TR_NOOP("日志"), "log", true},      {"filesModule", QT_TR_NOOP("文件"), "files", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
@@ -132,6 +133,10 @@ void MonitorMainUI::showModule(int number) {
     QWidget*& page = modulePages_[number];
     if (page == nullptr && number == LogModule) { // made when it is first wanted
         page = new Check_Log_Widget(context_, pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == FilesModule) {
+        page = new StoredFilesPage(context_, storage_, pages_);
         pages_->addWidget(page);
     }
     if (page != nullptr)

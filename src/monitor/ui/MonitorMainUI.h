@@ -91,6 +91,7 @@ private:
     /// Numbers of the modules, in the order of their buttons, which have pages.
     static constexpr int VideoModule = 0;
     static constexpr int LogModule = 4;
+    static constexpr int FilesModule = 5;
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
