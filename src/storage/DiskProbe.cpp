@@ -40,3 +40,8 @@ std::optional<std::uint64_t> SystemDisks::freeBytes(const QString& drive) const 
     const auto space = corvanta::platform::diskSpace(std::filesystem::path(drive.toStdU16String()));
     return space ? std::optional(space->free) : std::nullopt;
 }
+
+std::optional<std::uint64_t> SystemDisks::totalBytes(const QString& drive) const {
+    const auto space = corvanta::platform::diskSpace(std::filesystem::path(drive.toStdU16String()));
+    return space ? std::optional(space->total) : std::nullopt;
+}

@@ -21,6 +21,8 @@ public:
     virtual QString systemDrive() const = 0;
     /// Bytes free on a drive, whoever may use them; nothing when that cannot be asked.
     virtual std::optional<std::uint64_t> freeBytes(const QString& drive) const = 0;
+    /// The size of a drive; nothing when that cannot be asked.
+    virtual std::optional<std::uint64_t> totalBytes(const QString&) const { return std::nullopt; }
     virtual QDate today() const = 0;
 };
 
@@ -33,6 +35,7 @@ public:
     QStringList drives() const override;
     QString systemDrive() const override;
     std::optional<std::uint64_t> freeBytes(const QString& drive) const override;
+    std::optional<std::uint64_t> totalBytes(const QString& drive) const override;
     QDate today() const override { return QDate::currentDate(); }
 
 private:

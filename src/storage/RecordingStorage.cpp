@@ -77,3 +77,7 @@ QStringList RecordingStorage::searchedDrives() const {
     }
     return result;
 }
+
+int RecordingStorage::shownThreshold() const {
+    return storage::clampedThreshold(settings_.forSdkThreads().driveThreshold);
+}

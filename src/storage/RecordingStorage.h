@@ -33,6 +33,8 @@ public:
     const DiskProbe& disks() const { return *disks_; }
     /// Every drive that may hold files: those that are there, and those of the settings. GUI thread.
     QStringList searchedDrives() const;
+    /// Free space, MiB, up to which a drive takes no files, as it counts now. GUI thread.
+    int shownThreshold() const;
 
 private:
     int threshold() const;

@@ -150,6 +150,15 @@ std::optional<QDateTime> timeFromName(const QString& name) {
     return QDateTime(date, time);
 }
 
+QStringList storedDevices(const QStringList& drives) {
+    QStringList result;
+    for (const QString& drive : drives)
+        result += foldersIn(systemPath(drive + QStringLiteral("ZEL/")));
+    result.sort();
+    result.removeDuplicates();
+    return result;
+}
+
 std::vector<FileRecord> searchFiles(const QStringList& drives, const FileQuery& query, SearchProgress& progress) {
     std::vector<FileRecord> result;
     const std::vector<DayFolder> folders = dayFolders(drives, query, progress);

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QDateTime>
+#include <QMetaType>
 #include <QStringList>
 #include <QVariantMap>
+#include <QVector>
 
 #include <atomic>
 #include <optional>
@@ -46,8 +48,13 @@ struct SearchProgress {
 /// The time that a file's name begins with, "yyyyMMddhhmmss"; nothing when it does not.
 std::optional<QDateTime> timeFromName(const QString& name);
 
+/// The ids that have a folder on one of the drives, sorted. Any thread.
+QStringList storedDevices(const QStringList& drives);
+
 /// The videos and pictures of a query on the drives, by drive, device, kind and day. Folders that go away meanwhile
 /// are passed over. Any thread; ends early, with what it has, when it is cancelled.
 std::vector<FileRecord> searchFiles(const QStringList& drives, const FileQuery& query, SearchProgress& progress);
 
 } // namespace corvanta::storage
+
+Q_DECLARE_METATYPE(QVector<corvanta::storage::FileRecord>)

@@ -1,19 +1,15 @@
 #include "logs/ui/serchFormLog.h"
 
-#include "base/ui/BarButton.h"
 #include "base/ui/Theme.h"
+#include "base/ui/TimeRangeEdit.h"
 #include "logs/LogKinds.h"
-#include "logs/ui/CalendarPopup.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace theme = corvanta::theme;
@@ -45,14 +41,7 @@ serchFormLog::serchFormLog(QWidget* parent)
     first->addWidget(search_);
     column->addLayout(first);
 
-    range_ = new QWidget(this);
-    auto* const second = new QHBoxLayout(range_);
-    second->setContentsMargins(0, 0, 0, 0);
-    second->setSpacing(theme::Step);
-    start_ = addTime(tr("开始时间"), QStringLiteral("startTime"), second, &serchFormLog::onStartTimeComboxclicked);
-    second->addWidget(new QLabel(QStringLiteral("–"), range_));
-    end_ = addTime(tr("结束时间"), QStringLiteral("endTime"), second, &serchFormLog::onendTimeComboxclicked);
-    second->addStretch(1);
+    range_ = new TimeRangeEdit(this);
     column->addWidget(range_);
 
     connect(type_, qOverload<int>(&QComboBox::currentIndexChanged), this, &serchFormLog::sig_typeChosen);
@@ -72,26 +61,10 @@ serchFormLog::serchFormLog(QWidget* parent)
     reset();
 }
 
-QDateTimeEdit* serchFormLog::addTime(const QString& name, const QString& objectName, QHBoxLayout* row,
-                                     void (serchFormLog::*choose)()) {
-    auto* const field = new QDateTimeEdit(range_);
-    field->setObjectName(objectName);
-    field->setAccessibleName(name);
-    field->setToolTip(name);
-    field->setDisplayFormat(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
-    row->addWidget(field);
-    QToolButton* const button = corvanta::barButton(range_, objectName + QStringLiteral("Calendar"), tr("选择日期"),
-                                                    QStringLiteral("calendar"));
-    button->setAccessibleName(tr("选择日期：%1").arg(name));
-    connect(button, &QToolButton::clicked, this, choose);
-    row->addWidget(button);
-    return field;
-}
-
 QVariantMap serchFormLog::parameters() const {
     return {{QStringLiteral("type"), type()},
-            {QStringLiteral("start"), start_->dateTime()},
-            {QStringLiteral("end"), end_->dateTime()},
+            {QStringLiteral("start"), range_->start()},
+            {QStringLiteral("end"), range_->end()},
             {QStringLiteral("allTime"), allTime_->isChecked()}};
 }
 
@@ -113,9 +86,7 @@ void serchFormLog::setSearching(bool searching) {
 
 void serchFormLog::reset() {
     constexpr int Days = 7; // what most look for happened lately
-    const QDate today = QDate::currentDate();
-    start_->setDateTime(QDateTime(today.addDays(1 - Days), QTime(0, 0)));
-    end_->setDateTime(QDateTime(today, QTime(23, 59, 59)));
+    range_->setLastDays(Days);
     setType(0);
     allTime_->setChecked(true);
     enableRange();
@@ -126,9 +97,9 @@ void serchFormLog::enableRange() {
 }
 
 void serchFormLog::onStartTimeComboxclicked() {
-    (new CalendarPopup(*start_))->showAtField();
+    range_->chooseStart();
 }
 
 void serchFormLog::onendTimeComboxclicked() {
-    (new CalendarPopup(*end_))->showAtField();
+    range_->chooseEnd();
 }

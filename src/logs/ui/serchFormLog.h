@@ -5,8 +5,8 @@
 
 class QCheckBox;
 class QComboBox;
-class QDateTimeEdit;
 class QPushButton;
+class TimeRangeEdit;
 
 /// The form of a log search: which log, which time.
 class serchFormLog final : public QWidget {
@@ -39,15 +39,11 @@ signals:
     void sig_typeChosen(int type);
 
 private:
-    QDateTimeEdit* addTime(const QString& name, const QString& objectName, class QHBoxLayout* row,
-                           void (serchFormLog::*choose)());
     void enableRange();
 
     QComboBox* type_;
     QCheckBox* allTime_;
-    QWidget* range_;
-    QDateTimeEdit* start_ = nullptr;
-    QDateTimeEdit* end_ = nullptr;
+    TimeRangeEdit* range_;
     QPushButton* search_;
     bool searching_ = false;
 };

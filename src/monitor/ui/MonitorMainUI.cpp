@@ -13,6 +13,7 @@
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
 #include "logs/ui/Check_Log_Widget.h"
+#include "monitor/Archive.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
 #include "monitor/ui/AudioControl.h"
@@ -32,6 +33,7 @@
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
+#include "storage/ui/StoredFilesPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -122,8 +124,9 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     };
     static constexpr Module modules[] = {
         {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
-        {"chartModule", QT_TR_NOOP("图表"), "chart", false}, {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
-        {"dataModule", QT_TR_NOOP("数据"), "data", false},   {"logModule", QT_TR_NOOP("日志"), "log", true},
+        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"logModule", QT_TR_NOOP("日志"), "log", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
@@ -132,6 +135,9 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     pages_->addWidget(grid_);
     modulePages_.insert(VideoModule, grid_);
     playback_ = new corvanta::playback::PlaybackPage(pages_);
+    playback_->setSnapshotPath([this](const corvanta::playback::PlaybackCamera& camera, const QDateTime& moment) {
+        return corvanta::archive::snapshotPath(storage_, camera, moment);
+    });
     pages_->addWidget(playback_);
     modulePages_.insert(PlaybackModule, playback_);
     int number = 0;
@@ -145,6 +151,14 @@ void MonitorMainUI::showModule(int number) {
     QWidget*& page = modulePages_[number];
     if (page == nullptr && number == LogModule) { // made when it is first wanted
         page = new Check_Log_Widget(context_, pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == FilesModule) {
+        auto* const files = new StoredFilesPage(context_, storage_, pages_);
+        connect(files, &StoredFilesPage::sigPlay, this, [this](const QVector<corvanta::storage::FileRecord>& chosen) {
+            showPlayback(corvanta::archive::camerasOf(chosen, context_.devices));
+        });
+        page = files;
         pages_->addWidget(page);
     }
     if (page != nullptr)

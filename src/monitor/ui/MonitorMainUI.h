@@ -104,7 +104,8 @@ private:
     /// Numbers of the modules, in the order of their buttons, which have pages.
     static constexpr int VideoModule = 0;
     static constexpr int PlaybackModule = 1;
-    static constexpr int LogModule = 5;
+    static constexpr int FilesModule = 2;
+    static constexpr int LogModule = 6;
 
     AppContext context_;
     TopBar* topBar_ = nullptr;

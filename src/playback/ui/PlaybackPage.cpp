@@ -347,8 +347,8 @@ void PlaybackPage::takeSnapshot() {
     }
     const PlaybackCamera& camera = cameras_[number];
     const QDateTime time = toLocalTime(session_->view(number).moment);
-    if (snapshotPath_) {
-        saveSnapshotTo(snapshotPath_(camera, time));
+    if (const QString path = snapshotPath_ ? snapshotPath_(camera, time) : QString(); !path.isEmpty()) {
+        saveSnapshotTo(path);
         return;
     }
     const QString name = dataTree::pathComponent(camera.name).value_or(tr("录像"));

@@ -35,6 +35,7 @@ public:
     /// are left out, and those beyond `MostCameras`.
     void play(const QVector<PlaybackCamera>& cameras);
     void close();
+    /// Where snapshots go without asking; where it says nothing, the operator is asked.
     void setSnapshotPath(SnapshotPath path) { snapshotPath_ = std::move(path); }
 
     /// Null while nothing is loaded.

@@ -1,4 +1,4 @@
-#include "logs/ui/CalendarPopup.h"
+#include "base/ui/CalendarPopup.h"
 
 #include "base/ui/Theme.h"
 
