@@ -12,18 +12,23 @@
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "playback/ui/PlaybackPage.h"
+#include "recording/Recorder.h"
 #include "video/ui/ItemVideo.h"
 #include "video/ui/TileMenu.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDateTime>
 #include <QDebug>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QScreen>
 #include <QTabBar>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -79,6 +84,49 @@ void OperatorTour::planShort() {
     pause(6000); // until the texts over the pictures have gone
     picture(QStringLiteral("live-9-later"));
     layout(1, 1, QStringLiteral("live-1"));
+    record(1);
+    endRecording();
+    steps_.push_back({QStringLiteral("the recording"),
+                      [this] {
+                          const QString copy = folder_ + QStringLiteral("/recording.avi");
+                          QFile::remove(copy);
+                          QFile::copy(recorded_.value(0).files.value(0), copy);
+                      },
+                      [this] {
+                          return QFile::exists(folder_ + QStringLiteral("/recording.avi"));
+                      }});
+}
+
+void OperatorTour::record(int devices) {
+    steps_.push_back({QStringLiteral("recordings"),
+                      [this, devices] {
+                          for (const QString& id : window_.devices().ipncIds().mid(0, devices))
+                              window_.recorder().start(id);
+                      },
+                      [this] {
+                          const QStringList ids = window_.recorder().wanted();
+                          return std::all_of(ids.begin(), ids.end(), [this](const QString& id) {
+                              constexpr int longEnough = 6; // seconds
+                              const auto since = window_.recorder().since(id);
+                              return since && since->secsTo(QDateTime::currentDateTime()) >= longEnough;
+                          });
+                      }});
+}
+
+void OperatorTour::endRecording() {
+    steps_.push_back(
+        {QStringLiteral("recordings end"),
+         [this] {
+             for (const QString& id : window_.recorder().wanted()) {
+                 recorded_.append({window_.devices().device(id)->displayName(), id, {window_.recorder().file(id)}});
+                 window_.recorder().stop(id);
+             }
+         },
+         [this] {
+             return std::all_of(recorded_.begin(), recorded_.end(), [this](const auto& camera) {
+                 return window_.recorder().file(camera.ipncId).isEmpty();
+             });
+         }});
 }
 
 void OperatorTour::planEverything() {
@@ -88,8 +136,11 @@ void OperatorTour::planEverything() {
     layout(1, 1, QStringLiteral("layout-1"));
     layout(2, 2, QStringLiteral("layout-4"));
     layout(3, 3, QStringLiteral("layout-9"));
+    record(4);
+    picture(QStringLiteral("recording"));
     planMenus();
     planTreeMenus();
+    endRecording();
     planPolling();
     planSettings();
     planLogs(QString());
@@ -209,6 +260,16 @@ void OperatorTour::planPlayback() {
                       }});
     pause(300);
     picture(QStringLiteral("playback-empty"));
+    steps_.push_back({QStringLiteral("four recordings"), [this] { window_.showPlayback(recorded_); },
+                      [this] {
+                          return window_.playback().session() != nullptr;
+                      }});
+    pause(1500);
+    picture(QStringLiteral("playback-4"));
+    steps_.push_back({QStringLiteral("nothing to play"), [this] { window_.playback().close(); },
+                      [this] {
+                          return window_.playback().session() == nullptr;
+                      }});
     steps_.push_back({QStringLiteral("the wall again"), [this] { click(&window_, "videoModule"); },
                       [this] {
                           return window_.grid().isVisible();
