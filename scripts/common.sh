@@ -7,9 +7,9 @@ corvanta_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
-    qtbase5-dev libqt5svg5-dev
+    qtbase5-dev libqt5svg5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev
-    libavformat-dev libavcodec-dev libavutil-dev libswscale-dev
+    libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
 )
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri)
@@ -18,10 +18,10 @@ corvanta_packages_test=(
     sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock procps xdotool
-    openbox libxcb1-dev
+    openbox libxcb1-dev python3 python3-xlrd
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
-corvanta_packages_bench=(libbenchmark-dev python3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)
+corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)
 
 corvanta_say() { printf '== %s\n' "$*"; }
 

@@ -64,7 +64,7 @@ int runWindow(const AppPaths& paths, const Options& options) {
     MoveWidget frame;
     frame.setObjectName(QStringLiteral("w1001"));
     frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
-    auto* const window = new MonitorMainUI(context);
+    auto* const window = new MonitorMainUI(context, AppManager::instance()->storage());
     frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
     ui.attach(*window, context);
     window->placeFrame();

@@ -38,7 +38,7 @@ int run(const QString& data, const QSize& size) {
     MoveWidget frame;
     frame.setObjectName(QStringLiteral("w1001"));
     frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
-    auto* const window = new MonitorMainUI(context);
+    auto* const window = new MonitorMainUI(context, AppManager::instance()->storage());
     frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
     ui.attach(*window, context);
     window->grid().setLayout(8, 8, false);

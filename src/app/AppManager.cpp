@@ -4,8 +4,12 @@
 #include "base/AppUi.h"
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
+#include "database/SqlHelp.h"
+#include "storage/RecordingStorage.h"
+#include "storage/RepairThread.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDebug>
 #include <QFile>
 #include <QJsonArray>
@@ -16,6 +20,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace keys = corvanta::keys;
 
@@ -46,6 +51,13 @@ Instance::Instance()
     qAddPostRoutine([] { theInstance().manager.reset(); });
 }
 
+/// The settings are read first: they say which folders count as drives.
+std::unique_ptr<RecordingStorage> storageOf(Settings& settings, TaskQueue& queue) {
+    settings.load();
+    return std::make_unique<RecordingStorage>(
+        settings, queue, std::make_unique<SystemDisks>(settings.get(keys::DriveFolders).toStringList()));
+}
+
 constexpr int AutoLoginDelay = 500; // ms: the main window is shown by then
 
 } // namespace
@@ -66,20 +78,23 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     , settings_(paths.settingsFile())
     , poll_(settings_)
     , accountFlags_(std::make_unique<AccountFlags>(paths.accountFile()))
+    , storage_(storageOf(settings_, queue_))
     , gateway_(sdk, queue_)
-    , clientCallback_(settings_, queue_, *this) {
-    settings_.load();
+    , clientCallback_(settings_, *storage_, queue_, *this) {
     connect(&settings_, &Settings::titleChanged, this, &AppEvents::updateTitle);
     startSdk();
     connectSignals();
     // What follows comes in this order: time zones, recording drives, QR scanner, local database, automatic
     // sign-in, alarm sound, version check. A part that is added takes its place in it.
     loadTimeZones();
+    prepareStorage();
+    database_ = std::make_unique<SqlHelp>(paths_.databaseFile());
     QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
 }
 
 AppManager::~AppManager() {
     qDebug() << "~AppManager()";
+    repair_.reset();
     if (worker_.isRunning()) {
         worker_.quit();
         worker_.wait();
@@ -114,6 +129,7 @@ void AppManager::connectSignals() {
     connect(this, &AppEvents::sig_wait, this, &AppManager::onWait);
     connect(this, &AppEvents::sig_deviceFresh, this, &AppManager::deviceFresh);
     connect(this, &AppEvents::Onsig_TriggerAlarm, this, &AppManager::TriggerAlarm);
+    connect(this, &AppEvents::sig_AppClosed, this, &AppManager::onAppClosed);
 }
 
 void AppManager::loadTimeZones() {
@@ -124,8 +140,14 @@ void AppManager::loadTimeZones() {
         qDebug() << "no time zones in" << file.fileName();
 }
 
+void AppManager::prepareStorage() {
+    storage_->prepareDrives();
+    repair_ = std::make_unique<RepairThread>(storage_->searchedDrives());
+    repair_->start(QThread::LowestPriority);
+}
+
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_};
+    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_, *database_, *database_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
@@ -159,12 +181,21 @@ void AppManager::onLoginTip(bool isAuto) {
 }
 
 void AppManager::onlogin() {
-    signedIn_ = true;
+    // Comes with every list of devices; only the first after a sign-out is a sign-in.
+    if (!std::exchange(signedIn_, true)) {
+        account_ = gateway_.phoneId();
+        database_->addLoginLog(account_, QDateTime::currentDateTime(), QVariant());
+    }
     emit sLonginAndLogoutEvent();
 }
 
+void AppManager::logSignOut() {
+    database_->addLoginLog(std::exchange(account_, QString()), QVariant(), QDateTime::currentDateTime());
+}
+
 void AppManager::onlogout() {
-    signedIn_ = false;
+    if (std::exchange(signedIn_, false))
+        logSignOut();
     devices_ = DeviceModel();
     emit sig_updateList(QVariantList(), QVariantMap());
     emit sig_freshlocal(QVariantMap());
@@ -200,6 +231,14 @@ void AppManager::OncloseTcpConnect(TcpSocketManage* connection) {
                                  [connection](const auto& known) { return known.get() == connection; });
     if (it != connections_.end())
         connections_.erase(it);
+}
+
+void AppManager::onAppClosed() {
+    if (std::exchange(leaving_, true))
+        return;
+    logSignOut();
+    database_->clearInputDatas();
+    database_->clearElectronMaps();
 }
 
 void AppManager::listReady() {

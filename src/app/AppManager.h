@@ -17,6 +17,9 @@
 
 class AccountFlags;
 class AppUi;
+class RecordingStorage;
+class RepairThread;
+class SqlHelp;
 
 /// The heart of the program: owns the SDK's client side and what is known of the account, and turns the SDK's
 /// messages into signals. Its slots call the part that does the work.
@@ -54,6 +57,8 @@ public:
 
     /// What windows and dialogs are handed.
     AppContext context();
+    /// Where files of devices are kept.
+    RecordingStorage& storage() { return *storage_; }
 
 public slots:
     void autoLogin();
@@ -67,11 +72,15 @@ public slots:
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);
     void OncloseTcpConnect(TcpSocketManage* connection);
+    /// The user has agreed to leave: the sign-out is written down, cached values and names are forgotten. Once.
+    void onAppClosed();
 
 private:
     void startSdk();
     void connectSignals();
     void loadTimeZones();
+    void prepareStorage();
+    void logSignOut();
 
     void listReady() override;
     void localListReady(const QVariantMap& devices) override;
@@ -89,13 +98,18 @@ private:
     Settings settings_;
     ScreenPoll poll_;
     std::unique_ptr<AccountFlags> accountFlags_;
-    TaskQueue queue_; ///< from SDK threads to here; outlives the gateway and the callback
+    std::unique_ptr<SqlHelp> database_; ///< opened by the constructor
+    TaskQueue queue_; ///< from SDK threads to here; outlives the storage, the gateway and the callback
+    std::unique_ptr<RecordingStorage> storage_;
     SdkGateway gateway_;
     ClientCallback clientCallback_;
     DeviceModel devices_;
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
     QVariantList timeZones_;
     QThread worker_; ///< for work in the background; runs once something needs it
+    std::unique_ptr<RepairThread> repair_;
     std::vector<std::unique_ptr<TcpSocketManage>> connections_; ///< those that the SDK uses now
     bool signedIn_ = false;
+    bool leaving_ = false;
+    QString account_; ///< who is signed in, for the login log; known until the sign-out has been written down
 };

@@ -5,6 +5,7 @@
 #include "base/Settings.h"
 #include "base/TaskQueue.h"
 #include "base/TcpSocketManage.h"
+#include "storage/RecordingStorage.h"
 
 #include <QDebug>
 
@@ -37,8 +38,10 @@ QString textAt(const QVariantMap& map, const char* key) {
 
 } // namespace
 
-ClientCallback::ClientCallback(const Settings& settings, TaskQueue& queue, ClientEvents& events)
+ClientCallback::ClientCallback(const Settings& settings, const RecordingStorage& storage, TaskQueue& queue,
+                               ClientEvents& events)
     : settings_(settings)
+    , storage_(storage)
     , queue_(queue)
     , events_(events) {}
 
@@ -77,20 +80,13 @@ void ClientCallback::operator()(const std::string& message, std::string& reply) 
 void ClientCallback::answerAlarmPath(const QVariantMap& message, std::string& reply) const {
     const QString fileName = textAt(message, "filename");
     const QString kind =
-        fileName.contains(QLatin1String(".avi")) ? QStringLiteral("LocalRecord") : QStringLiteral("Image");
-    QStringList preferred;
-    for (const std::string& drive : settings_.forSdkThreads().drives)
-        preferred += QString::fromStdString(drive);
-    const QStringList drives = corvanta::dataTree::drives(preferred);
-    const auto folder = drives.isEmpty()
-                            ? std::nullopt
-                            : corvanta::dataTree::folder(drives.constFirst(), kind, textAt(message, "ipncid"),
-                                                         textAt(message, "date"));
-    if (!folder) {
+        fileName.contains(QLatin1String(".avi")) ? corvanta::dataTree::LocalRecord : corvanta::dataTree::Image;
+    const QString folder = storage_.folderFor(kind, textAt(message, "ipncid"), textAt(message, "date"));
+    if (folder.isEmpty()) {
         qDebug() << "no folder for an alarm file of" << textAt(message, "ipncid");
         return;
     }
-    reply = folder->toStdString();
+    reply = folder.toStdString();
 }
 
 void ClientCallback::answerSocketDelegate(std::string& reply) const {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+class RecordingStorage;
 class Settings;
 class TaskQueue;
 class TcpSocketManage;
@@ -38,7 +39,7 @@ public:
 class ClientCallback final {
 public:
     /// All outlive the callback's last call.
-    ClientCallback(const Settings& settings, TaskQueue& queue, ClientEvents& events);
+    ClientCallback(const Settings& settings, const RecordingStorage& storage, TaskQueue& queue, ClientEvents& events);
 
     /// Any thread of the SDK. `reply` stays as it is unless the message asks for something.
     void operator()(const std::string& message, std::string& reply) const;
@@ -66,6 +67,7 @@ private:
     void handle(Kind kind, const QVariantMap& message) const;
 
     const Settings& settings_;
+    const RecordingStorage& storage_;
     TaskQueue& queue_;
     ClientEvents& events_;
 };

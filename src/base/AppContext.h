@@ -5,9 +5,11 @@ class AppEvents;
 class AppPaths;
 class AppUi;
 class DeviceModel;
+class OperationLog;
 class ScreenPoll;
 class SdkGateway;
 class Settings;
+class SqlHelp;
 
 /// The handful of parts that a window or dialog is handed. All outlive every window; GUI thread.
 struct AppContext {
@@ -19,4 +21,6 @@ struct AppContext {
     const AppPaths& paths;
     AppUi& ui;
     ScreenPoll& poll;
+    OperationLog& operationLog; ///< where dialogs write down what their user did
+    SqlHelp& database;
 };

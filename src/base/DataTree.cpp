@@ -1,7 +1,5 @@
 #include "base/DataTree.h"
 
-#include "platform/Disks.h"
-
 #include <QDate>
 
 #include <algorithm>
@@ -25,6 +23,11 @@ bool isAllowed(QChar c) {
 
 } // namespace
 
+const QStringList& kindsByDay() {
+    static const QStringList Kinds{Capture, Image, LocalRecord, DeviceRecord};
+    return Kinds;
+}
+
 std::optional<QString> pathComponent(const QString& text) {
     constexpr int LongestName = 255; // bytes, on the file systems of Linux and (in units) of Windows
     if (text.isEmpty() || text.toUtf8().size() > LongestName)
@@ -43,31 +46,13 @@ std::optional<QString> folder(const QString& drive, const QString& kind, const Q
     if (!device || !kindName)
         return std::nullopt;
     const QString base = drive + QStringLiteral("ZEL/") + *device + QLatin1Char('/') + *kindName + QLatin1Char('/');
-    if (kind == QLatin1String("Inputdata"))
+    if (kind == InputData)
         return base;
-    const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
+    const QString today = QDate::currentDate().toString(DayFormat);
     const auto dayName = pathComponent(day.isEmpty() ? today : day);
     if (!dayName)
         return std::nullopt;
     return base + *dayName + QLatin1Char('/');
-}
-
-QStringList drives(const QStringList& fromSettings) {
-    QStringList result;
-    const auto add = [&result](QString root) {
-        if (!root.endsWith(QLatin1Char('/')))
-            root += QLatin1Char('/');
-        result += root;
-    };
-    for (const QString& root : fromSettings) {
-        if (!root.isEmpty())
-            add(root);
-    }
-    if (result.isEmpty()) {
-        for (const auto& root : corvanta::platform::driveRoots())
-            add(QString::fromStdString(root));
-    }
-    return result;
 }
 
 } // namespace corvanta::dataTree

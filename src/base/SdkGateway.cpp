@@ -79,6 +79,17 @@ void SdkGateway::inGui(std::shared_ptr<CallbackGate> gate, std::function<void()>
     });
 }
 
+void SdkGateway::laterInGui(QObject* receiver, std::function<void()> task) {
+    queue_.post([guarded = QPointer<QObject>(receiver), task = std::move(task)] {
+        if (guarded != nullptr)
+            task();
+    });
+}
+
+void SdkGateway::deliverPending() {
+    queue_.drain();
+}
+
 void SdkGateway::StopRequest(int requestId) {
     if (requestId > 0)
         sdk_.StopRequest(requestId);
@@ -95,6 +106,10 @@ void SdkGateway::setConfig(const std::string& json, QObject* receiver, GuiCallba
         if (passage)
             forward(result);
     });
+}
+
+void SdkGateway::handOver(const std::string& json) {
+    sdk_.SetConfig(json, {});
 }
 
 QVariantMap SdkGateway::document(const QString& type) {

@@ -38,12 +38,21 @@ public:
     /// gate is one that the GUI thread closes.
     void inGui(std::shared_ptr<CallbackGate> gate, std::function<void()> task);
 
+    /// Runs `task` in the GUI thread after everything that the SDK has delivered so far, while `receiver` lives. GUI
+    /// thread.
+    void laterInGui(QObject* receiver, std::function<void()> task);
+    /// Runs what the SDK has delivered so far, at once. GUI thread; not from inside a delivery.
+    void deliverPending();
+
     /// Ends a request by its id; 0 and less are ignored.
     void StopRequest(int requestId);
 
     /// Hands a command or document to the SDK; `onResult` (may be empty) runs in the GUI thread while `receiver`
     /// lives.
     void setConfig(const std::string& json, QObject* receiver = nullptr, GuiCallback onResult = {});
+
+    /// Hands a command to the SDK that comes many times a second: it is not logged, and its result is nobody's.
+    void handOver(const std::string& json);
 
     /// A document of the SDK, empty where there is none.
     QVariantMap document(const QString& type);

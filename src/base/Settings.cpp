@@ -93,13 +93,14 @@ void Settings::publish() {
     const QStringList drives = get(keys::Drives).toStringList();
     for (const QString& drive : drives)
         snapshot->drives.push_back(drive.toStdString());
+    snapshot->driveThreshold = get(keys::DriveThreshold).toInt();
     snapshots_.push_back(std::move(snapshot));
     published_.store(snapshots_.back().get(), std::memory_order_release);
 }
 
 void Settings::set(const QString& key, const QVariant& value) {
     values_.insert(key, value);
-    if (key == keys::AcceptAlarms || key == keys::Proxy || key == keys::Drives)
+    if (key == keys::AcceptAlarms || key == keys::Proxy || key == keys::Drives || key == keys::DriveThreshold)
         publish();
     if (key == keys::AppName || key == keys::CompanyName) {
         qDebug() << "修改 APP名称";

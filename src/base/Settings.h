@@ -30,6 +30,9 @@ inline const QString AcceptAlarms = QStringLiteral("是否接收报警");
 inline const QString Proxy = QStringLiteral("代理设置");
 inline const QString ChartZoom = QStringLiteral("ChartZoomDisplayIndex");
 inline const QString Drives = QStringLiteral("盘符列表");
+/// Folders that count as this computer's drives, in place of its own: a list of absolute paths. For disks that the
+/// system does not show as drives.
+inline const QString DriveFolders = QStringLiteral("盘符文件夹");
 inline const QString DeviceTreeState = QStringLiteral("设备树状态");
 inline const QString ShowSplash = QStringLiteral("是否显示启动画面");
 inline const QString SplashPicture = QStringLiteral("启动画面图片路径");
@@ -54,6 +57,13 @@ inline const QString GridColumns = QStringLiteral("fwidget_col");
 inline const QString VideoZoom = QStringLiteral("VideoZoomDisplayIndex");
 /// Devices whose live videos are open, by tile index: a list of {"index", "ipncid"}.
 inline const QString OpenVideos = QStringLiteral("TileWidgetIndexList");
+/// Devices that are being recorded: a list of ids.
+inline const QString Recordings = QStringLiteral("正在录像设备");
+/// The device whose sound was left on; it is heard again when its video opens.
+inline const QString ListenedDevice = QStringLiteral("DeviceIdOpenAudioListen");
+/// Volume of what is heard, 0 to 100 (100 when absent), and whether it is muted.
+inline const QString Volume = QStringLiteral("音量");
+inline const QString Muted = QStringLiteral("静音");
 /// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
 /// full screen.
 inline const QString WindowPlace = QStringLiteral("窗口位置");
@@ -65,7 +75,8 @@ inline const QString PanelWidth = QStringLiteral("设备树宽度");
 struct SdkThreadSettings {
     bool acceptsAlarms = true;
     std::optional<ProxySettings> proxy; ///< none: connect directly
-    std::vector<std::string> drives;    ///< preferred drives for recordings, UTF-8; empty: the system's own
+    std::vector<std::string> drives;    ///< that recordings may go to, in order of preference, UTF-8
+    int driveThreshold = 0;             ///< MiB; as it is stored, in its range or not
 };
 
 /// The settings document "config/set.json": every setting of the program and its saved window state.

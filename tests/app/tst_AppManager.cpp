@@ -2,6 +2,7 @@
 #include "base/JsonText.h"
 #include "base/RequestBuilder.h"
 #include "base/TcpSocketManage.h"
+#include "database/SqlHelp.h"
 #include "support/FakeSdk.h"
 #include "support/MessageLog.h"
 #include "support/RecordingUi.h"
@@ -37,6 +38,8 @@ private slots:
     void socketDelegate();
     void crashOfTheSdkSavesAndEnds();
     void signOutEmptiesTheModel();
+    void signInAndOutAreWrittenDown();
+    void leavingForgetsCachedValues();
     void refreshClearsFirst();
     void automaticSignIn_data();
     void automaticSignIn();
@@ -196,7 +199,7 @@ void tst_AppManager::alarmPaths_data() {
     QTest::addColumn<QByteArray>("message");
     QTest::addColumn<bool>("alarms");
     QTest::addColumn<QString>("reply");
-    const QString root = QStringLiteral("/store/ZEL/");
+    const QString root = QStringLiteral("ZEL/"); // on the drive
     QTest::newRow("picture") << QByteArray(
                                     R"({"type":"reqalarmpath","ipncid":"c","filename":"a.jpg","date":"2024-03-05"})")
                              << true << root + QStringLiteral("c/Image/2024-03-05/");
@@ -221,9 +224,12 @@ void tst_AppManager::alarmPaths() {
     QFETCH(bool, alarms);
     QFETCH(QString, reply);
     start();
-    manager_->context().settings.set(keys::Drives, QStringList{QStringLiteral("/store"), QStringLiteral("/other")});
+    // The first one is away.
+    const QString drive = dir_->path() + QLatin1Char('/');
+    manager_->context().settings.set(keys::Drives, QStringList{QStringLiteral("/no/such/drive/"), drive});
     manager_->context().settings.set(keys::AcceptAlarms, alarms);
-    QCOMPARE(QString::fromStdString(sdk_.sendToClient(message.toStdString())), reply);
+    QCOMPARE(QString::fromStdString(sdk_.sendToClient(message.toStdString())),
+             reply.isEmpty() ? QString() : drive + reply);
 }
 
 void tst_AppManager::socketDelegate() {
@@ -272,6 +278,45 @@ void tst_AppManager::signOutEmptiesTheModel() {
     sdk_.sendToClient(R"({"type":"freshlist"})");
     QTRY_VERIFY(manager_->context().devices.isEmpty());
     QCOMPARE(log.count(QStringLiteral("!!!!!!!!!!!!!!!! GetConfig is empty ！！！！！！！！！！！！！！！！")), 1);
+}
+
+// One row for a sign-in however often lists come, one for the sign-out, one for leaving.
+void tst_AppManager::signInAndOutAreWrittenDown() {
+    sdk_.setDocument(R"({"type":"phoneid"})", R"({"phoneid":"13800138000"})");
+    start();
+    SqlHelp& database = manager_->context().database;
+    const auto rows = [&database] {
+        QStringList result;
+        const auto found = database.queryLogs(SqlHelp::LoginLog, {}, {}, true, -1, -1);
+        for (const QStringList& row : found)
+            result += row[1] + (row[2].isEmpty() ? "" : " in") + (row[3].isEmpty() ? "" : " out");
+        return result.join(", ");
+    };
+    QSignalSpy lists(manager_.get(), &AppEvents::sig_login);
+    sdk_.sendToClient(R"({"type":"freshlist"})");
+    sdk_.sendToClient(R"({"type":"freshlist"})");
+    QTRY_COMPARE(lists.size(), 2);
+    QCOMPARE(rows(), QStringLiteral("13800138000 in"));
+    sdk_.sendToClient(R"({"type":"logout"})");
+    sdk_.sendToClient(R"({"type":"logout"})");
+    QTRY_COMPARE(rows(), QStringLiteral("13800138000 in, 13800138000 out"));
+    sdk_.sendToClient(R"({"type":"freshlist"})");
+    QTRY_COMPARE(lists.size(), 3);
+    emit manager_->sig_AppClosed();
+    emit manager_->sig_AppClosed(); // a window may close twice
+    QCOMPARE(rows(), QStringLiteral("13800138000 in, 13800138000 out, 13800138000 in, 13800138000 out"));
+}
+
+void tst_AppManager::leavingForgetsCachedValues() {
+    start();
+    SqlHelp& database = manager_->context().database;
+    database.addInputData(1, "x");
+    database.addElectronMap(1, "p", "name");
+    manager_->context().operationLog.addOperateLog("u", QDateTime::currentDateTime(), "t", "c", "d");
+    emit manager_->sig_AppClosed();
+    QCOMPARE(database.getInputData(1) + database.getElectronMap(1).mapname, QString());
+    QCOMPARE(database.queryLogs(SqlHelp::OperateLog, {}, {}, true, -1, -1).size(), 1);
+    QVERIFY(QFileInfo::exists(dir_->filePath("dataBase.db")));
 }
 
 void tst_AppManager::refreshClearsFirst() {

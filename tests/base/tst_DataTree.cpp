@@ -13,7 +13,6 @@ private slots:
     void plainNamesStay_data();
     void plainNamesStay();
     void foldersStandInTheirPlace();
-    void drivesEndWithASlash();
 };
 
 void tst_DataTree::hostileNamesAreNoComponents_data() {
@@ -68,13 +67,6 @@ void tst_DataTree::foldersStandInTheirPlace() {
     const QString after = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
     QVERIFY(made == QStringLiteral("D:/ZEL/id/Capture/%1/").arg(before) ||
             made == QStringLiteral("D:/ZEL/id/Capture/%1/").arg(after));
-}
-
-void tst_DataTree::drivesEndWithASlash() {
-    QCOMPARE(dataTree::drives({QStringLiteral("/a"), QString(), QStringLiteral("D:/")}),
-             QStringList({QStringLiteral("/a/"), QStringLiteral("D:/")}));
-    const QStringList own = dataTree::drives({});
-    QVERIFY(std::all_of(own.begin(), own.end(), [](const QString& root) { return root.endsWith(QLatin1Char('/')); }));
 }
 
 QTEST_GUILESS_MAIN(tst_DataTree)

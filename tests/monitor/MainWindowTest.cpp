@@ -32,7 +32,7 @@ void MainWindowTest::cleanup() {
 void MainWindowTest::start() {
     manager_ = std::make_unique<AppManager>(AppPaths(dir_->path()), ui_, *ipncsdk::ZELIPNCSDK::GetInstance());
     frame_ = std::make_unique<MoveWidget>();
-    window_ = new MonitorMainUI(manager_->context());
+    window_ = new MonitorMainUI(manager_->context(), manager_->storage());
     frame_->setContent(window_, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
     window_->placeFrame();
     frame_->show();

@@ -1,9 +1,12 @@
 #include "base/JsonText.h"
+#include "database/SqlHelp.h"
+#include "logs/ui/Check_Log_Widget.h"
 #include "monitor/MainWindowTest.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
+#include "playback/ui/PlaybackPage.h"
 #include "support/MessageLog.h"
 #include "video/ui/ItemVideo.h"
 
@@ -27,7 +30,10 @@ private slots:
     void refusedDeviceShowsTheText();
     void signOutStopsEverything();
     void searchFindsDevices();
+    void modulesShowTheirPages();
+    void leavingWritesTheSignOut();
     void streamsWhileTheWindowIsDestroyed();
+    void recordingsHaveAPageOfTheirOwn();
 
 private:
     const char* deviceList() const override {
@@ -180,6 +186,34 @@ void tst_MonitorMainUI::signOutStopsEverything() {
     QVERIFY(window_->findChild<QPushButton*>(QStringLiteral("emptySignIn"))->isVisible());
 }
 
+void tst_MonitorMainUI::modulesShowTheirPages() {
+    auto* const logs = window_->findChild<QToolButton*>(QStringLiteral("logModule"));
+    auto* const video = window_->findChild<QToolButton*>(QStringLiteral("videoModule"));
+    QVERIFY(window_->findChild<Check_Log_Widget*>() == nullptr); // not before it is wanted
+    logs->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(logs, Qt::Key_Space);
+    auto* const page = window_->findChild<Check_Log_Widget*>();
+    QVERIFY(page != nullptr && page->isVisible());
+    QVERIFY(!window_->grid().isVisible());
+    QVERIFY(logs->isChecked() && !video->isChecked());
+    video->click();
+    QVERIFY(window_->grid().isVisible() && !page->isVisible());
+    logs->click();
+    QVERIFY(page->isVisible());
+    QCOMPARE(window_->findChildren<Check_Log_Widget*>().size(), 1);
+}
+
+void tst_MonitorMainUI::leavingWritesTheSignOut() {
+    const auto rows = [this] {
+        return manager_->context().database.queryLogs(SqlHelp::LoginLog, {}, {}, true, -1, -1);
+    };
+    QTRY_COMPARE(rows().size(), 1); // the sign-in
+    window_->closeWithoutAsking();
+    QCOMPARE(rows().size(), 2);
+    QCOMPARE(rows().constLast()[1], QStringLiteral("13800138000"));
+    QVERIFY(!rows().constLast()[3].isEmpty());
+}
+
 void tst_MonitorMainUI::searchFindsDevices() {
     auto* const search = window_->findChild<QLineEdit*>(QStringLiteral("deviceSearch"));
     QTest::keyClicks(search, QStringLiteral("b"));
@@ -224,6 +258,19 @@ void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
     stop = true;
     for (std::thread& thread : threads)
         thread.join();
+}
+
+void tst_MonitorMainUI::recordingsHaveAPageOfTheirOwn() {
+    window_->showPlayback(
+        {{QStringLiteral("大门"), QStringLiteral("a"), {dir_->filePath(QStringLiteral("no.avi"))}}});
+    auto* const module = window_->findChild<QToolButton*>(QStringLiteral("playbackModule"));
+    QVERIFY(module->isChecked() && window_->playback().isVisible() && !window_->grid().isVisible());
+    QTRY_COMPARE(message(), QStringLiteral("无法播放 no.avi：文件不存在或无权读取"));
+    frame_->resize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight);
+    QTRY_VERIFY(window_->width() <= MonitorMainUI::SmallestWidth + 8); // the frame's own border
+    QVERIFY(window_->playback().visibleRegion().boundingRect() == window_->playback().rect());
+    QTest::mouseClick(window_->findChild<QToolButton*>(QStringLiteral("videoModule")), Qt::LeftButton);
+    QVERIFY(window_->grid().isVisible() && !window_->playback().isVisible());
 }
 
 QTEST_MAIN(tst_MonitorMainUI)

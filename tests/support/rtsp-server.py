@@ -5,7 +5,9 @@ Prints "PORT n" once it serves, and ends when its standard input is closed, so t
 
 Streams: /live (H.264, SPS and PPS in the stream), /bare (SPS and PPS in the description alone), /white (H.264,
 limited range, all white), /full (the same samples, said to be of full range), /resize (changes its size every second), /h265, /mjpeg,
-/audio (G.711 alone), /both (H.264 and G.711), /hang (never answers DESCRIBE), /slow (answers after a second).
+/audio (G.711 alone), /both (H.264 and G.711), /pcma, /pcmu, /aac, /opus (H.264 and a tone in this codec), /quiet
+(its sound stops and comes back, every second), /nosetup (refuses to set up its sound), /hang (never answers
+DESCRIBE), /slow (answers after a second).
 """
 
 import argparse
@@ -23,6 +25,9 @@ from gi.repository import GLib, Gst, GstRtsp, GstRtspServer  # noqa: E402
 SOURCE = "videotestsrc is-live=true pattern={pattern} ! video/x-raw,format=I420,width={size},framerate=25/1{colour}"
 X264 = "x264enc tune=zerolatency speed-preset=ultrafast key-int-max=25 bframes=0 threads=1 sliced-threads=false"
 BARS = SOURCE.format(pattern="smpte", size="320,height=240", colour="")
+LIVE = f"{BARS} ! {X264} ! rtph264pay name=pay0 config-interval=-1"
+TONE = "audiotestsrc is-live=true freq={freq} volume=0.5 ! audio/x-raw,rate={rate},channels={channels}"
+ALAW = TONE.format(freq=700, rate=8000, channels=1) + "{} ! alawenc ! rtppcmapay name=pay1 pt=8"
 AUDIO = "audiotestsrc is-live=true ! alawenc ! rtppcmapay name=pay{} pt=8"
 
 
@@ -32,7 +37,7 @@ def white(colour):
 
 
 STREAMS = {
-    "/live": f"{BARS} ! {X264} ! rtph264pay name=pay0 config-interval=-1",
+    "/live": LIVE,
     "/bare": f"{BARS} ! {X264} ! video/x-h264,stream-format=avc ! rtph264pay name=pay0 config-interval=0",
     "/white": white("bt601"),
     "/full": white("1:4:0:0"),
@@ -41,7 +46,13 @@ STREAMS = {
     "/h265": f"{BARS} ! x265enc tune=zerolatency speed-preset=ultrafast key-int-max=25 ! rtph265pay name=pay0",
     "/mjpeg": f"{BARS} ! jpegenc ! rtpjpegpay name=pay0",
     "/audio": AUDIO.format(0),
-    "/both": f"{BARS} ! {X264} ! rtph264pay name=pay0 config-interval=-1 {AUDIO.format(1)}",
+    "/both": f"{LIVE} {AUDIO.format(1)}",
+    "/pcma": f"{LIVE} {ALAW.format('')}",
+    "/pcmu": f"{LIVE} {TONE.format(freq=1100, rate=8000, channels=1)} ! mulawenc ! rtppcmupay name=pay1 pt=0",
+    "/aac": f"{LIVE} {TONE.format(freq=1500, rate=44100, channels=2)} ! avenc_aac ! rtpmp4gpay name=pay1 pt=97",
+    "/opus": f"{LIVE} {TONE.format(freq=1500, rate=48000, channels=2)} ! opusenc ! rtpopuspay name=pay1 pt=98",
+    "/quiet": f"{LIVE} {ALAW.format(' ! valve name=valve')}",
+    "/nosetup": f"{LIVE} {ALAW.format('')}",
 }
 
 
@@ -69,8 +80,28 @@ def change_size(_factory, media):
         media.get_element().get_by_name("size").set_property("caps", Gst.Caps.from_string(caps))
         return True
 
+    every_second(media, change)
+
+
+def every_second(media, change):
     timer = GLib.timeout_add(1000, change)
     media.connect("unprepared", lambda _media: GLib.source_remove(timer))
+
+
+def interrupt_sound(_factory, media):
+    def change():
+        valve = media.get_element().get_by_name("valve")
+        valve.set_property("drop", not valve.get_property("drop"))
+        return True
+
+    every_second(media, change)
+
+
+def refuse_sound(client, context):
+    """A camera that describes its sound and sets up its video alone."""
+    path = context.uri.abspath if context.uri else ""
+    refused = path.startswith("/nosetup") and "stream=1" in path
+    return GstRtsp.RTSPStatusCode.UNSUPPORTED_MEDIA_TYPE if refused else GstRtsp.RTSPStatusCode.OK
 
 
 def require_password(server, user, password, method):
@@ -112,10 +143,13 @@ def main():
         factories[path] = GstRtspServer.RTSPMediaFactory()
         factories[path].set_launch(f"( {description} )")
     factories["/resize"].connect("media-configure", change_size)
+    factories["/quiet"].connect("media-configure", interrupt_sound)
+    server.connect("client-connected", lambda _server, client: client.connect("pre-setup-request", refuse_sound))
     factories["/hang"] = SlowFactory(3600)
     factories["/slow"] = SlowFactory(1)
     for path, factory in factories.items():
-        factory.set_shared(True)
+        # A client that comes back at once would meet a shared stream that is just being ended.
+        factory.set_shared(path != "/nosetup")
         if options.user:
             allow_users(factory)
         server.get_mount_points().add_factory(path, factory)

@@ -157,9 +157,14 @@ void Engine::command(const std::string& text, ZELIPNCSDK::ResponseCallback callb
     if (!message)
         logLine("SetConfig: " + reason);
     const auto type = message ? textAt(*message, "type") : std::nullopt;
+    const auto request = std::make_shared<Request>(0, std::move(callback), keeper_);
+    if (type && *type == "avchange" && memberAt(*message, "audiodata") != nullptr) {
+        // The samples are the caller's again when this returns; only the result waits its turn.
+        service_.post([request, result = video_->say(*message)] { request->respond(result); });
+        return;
+    }
     const Handler handler = type ? find(commands(), *type) : &Engine::unknownCommand;
-    enqueue(std::make_shared<Request>(0, std::move(callback), keeper_), handler,
-            message ? std::move(*message) : Json::object());
+    enqueue(request, handler, message ? std::move(*message) : Json::object());
 }
 
 emReturnValue Engine::document(const std::string& query, std::string& out) const {

@@ -1,6 +1,8 @@
 #include "api/LiveStream.h"
 
 #include "api/VideoMessages.h"
+#include "base/Log.h"
+#include "media/sound/Talk.h"
 
 #include <utility>
 
@@ -21,6 +23,7 @@ public:
     void onOpened(const media::StreamParameters& parameters) override { live_->opened(leg_, parameters); }
     void onDecoded(const media::DecodedFrame& frame) override { live_->picture(leg_, frame); }
     void onCoded(const media::CodedFrame& frame) override { live_->coded(leg_, frame); }
+    void onSound(const media::SoundBlock& sound) override { live_->sound(leg_, sound); }
     void onClosed(StreamError reason) override { live_->closed(leg_, reason); }
 
 private:
@@ -98,6 +101,12 @@ LiveStream::LiveStream(std::shared_ptr<Request> request, const Parts& parts, med
     , parts_(parts)
     , wishes_(std::move(wishes)) {}
 
+LiveStream::~LiveStream() {
+    if (wishes_.coded)
+        logLine("request " + std::to_string(request_->id()) + " of " + wishes_.camera + " ended after " +
+                std::to_string(codedDelivered_) + " coded frames");
+}
+
 void LiveStream::open(const media::Subscription& subscription, bool mainStream) {
     int number = 0;
     {
@@ -156,6 +165,9 @@ int LiveStream::hubId() const {
 }
 
 std::vector<int> LiveStream::end(StreamError outcome) {
+    // The hub may be told later; whoever wants to talk next need not wait for that.
+    if (wishes_.talk)
+        wishes_.talk->end();
     Tasks tasks;
     std::vector<int> hubIds;
     {
@@ -208,6 +220,15 @@ void LiveStream::coded(int leg, const media::CodedFrame& frame) {
         return;
     if (const Turn turn(*this, leg, frame.keyFrame ? Turn::For::Start : Turn::For::Frame); turn) {
         writeCodedText(text_, request_->id(), frame);
+        codedDelivered_ += request_->respond(text_) ? 1U : 0U;
+    }
+}
+
+void LiveStream::sound(int leg, const media::SoundBlock& sound) {
+    if (!wishes_.sound)
+        return;
+    if (const Turn turn(*this, leg, Turn::For::Frame); turn) {
+        writeSoundText(text_, request_->id(), sound);
         request_->respond(text_);
     }
 }

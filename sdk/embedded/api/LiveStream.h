@@ -7,6 +7,7 @@
 #include "media/Stream.h"
 
 #include <condition_variable>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -42,10 +43,14 @@ public:
 
     /// `wishes` say which camera and what of it; quality and source come with each leg.
     LiveStream(std::shared_ptr<Request> request, const Parts& parts, media::Subscription wishes);
+    /// Says how many coded frames the client got: what was recorded can be held against it.
+    ~LiveStream();
     LiveStream(const LiveStream&) = delete;
     LiveStream& operator=(const LiveStream&) = delete;
 
     [[nodiscard]] const media::Subscription& wishes() const { return wishes_; }
+    /// False for those who only listen or talk: there is nothing to take a picture of, nor to be exchanged.
+    [[nodiscard]] bool isWatched() const { return wishes_.decoded || wishes_.coded; }
 
     /// Begins the first leg; `mainStream` is what messages call "hd".
     void open(const media::Subscription& subscription, bool mainStream);
@@ -77,6 +82,7 @@ private:
     void opened(int leg, const media::StreamParameters& parameters);
     void picture(int leg, const media::DecodedFrame& frame);
     void coded(int leg, const media::CodedFrame& frame);
+    void sound(int leg, const media::SoundBlock& sound);
     void closed(int leg, media::StreamError reason);
 
     void subscribe(const media::Subscription& subscription, int leg);
@@ -97,7 +103,8 @@ private:
     const std::shared_ptr<Request> request_;
     const Parts parts_;
     const media::Subscription wishes_;
-    std::string text_; ///< of the message being sent; belongs to whoever has the turn
+    std::string text_;                 ///< of the message being sent; belongs to whoever has the turn
+    std::uint64_t codedDelivered_ = 0; ///< likewise
 
     mutable std::mutex mutex_;
     std::condition_variable turn_; ///< the turn is free, a leg was retired, or the request ended

@@ -9,9 +9,8 @@ Request::Request(int id, Callback callback, CallbackKeeper& keeper)
     , callback_(std::move(callback))
     , keeper_(keeper) {}
 
-void Request::respond(const std::string& response) {
-    if (callback_)
-        keeper_.run(gate_, [&] { callback_(response); });
+bool Request::respond(const std::string& response) {
+    return callback_ && keeper_.run(gate_, [&] { callback_(response); });
 }
 
 bool Request::close() {

@@ -25,8 +25,9 @@ public:
 
     [[nodiscard]] int id() const { return id_; }
 
-    /// Hands a response to the client on the calling thread, unless the request has been stopped.
-    void respond(const std::string& response);
+    /// Hands a response to the client on the calling thread, unless the request has been stopped. Returns whether the
+    /// client got it.
+    bool respond(const std::string& response);
 
     /// Lets no response through any more and waits as `CallbackKeeper::close` does.
     bool close();

@@ -3,12 +3,17 @@
 #include "base/JsonText.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 
 namespace ipncsdk::api {
 
 namespace {
+
+// What clients compare with.
+constexpr int canListen = 1;
+constexpr int canTalk = 3;
 
 template <typename Number>
 void appendNumber(std::string& text, Number number) {
@@ -35,8 +40,8 @@ std::string openText(int requestId, const media::StreamParameters& parameters, b
                           {"height", parameters.height},
                           {"codec", "H264"},
                           {"hd", mainStream},
-                          {"audiolisten", 0},
-                          {"audioplay", 0}};
+                          {"audiolisten", parameters.sound ? canListen : 0},
+                          {"audioplay", parameters.talk ? canTalk : 0}};
     return toText({{"type", "avopen"},
                    {"reqid", requestId},
                    {"retcode", 0},
@@ -68,6 +73,21 @@ void writeCodedText(std::string& text, int requestId, const media::CodedFrame& f
     text += R"(,"len":)";
     appendNumber(text, frame.size);
     text += frame.keyFrame ? R"(,"key":true})" : R"(,"key":false})";
+}
+
+void writeSoundText(std::string& text, int requestId, const media::SoundBlock& sound) {
+    static_assert(std::endian::native == std::endian::little, "samples leave as they stand in memory");
+    text = R"({"type":"audiodata","reqid":)";
+    appendNumber(text, requestId);
+    text += R"(,"data":)";
+    appendAddress(text, sound.samples);
+    text += R"(,"len":)";
+    appendNumber(text, sound.bytes());
+    text += R"(,"rate":)";
+    appendNumber(text, sound.rate);
+    text += R"(,"channels":)";
+    appendNumber(text, sound.channels);
+    text += R"(,"bits":16})";
 }
 
 } // namespace ipncsdk::api

@@ -18,5 +18,6 @@ std::string closeText(int requestId, media::StreamError reason);
 
 void writePictureText(std::string& text, int requestId, const media::DecodedFrame& frame);
 void writeCodedText(std::string& text, int requestId, const media::CodedFrame& frame);
+void writeSoundText(std::string& text, int requestId, const media::SoundBlock& sound);
 
 } // namespace ipncsdk::api

@@ -3,6 +3,7 @@
 #include "api/VideoMessages.h"
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
+#include "media/sound/Talk.h"
 
 #include <algorithm>
 #include <chrono>
@@ -25,6 +26,8 @@ constexpr std::int64_t leastPreviewWidth = 16;
 constexpr std::int64_t mostPreviewWidth = 1920;
 constexpr std::int64_t usualPreviewWidth = 320;
 constexpr std::size_t longestPath = 4096;
+constexpr std::int64_t usualTalkRate = 8000;
+constexpr std::int64_t usualTalkChannels = 1;
 
 /// What an "avreq" object asks for.
 struct OpenWishes {
@@ -51,6 +54,32 @@ std::optional<std::int64_t> openMinutes(const Json& avreq) {
     return minutes > 0 ? longestOpenMinutes : 0;
 }
 
+/// A whole number from `least` to `most` that may be missing; nothing when it is anything else.
+std::optional<int> numberWithin(const Json& object, const char* key, std::int64_t missing, std::int64_t least,
+                                std::int64_t most) {
+    const auto number = memberAt(object, key) == nullptr ? missing : integerAt(object, key);
+    return number && *number >= least && *number <= most ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+/// Adds what is to be heard or said to the wishes; false when that makes no sense.
+bool readSoundWishes(const Json& avreq, media::Subscription& stream) {
+    const auto listens = optionalFlag(avreq, "recvaudiodata");
+    const auto talks = optionalFlag(avreq, "sendaudiodata");
+    const bool watches = stream.decoded || stream.coded;
+    // Each of the three is a request of its own.
+    if (!listens || !talks || (watches ? 1 : 0) + (*listens ? 1 : 0) + (*talks ? 1 : 0) != 1)
+        return false;
+    stream.sound = *listens;
+    if (*talks) {
+        const auto rate = numberWithin(avreq, "rate", usualTalkRate, media::lowestSoundRate, media::highestSoundRate);
+        const auto channels = numberWithin(avreq, "channels", usualTalkChannels, 1, 2);
+        if (!rate || !channels)
+            return false;
+        stream.talk = std::make_shared<media::Talk>(*rate, *channels);
+    }
+    return true;
+}
+
 std::optional<OpenWishes> readWishes(const Json& message) {
     const Json& avreq = message["avreq"];
     const auto ipncid = textAt(avreq, "ipncid");
@@ -58,12 +87,14 @@ std::optional<OpenWishes> readWishes(const Json& message) {
     const auto decoded = optionalFlag(avreq, "recvdecodeavdata");
     const auto coded = optionalFlag(avreq, "recvavdata");
     const auto minutes = openMinutes(avreq);
-    if (!ipncid || !hd || !decoded || !coded || (!*decoded && !*coded) || !minutes)
+    if (!ipncid || !hd || !decoded || !coded || !minutes)
         return std::nullopt;
     OpenWishes wishes;
     wishes.stream.camera = *ipncid;
     wishes.stream.decoded = *decoded;
     wishes.stream.coded = *coded;
+    if (!readSoundWishes(avreq, wishes.stream))
+        return std::nullopt;
     wishes.mainStream = *hd;
     if (*minutes > 0)
         wishes.stream.openTimeout = std::chrono::minutes(*minutes);
@@ -85,6 +116,21 @@ std::shared_ptr<LiveStream> liveAt(const RequestTable& requests, const Json& mes
         return nullptr;
     const auto request = requests.find(static_cast<int>(*id));
     return request ? request->live() : nullptr;
+}
+
+/// An address as messages carry it; null when it is none that this machine has.
+const void* addressAt(const Json& message, const char* key) {
+    const Json* const member = memberAt(message, key);
+    if (member == nullptr)
+        return nullptr;
+    // Above the middle of 64 bits a number fits no signed type.
+    const std::uint64_t number =
+        member->is_number_unsigned()
+            ? member->get<std::uint64_t>()
+            : static_cast<std::uint64_t>(std::max<std::int64_t>(integerOf(*member).value_or(0), 0));
+    if (number > std::numeric_limits<std::uintptr_t>::max())
+        return nullptr;
+    return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(number));
 }
 
 /// The result of a change-video-operation.
@@ -154,11 +200,15 @@ void VideoService::preview(const std::shared_ptr<Request>& request, const Json& 
     });
 }
 
+void VideoService::refuseChange(Request& request) {
+    request.respond(changeText(StreamError::BadRequest));
+}
+
 void VideoService::change(const std::shared_ptr<Request>& request, const Json& message) {
     const bool captures = memberAt(message, "capture") != nullptr;
     const bool exchanges = memberAt(message, "hd") != nullptr;
     if (captures == exchanges)
-        return request->respond(changeText(StreamError::BadRequest));
+        return refuseChange(*request);
     if (captures)
         return capture(request, message);
     exchange(request, message);
@@ -167,8 +217,8 @@ void VideoService::change(const std::shared_ptr<Request>& request, const Json& m
 void VideoService::capture(const std::shared_ptr<Request>& request, const Json& message) {
     const auto file = pathAt(message, "capture", parts_.root);
     const auto live = liveAt(parts_.requests, message);
-    if (!file || !live || live->hubId() == 0)
-        return request->respond(changeText(StreamError::BadRequest));
+    if (!file || !live || !live->isWatched() || live->hubId() == 0)
+        return refuseChange(*request);
     parts_.pictures.post(
         [this, request, live, file = *file] { request->respond(changeText(takePicture(*live, file))); });
 }
@@ -188,17 +238,37 @@ void VideoService::exchange(const std::shared_ptr<Request>& request, const Json&
     const auto id = integerAt(message, "reqid");
     const auto mainStream = flagAt(message, "hd");
     if (!id || !mainStream)
-        return request->respond(changeText(StreamError::BadRequest));
+        return refuseChange(*request);
     const auto finish = [request, id = *id, hd = *mainStream](StreamError outcome) {
         request->respond(changeText(outcome, {{"reqid", id}, {"hd", hd}}));
     };
     const auto live = liveAt(parts_.requests, message);
-    if (!live)
+    if (!live || !live->isWatched())
         return finish(StreamError::BadRequest);
     const Found found = streamFor(live->wishes(), *mainStream);
     if (const auto* reason = std::get_if<StreamError>(&found))
         return finish(*reason);
     live->change(std::get<media::Subscription>(found), *mainStream, finish);
+}
+
+std::string VideoService::say(const Json& message) {
+    const auto finish = [&message](StreamError outcome) {
+        const auto id = integerAt(message, "reqid");
+        return changeText(outcome, id ? Json{{"reqid", *id}} : Json::object());
+    };
+    const auto live = liveAt(parts_.requests, message);
+    const void* const samples = addressAt(message, "audiodata");
+    const auto bytes = integerAt(message, "len");
+    const bool alone = memberAt(message, "capture") == nullptr && memberAt(message, "hd") == nullptr;
+    if (!alone || !live || !live->wishes().talk || samples == nullptr || !bytes || *bytes <= 0)
+        return finish(StreamError::BadRequest);
+    media::Talk& talk = *live->wishes().talk;
+    // Compared before anything is read: a length that is not meant leads out of the client's memory.
+    const bool fits = *bytes <= static_cast<std::int64_t>(talk.secondOfBytes()) &&
+                      reinterpret_cast<std::uintptr_t>(samples) <=
+                          std::numeric_limits<std::uintptr_t>::max() - static_cast<std::uintptr_t>(*bytes);
+    const bool taken = fits && talk.push(samples, static_cast<std::size_t>(*bytes));
+    return finish(taken ? StreamError::None : StreamError::BadRequest);
 }
 
 void VideoService::stop(int requestId) {
@@ -243,6 +313,8 @@ VideoService::Found VideoService::streamFor(const media::Subscription& wishes, b
     if (auto* const stream = std::get_if<media::Subscription>(&found)) {
         stream->decoded = wishes.decoded;
         stream->coded = wishes.coded;
+        stream->sound = wishes.sound;
+        stream->talk = wishes.talk;
         stream->openTimeout = wishes.openTimeout;
     }
     return found;

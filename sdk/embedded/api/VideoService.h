@@ -45,6 +45,10 @@ public:
     /// exchanges the light and the main stream of one. The result goes to `request`. On the service worker.
     void change(const std::shared_ptr<Request>& request, const Json& message);
 
+    /// "avchange" with "audiodata": takes samples for the camera that a running request talks to, and returns the
+    /// result's text. The samples are copied before this returns. Any thread; waits for nothing.
+    [[nodiscard]] std::string say(const Json& message);
+
     /// Ends one request, with the guarantees of `CallbackKeeper::close`. Any thread.
     void stop(int requestId);
     /// Closes every stream with `reason`. On the service worker.
@@ -57,6 +61,7 @@ private:
     Found streamFor(const media::Subscription& wishes, bool mainStream);
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
+    static void refuseChange(Request& request);
     void capture(const std::shared_ptr<Request>& request, const Json& message);
     void exchange(const std::shared_ptr<Request>& request, const Json& message);
     media::StreamError takePicture(const LiveStream& live, const std::filesystem::path& file);

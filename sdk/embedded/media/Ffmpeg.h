@@ -4,6 +4,7 @@ extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/frame.h>
+#include <libswresample/swresample.h>
 #include <libswscale/swscale.h>
 }
 
@@ -29,6 +30,9 @@ struct FreePacket {
 struct FreeScaler {
     void operator()(SwsContext* context) const { sws_freeContext(context); }
 };
+struct FreeResampler {
+    void operator()(SwrContext* context) const { swr_free(&context); }
+};
 
 using CodecContext = std::unique_ptr<AVCodecContext, FreeCodecContext>;
 using FormatContext = std::unique_ptr<AVFormatContext, FreeFormatContext>;
@@ -36,5 +40,6 @@ using ParserContext = std::unique_ptr<AVCodecParserContext, FreeParserContext>;
 using Frame = std::unique_ptr<AVFrame, FreeFrame>;
 using Packet = std::unique_ptr<AVPacket, FreePacket>;
 using Scaler = std::unique_ptr<SwsContext, FreeScaler>;
+using Resampler = std::unique_ptr<SwrContext, FreeResampler>;
 
 } // namespace ipncsdk::media

@@ -90,19 +90,16 @@ void SharedStream::stage(OpenStage stage) {
     open_ = false;
     stage_ = stage;
     takeNewSubscribers();
-    for (const auto& member : members_) {
-        tellState(*member);
-    }
+    tellState();
 }
 
 void SharedStream::opened(const StreamParameters& parameters) {
     open_ = true;
     parameters_ = parameters;
+    silent_ = !parameters.sound;
     stopDecoding();
     takeNewSubscribers();
-    for (const auto& member : members_) {
-        tellState(*member);
-    }
+    tellState();
 }
 
 void SharedStream::frame(const CodedFrame& frame) {
@@ -117,6 +114,19 @@ void SharedStream::frame(const CodedFrame& frame) {
         stopDecoding();
     } else if (decoder_ != nullptr || frame.keyFrame) {
         decode(frame);
+    }
+}
+
+bool SharedStream::soundWanted() const {
+    return std::any_of(members_.begin(), members_.end(), [](const auto& member) { return member->sound; });
+}
+
+void SharedStream::sound(const SoundBlock& sound) {
+    takeNewSubscribers();
+    for (const auto& member : members_) {
+        if (member->sound) {
+            member->call([&](StreamListener& listener) { listener.onSound(sound); });
+        }
     }
 }
 
@@ -156,14 +166,23 @@ void SharedStream::takeNewSubscribers() {
         members_ = subscribers_;
         changed_ = false;
     }
+    tellState();
+}
+
+void SharedStream::tellState() {
     for (const auto& member : members_) {
         tellState(*member);
     }
+    closeRefused();
 }
 
 void SharedStream::tellState(Subscriber& subscriber) {
     if (open_) {
-        if (!subscriber.toldOpen) {
+        if (!subscriber.toldOpen && subscriber.refused == StreamError::None) {
+            subscriber.refused = subscriber.refusalOf(parameters_);
+            if (subscriber.refused != StreamError::None) {
+                return;
+            }
             subscriber.toldOpen = true;
             subscriber.toldStage.reset();
             subscriber.codedRuns = false;
@@ -179,14 +198,27 @@ void SharedStream::tellState(Subscriber& subscriber) {
 
 /// Ends the subscriptions that have waited long enough for the stream to open.
 void SharedStream::closeLate(Clock::time_point now) {
-    for (std::size_t index = 0; index < members_.size(); ++index) {
-        if (members_[index]->openBy && now >= *members_[index]->openBy) {
-            const std::shared_ptr<Subscriber> member = members_[index];
-            members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(index--));
-            member->call([](StreamListener& listener) { listener.onClosed(StreamError::TimedOut); });
-            owner_.finished(member->id);
-        }
+    for (std::size_t index = 0; index < members_.size();) {
+        const auto& openBy = members_[index]->openBy;
+        index = openBy && now >= *openBy ? closeMember(index, StreamError::TimedOut) : index + 1;
     }
+}
+
+/// Ends the subscriptions to which the stream, as it has opened, is of no use.
+void SharedStream::closeRefused() {
+    for (std::size_t index = 0; index < members_.size();) {
+        const StreamError refused = members_[index]->refused;
+        index = refused != StreamError::None ? closeMember(index, refused) : index + 1;
+    }
+}
+
+/// Ends one subscription; returns the place of the one behind it.
+std::size_t SharedStream::closeMember(std::size_t index, StreamError reason) {
+    const std::shared_ptr<Subscriber> member = members_[index];
+    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(index));
+    member->call([reason](StreamListener& listener) { listener.onClosed(reason); });
+    owner_.finished(member->id);
+    return index;
 }
 
 void SharedStream::closeAll(StreamError reason) {

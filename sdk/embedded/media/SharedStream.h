@@ -49,6 +49,8 @@ public:
     void add(std::shared_ptr<Subscriber> subscriber);
     /// Returns how many are left.
     std::size_t remove(int subscriberId);
+    /// The stream has opened and has no sound.
+    bool isSilent() const { return silent_; }
 
     /// Copies the newest picture. Without one and without decoding subscribers, waits up to `patience` for the next
     /// key frame; with such subscribers only when `always`. `None`, `NoPicture`, or why the stream ended.
@@ -63,12 +65,17 @@ private:
     void stage(OpenStage stage) override;
     void opened(const StreamParameters& parameters) override;
     void frame(const CodedFrame& frame) override;
+    bool soundWanted() const override;
+    void sound(const SoundBlock& sound) override;
     void log(const std::string& line) override;
 
     void threadMain();
     StreamError read();
     void takeNewSubscribers();
+    void tellState();
     void tellState(Subscriber& subscriber);
+    void closeRefused();
+    std::size_t closeMember(std::size_t index, StreamError reason);
     void closeLate(Clock::time_point now);
     void closeAll(StreamError reason);
     void decode(const CodedFrame& frame);
@@ -83,6 +90,7 @@ private:
 
     std::atomic<bool> stop_{false};
     std::atomic<bool> changed_{false};   ///< `subscribers_` differs from the reader's copy
+    std::atomic<bool> silent_{false};    ///< opened without sound
     std::atomic<int> pictureWaiters_{0}; ///< threads inside `copyPicture` that need the decoder
 
     std::mutex mutex_;

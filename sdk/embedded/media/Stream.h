@@ -4,11 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
 
 namespace ipncsdk::media {
+
+class Talk;
 
 /// Why a stream ended or did not open. The numbers are the "retcode" of "avclose" and of the results of
 /// change-video-operations; clients show them, so a number never changes its meaning.
@@ -20,6 +23,9 @@ enum class StreamError : int {
     NotSignedIn = 4,         ///< nobody is signed in
     NoVideo = 5,             ///< the device has no video
     BadRequest = 6,          ///< the request lacks something or is of wrong types
+    NoSound = 7,             ///< the stream has no sound, or none that can be decoded
+    NoTalk = 8,              ///< the device cannot be talked to
+    TalkBusy = 9,            ///< somebody else talks to the device
     AddressUnreachable = 10, ///< host not found, connection refused, no route, not an address at all
     StreamNotFound = 11,     ///< the camera answers, and has no stream under this path
     PasswordRefused = 12,    ///< the camera refuses user name and password
@@ -68,6 +74,8 @@ struct StreamParameters {
     int height = 0;             ///< pixels
     int frameRate = 0;          ///< frames per second, rounded; 25 when the camera does not say
     std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY", "FILE"
+    bool sound = false;         ///< there is sound that can be decoded
+    bool talk = false;          ///< the camera can be talked to
     friend bool operator==(const StreamParameters&, const StreamParameters&) = default;
 };
 
@@ -89,9 +97,23 @@ struct CodedFrame {
     std::chrono::microseconds time{0};
 };
 
+/// The least and the greatest rate in which sound leaves and enters the SDK.
+inline constexpr int lowestSoundRate = 8000;
+inline constexpr int highestSoundRate = 48000;
+
+/// A run of sound: interleaved 16-bit samples in the machine's byte order. Valid during the call that hands it over.
+struct SoundBlock {
+    const std::int16_t* samples = nullptr;
+    std::size_t frames = 0; ///< samples of each channel
+    int rate = 0;           ///< samples of a channel in a second, from the lowest to the highest rate
+    int channels = 1;       ///< 1 or 2
+    std::size_t bytes() const { return frames * static_cast<std::size_t>(channels) * sizeof(std::int16_t); }
+};
+
 /// Receives what happens on one subscription. Calls come from threads of the hub, one at a time for one listener.
 /// Order: any number of `onStage`, then `onOpened`, then frames; after a lost connection the same again; `onClosed`
-/// is the last call. The first frame after `onOpened` is a key frame (coded) or its picture (decoded).
+/// is the last call. The first frame after `onOpened` is a key frame (coded) or its picture (decoded). Sound comes
+/// between the frames, as the stream brings it.
 class StreamListener {
 public:
     virtual ~StreamListener() = default;
@@ -99,10 +121,12 @@ public:
     virtual void onOpened(const StreamParameters& parameters) = 0;
     virtual void onDecoded(const DecodedFrame& frame) = 0;
     virtual void onCoded(const CodedFrame& frame) = 0;
+    virtual void onSound(const SoundBlock& sound) = 0;
     virtual void onClosed(StreamError reason) = 0;
 };
 
-/// What a subscriber wants.
+/// What a subscriber wants. Who wants nothing but to listen or to talk takes part in whatever stream of the camera
+/// runs already, and ends with `NoSound`, `NoTalk` or `TalkBusy` where that cannot be.
 struct Subscription {
     std::string camera; ///< subscriptions with equal camera, quality and source share one reader and one decoder
     Quality quality = Quality::Light;
@@ -110,6 +134,8 @@ struct Subscription {
     bool decoded = false;                                 ///< deliver pictures
     bool coded = false;                                   ///< deliver access units
     std::optional<std::chrono::milliseconds> openTimeout; ///< none: the hub's own limits of the network alone
+    bool sound = false;                                   ///< deliver sound
+    std::shared_ptr<Talk> talk = nullptr;                 ///< not null: hold the way to the camera open for it
 };
 
 } // namespace ipncsdk::media

@@ -41,6 +41,7 @@ public:
     void onOpened(const StreamParameters&) override {}
     void onDecoded(const DecodedFrame&) override {}
     void onCoded(const CodedFrame&) override {}
+    void onSound(const SoundBlock&) override {}
     void onClosed(StreamError) override {}
 };
 
@@ -126,7 +127,11 @@ private:
 
     void ending(const SharedStream& stream) override;
     void finished(Id subscriberId) override;
+    // The functions below want mutex_ to be held.
     std::unique_ptr<StreamReader> makeReader(const StreamKey& key);
+    std::shared_ptr<TalkLine> lineOf(const std::string& camera);
+    const Running* find(const Subscription& wanted) const;
+
     std::shared_ptr<Subscriber> detach(Id id);
 
     const HubOptions options_;
@@ -137,13 +142,14 @@ private:
     bool stopped_ = false;
     Id lastId_ = 0;
     std::map<Id, Entry> entries_;
-    std::vector<Running> running_; ///< streams that may be joined by new subscribers
+    std::vector<Running> running_;                         ///< streams that may be joined by new subscribers
+    std::map<std::string, std::weak_ptr<TalkLine>> lines_; ///< by camera
     std::unique_ptr<StreamReaper> reaper_ = std::make_unique<StreamReaper>();
 };
 
 std::unique_ptr<StreamReader> StreamHub::Impl::makeReader(const StreamKey& key) {
     if (const auto* loop = std::get_if<LoopSource>(&key.source)) {
-        return std::make_unique<LoopReader>(library_, LoopKey{*loop, key.quality});
+        return std::make_unique<LoopReader>(library_, LoopKey{*loop, key.quality}, lineOf(key.camera));
     }
     if (const auto* file = std::get_if<FileSource>(&key.source)) {
         return std::make_unique<FileReader>(*file, key.camera,
@@ -161,19 +167,18 @@ StreamHub::Impl::attach(const Subscription& subscription, std::shared_ptr<Stream
         return {0, nullptr};
     }
     const Id id = ++lastId_;
-    auto subscriber = std::make_shared<Subscriber>(id, subscription.decoded, subscription.coded, std::move(listener));
+    auto line = subscription.talk == nullptr ? nullptr : lineOf(subscription.camera);
+    auto subscriber = std::make_shared<Subscriber>(id, subscription, std::move(line), std::move(listener));
     const bool network = std::holds_alternative<RtspSource>(subscription.source);
     if (network || subscription.openTimeout) {
         subscriber->openBy = Clock::now() + subscription.openTimeout.value_or(options_.networkTimeout);
     }
-    const StreamKey key{subscription.camera, subscription.quality, subscription.source};
-    const auto known =
-        std::find_if(running_.begin(), running_.end(), [&](const Running& running) { return running.key == key; });
-    if (known != running_.end()) {
+    if (const Running* const known = find(subscription); known != nullptr) {
         known->stream->add(subscriber);
         entries_[id] = {std::move(subscriber), known->stream};
         return {id, known->stream};
     }
+    const StreamKey key{subscription.camera, subscription.quality, subscription.source};
     const char* quality = key.quality == Quality::Main ? " (main)" : " (light)";
     auto stream =
         std::make_shared<SharedStream>(loggable(key.camera) + quality, makeReader(key), *this, options_.log);
@@ -182,6 +187,35 @@ StreamHub::Impl::attach(const Subscription& subscription, std::shared_ptr<Stream
     entries_[id] = {std::move(subscriber), stream};
     running_.push_back({key, stream});
     return {id, stream};
+}
+
+std::shared_ptr<TalkLine> StreamHub::Impl::lineOf(const std::string& camera) {
+    std::weak_ptr<TalkLine>& known = lines_[camera];
+    auto line = known.lock();
+    if (line == nullptr) {
+        line = std::make_shared<TalkLine>();
+        known = line;
+        std::erase_if(lines_, [](const auto& entry) { return entry.second.expired(); });
+    }
+    return line;
+}
+
+/// The running stream that a subscription joins: the one that it names, or for those who want no pictures another one
+/// of the same camera, so that a camera is not asked twice; null when there is none.
+const StreamHub::Impl::Running* StreamHub::Impl::find(const Subscription& wanted) const {
+    const StreamKey key{wanted.camera, wanted.quality, wanted.source};
+    const bool anyStream = (wanted.sound || wanted.talk != nullptr) && !wanted.decoded && !wanted.coded;
+    const Running* other = nullptr;
+    for (const Running& running : running_) {
+        if (running.key == key) {
+            return &running;
+        }
+        const bool serves = running.key.camera == key.camera && running.key.quality != key.quality;
+        if (anyStream && serves && !(wanted.sound && running.stream->isSilent())) {
+            other = &running;
+        }
+    }
+    return other;
 }
 
 /// Takes a subscription out, and ends its stream when it was the last one; null when there is none.

@@ -21,6 +21,10 @@ public:
     /// The stream runs (again); a key frame follows.
     virtual void opened(const StreamParameters& parameters) = 0;
     virtual void frame(const CodedFrame& frame) = 0;
+    /// Somebody listens. Readers decode sound only while this is so.
+    virtual bool soundWanted() const = 0;
+    /// Only while the stream is open.
+    virtual void sound(const SoundBlock& sound) = 0;
     virtual void log(const std::string& line) = 0;
 
 protected:

@@ -18,14 +18,17 @@ namespace theme = corvanta::theme;
 
 namespace {
 
-QIcon deviceIcon(bool video, bool online, bool open) {
+/// How a device's camera is drawn; red where it is recorded, else green where its video is open.
+QIcon deviceIcon(bool video, bool online, bool open, bool recorded) {
     const QString drawing =
         !video ? QStringLiteral("sensor") : (online ? QStringLiteral("camera") : QStringLiteral("camera-off"));
     static QHash<QString, QIcon> cache;
-    const QString key = drawing + QLatin1Char(open ? '+' : '-') + QLatin1Char(online ? '+' : '-');
+    const QString key =
+        drawing + QLatin1Char(open ? '+' : '-') + QLatin1Char(online ? '+' : '-') + QLatin1Char(recorded ? '+' : '-');
     auto it = cache.find(key);
     if (it == cache.end())
-        it = cache.insert(key, corvanta::svgIcon(drawing, open     ? theme::Healthy
+        it = cache.insert(key, corvanta::svgIcon(drawing, recorded ? theme::Alarm
+                                                          : open   ? theme::Healthy
                                                           : online ? theme::TextOnDark
                                                                    : theme::FaintOnDark));
     return *it;
@@ -117,9 +120,12 @@ void DeviceTree::appendGroup(const QString& id, const QString& name, const QStri
 void DeviceTree::decorate(QStandardItem& item) {
     const bool online = item.data(OnlineRole).toBool();
     const bool open = item.data(OpenRole).toBool();
-    item.setIcon(deviceIcon(item.data(VideoRole).toBool(), online, open));
+    const bool recorded = item.data(RecordRole).toBool();
+    item.setIcon(deviceIcon(item.data(VideoRole).toBool(), online, open, recorded));
     item.setForeground(online ? theme::TextOnDark : theme::FaintOnDark);
-    const QString state = open ? tr("视频已打开") : (online ? tr("在线") : tr("离线"));
+    QString state = open ? tr("视频已打开") : (online ? tr("在线") : tr("离线"));
+    if (recorded)
+        state += tr("，正在录像");
     item.setToolTip(corvanta::plainToolTip(
         QStringLiteral("%1\n%2\n%3").arg(item.text(), item.data(IpncIdRole).toString(), state)));
 }
@@ -160,10 +166,19 @@ QStandardItem* DeviceTree::find(const QString& ipncId) const {
 }
 
 void DeviceTree::setVideoOpen(const QString& ipncId, bool open) {
-    if (QStandardItem* const item = find(ipncId)) {
-        item->setData(open, OpenRole);
-        decorate(*item);
-    }
+    setFlag(ipncId, OpenRole, open);
+}
+
+void DeviceTree::setRecording(const QString& ipncId, bool recording) {
+    setFlag(ipncId, RecordRole, recording);
+}
+
+void DeviceTree::setFlag(const QString& ipncId, Role role, bool value) {
+    QStandardItem* const item = find(ipncId);
+    if (item == nullptr || item->data(role).toBool() == value)
+        return;
+    item->setData(value, role);
+    decorate(*item);
 }
 
 QString DeviceTree::currentDevice() const {
@@ -319,6 +334,9 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
     add(menu, "deviceToggle", item.data(OpenRole).toBool() ? tr("关闭视频") : tr("打开视频"), isVideo,
         [this, ipncId] { emit sigToggleVideo(ipncId); });
     add(menu, "devicePreview", tr("预览图片"), isVideo, [this, ipncId] { emit sigPreview(ipncId); });
+    const bool recorded = item.data(RecordRole).toBool();
+    add(menu, "deviceRecord", recorded ? tr("停止录像") : tr("开始录像"), isVideo || recorded,
+        [this, ipncId] { emit sigToggleRecording(ipncId); });
     menu.addSeparator();
     add(menu, "deviceUp", tr("上移"), mayMove && row > 0,
         [this, ipncId, ownId, row] { emit sigMoveDevice(ipncId, ownId, row - 1); });
@@ -356,6 +374,8 @@ void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
     };
     add("groupOpen", tr("打开本组视频"), item.hasChildren(), [this, id] { emit sigOpenGroup(id, true); });
     add("groupClose", tr("关闭本组视频"), item.hasChildren(), [this, id] { emit sigOpenGroup(id, false); });
+    add("groupRecord", tr("本组开始录像"), item.hasChildren(), [this, id] { emit sigRecordGroup(id, true); });
+    add("groupStopRecord", tr("本组停止录像"), item.hasChildren(), [this, id] { emit sigRecordGroup(id, false); });
     menu.addSeparator();
     add("groupDefault", tr("设为默认组"), isReal && !item.font().bold(), [this, id] { emit sigDefaultGroup(id); });
     add("groupUp", tr("上移"), isReal && dragEnabled() && row > 0,

@@ -26,6 +26,7 @@ public:
     /// the rows shown are not the places in the groups.
     void setFilter(const QString& text);
     void setVideoOpen(const QString& ipncId, bool open);
+    void setRecording(const QString& ipncId, bool recording);
     /// The device under the cursor of the tree, empty on a group.
     QString currentDevice() const;
     /// Puts the cursor of the tree on a device, if it is there.
@@ -44,6 +45,10 @@ signals:
     void sigPreview(QString ipncid);
     /// All videos of a group are to be opened, or ended.
     void sigOpenGroup(QString groupId, bool open);
+    /// The user starts a device's recording, or stops it when it is recorded.
+    void sigToggleRecording(QString ipncid);
+    /// All videos of a group are to be recorded, or not any more.
+    void sigRecordGroup(QString groupId, bool record);
     /// The group's devices are to have the first tiles.
     void sigDefaultGroup(QString groupId);
     /// A device is to stand at a place of a group, counted from 0 in the list as it will be then.
@@ -62,7 +67,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    enum Role { IpncIdRole = Qt::UserRole + 1, GroupIdRole, OpenRole, VideoRole, OnlineRole };
+    enum Role { IpncIdRole = Qt::UserRole + 1, GroupIdRole, OpenRole, VideoRole, OnlineRole, RecordRole };
 
     /// Where something dragged would go: into a group, or (with an empty id) among the groups.
     struct Place {
@@ -74,6 +79,7 @@ private:
                      bool isDefault);
     void rememberClosedGroups();
     void applyClosedGroups();
+    void setFlag(const QString& ipncId, Role role, bool value);
     QStandardItem* find(const QString& ipncId) const;
     QString groupId(int row) const;
     static void decorate(QStandardItem& item);

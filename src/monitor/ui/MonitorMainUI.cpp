@@ -1,5 +1,7 @@
 #include "monitor/ui/MonitorMainUI.h"
 
+#include "audio/Listener.h"
+#include "audio/Talker.h"
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/ListRefresh.h"
@@ -10,8 +12,11 @@
 #include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "logs/ui/Check_Log_Widget.h"
+#include "monitor/Archive.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
+#include "monitor/ui/AudioControl.h"
 #include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
@@ -19,12 +24,16 @@
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MessageBar.h"
 #include "monitor/ui/PollRunner.h"
+#include "monitor/ui/RecordControl.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WindowKeys.h"
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/ui/PlaybackPage.h"
+#include "recording/Recorder.h"
+#include "storage/ui/StoredFilesPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
@@ -40,15 +49,21 @@ namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
 using PollMode = ScreenPoll::Mode;
 
-MonitorMainUI::MonitorMainUI(const AppContext& context, QWidget* parent)
+MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storage, QWidget* parent)
     : QWidget(parent)
-    , context_(context) {
+    , context_(context)
+    , storage_(storage) {
     setObjectName(QStringLiteral("MonitorMainUI"));
     setAccessibleName(tr("主窗口"));
     build();
     live_ = new LiveVideo(context_, *grid_, this);
     poll_ = new PollRunner(context_, *live_, this);
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
+    recorder_ = new Recorder({context_.gateway, storage_, context_.settings}, this);
+    records_ = new RecordControl(context_, {*grid_, *live_, *recorder_, storage_, devices_->tree()}, this);
+    listener_ = new Listener(context_.gateway, systemSoundOutput(), this);
+    talker_ = new Talker(context_.gateway, systemSoundInput(), this);
+    audio_ = new AudioControl(context_, {*grid_, *live_, *listener_, *talker_, *topBar_}, this);
     order_ = new DeviceOrder(context_, this);
     workspace_ = new WorkspaceKeeper(context_, {*grid_, *live_, *poll_, devices_->tree(), *splitter_}, this);
     connectBars();
@@ -68,6 +83,11 @@ MonitorMainUI::~MonitorMainUI() {
     // Before the grid: the streams' pictures go to its tiles. And before the live videos, who works with them.
     delete workspace_;
     delete control_;
+    delete audio_;
+    delete talker_;
+    delete listener_;
+    delete records_;
+    delete recorder_; // its files are complete now
     delete poll_;
     delete live_;
 }
@@ -103,27 +123,58 @@ void MonitorMainUI::buildPages(QWidget* parent) {
         bool available;
     };
     static constexpr Module modules[] = {
-        {"videoModule", QT_TR_NOOP("视频"), "video", true},
-        {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false},
-        {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
+        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"logModule", QT_TR_NOOP("日志"), "log", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
     pages_->setMinimumWidth(320);
     grid_ = new Fwidget(8, 8, context_.settings, pages_);
     pages_->addWidget(grid_);
+    modulePages_.insert(VideoModule, grid_);
+    playback_ = new corvanta::playback::PlaybackPage(pages_);
+    playback_->setSnapshotPath([this](const corvanta::playback::PlaybackCamera& camera, const QDateTime& moment) {
+        return corvanta::archive::snapshotPath(storage_, camera, moment);
+    });
+    pages_->addWidget(playback_);
+    modulePages_.insert(PlaybackModule, playback_);
     int number = 0;
     for (const Module& module : modules)
         topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
                            module.available);
-    topBar_->setModule(0);
+    topBar_->setModule(VideoModule);
+}
+
+void MonitorMainUI::showModule(int number) {
+    QWidget*& page = modulePages_[number];
+    if (page == nullptr && number == LogModule) { // made when it is first wanted
+        page = new Check_Log_Widget(context_, pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == FilesModule) {
+        auto* const files = new StoredFilesPage(context_, storage_, pages_);
+        connect(files, &StoredFilesPage::sigPlay, this, [this](const QVector<corvanta::storage::FileRecord>& chosen) {
+            showPlayback(corvanta::archive::camerasOf(chosen, context_.devices));
+        });
+        page = files;
+        pages_->addWidget(page);
+    }
+    if (page != nullptr)
+        pages_->setCurrentWidget(page);
+}
+
+void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras) {
+    topBar_->setModule(PlaybackModule);
+    pages_->setCurrentWidget(playback_);
+    playback_->play(cameras);
 }
 
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(topBar_, &TopBar::sigSignOut, this, &MonitorMainUI::signOut);
-    connect(topBar_, &TopBar::sigModule, pages_, &QStackedWidget::setCurrentIndex);
+    connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
     connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });
@@ -137,9 +188,13 @@ void MonitorMainUI::connectBars() {
     connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
     connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
     connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
+    connect(playback_, &corvanta::playback::PlaybackPage::sigMessage, this, &MonitorMainUI::showMessage);
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(records_, &RecordControl::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(listener_, &Listener::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(talker_, &Talker::sigMessage, this, &MonitorMainUI::showMessage);
     connect(grid_, &Fwidget::sigLayoutChanged, this,
             [this] { bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns()); });
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
@@ -243,6 +298,10 @@ void MonitorMainUI::applyAspectMode() {
 void MonitorMainUI::connectReports() {
     // Reports come from the SDK's side and are dealt with here, like those of every other operation.
     connect(live_, &LiveVideo::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(recorder_, &Recorder::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(records_, &RecordControl::sigSnapshot, this, &MonitorMainUI::sigDeal);
+    connect(recorder_, &Recorder::sigFrame, this, &MonitorMainUI::sig_RecodeData);
+    connect(this, &MonitorMainUI::sig_RecodeData, this, &MonitorMainUI::OnGetRecodeData);
     connect(this, &MonitorMainUI::sigDeal, this, &MonitorMainUI::slotDeal);
 }
 
@@ -275,6 +334,7 @@ void MonitorMainUI::onLists() {
     devices_->rebuild(context_.devices);
     nameTiles();
     live_->followDevices();
+    records_->onLists();
     if (!context_.devices.isEmpty()) {
         workspace_->restoreVideos();
         if (std::exchange(pollWaits_, false))
@@ -286,6 +346,8 @@ void MonitorMainUI::signOut() {
     workspace_->forgetVideos();
     poll_->pause();
     live_->stopAll();
+    records_->pause();
+    audio_->pause();
     context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
 }
 
@@ -305,6 +367,8 @@ void MonitorMainUI::onAccountChanged() {
         workspace_->forgetVideos();
         poll_->pause();
         live_->stopAll();
+        records_->pause();
+        audio_->pause();
         nameTiles();
         pollWaits_ = true;
     }
@@ -315,8 +379,14 @@ void MonitorMainUI::onAccountChanged() {
 void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
     if (name == LiveVideo::operation())
         live_->onReport(value.toMap());
+    else if (name == Recorder::operation())
+        recorder_->onReport(value.toMap());
     else if (name == QStringLiteral("更新设备预览"))
         live_->refreshPreview(value.toString());
+}
+
+void MonitorMainUI::OnGetRecodeData(const QString& ipncId, uint8_t* block, long length) {
+    recorder_->onFrame(ipncId, block, length);
 }
 
 void MonitorMainUI::showMessage(const QString& text) {

@@ -3,28 +3,42 @@
 #include "base/AppContext.h"
 #include "monitor/Shortcuts.h"
 
+#include <QHash>
 #include <QVariant>
+#include <QVector>
 #include <QWidget>
 
+class AudioControl;
 class DeviceOrder;
 class DevicePanel;
 class Fwidget;
+class Listener;
 class LiveVideo;
 class MessageBar;
 class PollRunner;
 class QSplitter;
 class QStackedWidget;
+class RecordControl;
+class Recorder;
+class RecordingStorage;
+class Talker;
 class TopBar;
 class WaitOverlay;
 class WallControl;
 class WorkspaceKeeper;
+
+namespace corvanta::playback {
+class PlaybackPage;
+struct PlaybackCamera;
+} // namespace corvanta::playback
 
 /// The main window: device tree, pages of which the video grid is the first, bars. Puts the parts together; what they
 /// do stands in them.
 class MonitorMainUI final : public QWidget {
     Q_OBJECT
 public:
-    explicit MonitorMainUI(const AppContext& context, QWidget* parent = nullptr);
+    /// `storage` outlives the window.
+    MonitorMainUI(const AppContext& context, RecordingStorage& storage, QWidget* parent = nullptr);
     ~MonitorMainUI() override;
 
     /// The smallest content, px.
@@ -38,6 +52,11 @@ public:
     const AppContext& context() const { return context_; }
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
+    Recorder& recorder() const { return *recorder_; }
+    corvanta::playback::PlaybackPage& playback() const { return *playback_; }
+
+    /// Goes to the page that plays recordings and shows these.
+    void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();
@@ -48,9 +67,13 @@ public:
 signals:
     /// An operation and its value, from whichever part reports it.
     void sigDeal(QString name, QVariant value);
+    /// A coded frame of a recording; its slot owns the block.
+    void sig_RecodeData(QString ipncId, uint8_t* block, long length);
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
+    /// Writes a frame of a recording and frees its block.
+    void OnGetRecodeData(const QString& ipncId, uint8_t* block, long length);
     void showMessage(const QString& text);
     void toggleFullScreen();
 
@@ -60,6 +83,7 @@ protected:
 private:
     void build();
     void buildPages(QWidget* parent);
+    void showModule(int number);
     void connectBars();
     void connectTree();
     void connectReports();
@@ -77,15 +101,29 @@ private:
     void openSettings();
     void applySettings(const QStringList& changedKeys);
 
+    /// Numbers of the modules, in the order of their buttons, which have pages.
+    static constexpr int VideoModule = 0;
+    static constexpr int PlaybackModule = 1;
+    static constexpr int FilesModule = 2;
+    static constexpr int LogModule = 6;
+
     AppContext context_;
     TopBar* topBar_ = nullptr;
     QSplitter* splitter_ = nullptr;
     DevicePanel* devices_ = nullptr;
     QStackedWidget* pages_ = nullptr;
+    QHash<int, QWidget*> modulePages_; ///< by the module's number
     Fwidget* grid_ = nullptr;
+    corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
+    RecordingStorage& storage_;
     LiveVideo* live_ = nullptr;
+    Recorder* recorder_ = nullptr;
+    RecordControl* records_ = nullptr;
+    Listener* listener_ = nullptr;
+    Talker* talker_ = nullptr;
+    AudioControl* audio_ = nullptr;
     PollRunner* poll_ = nullptr;
     WallControl* control_ = nullptr;
     DeviceOrder* order_ = nullptr;

@@ -2,23 +2,33 @@
 
 #include "base/DeviceModel.h"
 #include "base/ScreenPoll.h"
+#include "database/SqlHelp.h"
+#include "logs/ui/Check_Log_Widget.h"
+#include "logs/ui/LogTableView.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/ui/PlaybackPage.h"
+#include "recording/Recorder.h"
 #include "video/ui/ItemVideo.h"
 #include "video/ui/TileMenu.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDateTime>
 #include <QDebug>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QScreen>
+#include <QTabBar>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -74,6 +84,49 @@ void OperatorTour::planShort() {
     pause(6000); // until the texts over the pictures have gone
     picture(QStringLiteral("live-9-later"));
     layout(1, 1, QStringLiteral("live-1"));
+    record(1);
+    endRecording();
+    steps_.push_back({QStringLiteral("the recording"),
+                      [this] {
+                          const QString copy = folder_ + QStringLiteral("/recording.avi");
+                          QFile::remove(copy);
+                          QFile::copy(recorded_.value(0).files.value(0), copy);
+                      },
+                      [this] {
+                          return QFile::exists(folder_ + QStringLiteral("/recording.avi"));
+                      }});
+}
+
+void OperatorTour::record(int devices) {
+    steps_.push_back({QStringLiteral("recordings"),
+                      [this, devices] {
+                          for (const QString& id : window_.devices().ipncIds().mid(0, devices))
+                              window_.recorder().start(id);
+                      },
+                      [this] {
+                          const QStringList ids = window_.recorder().wanted();
+                          return std::all_of(ids.begin(), ids.end(), [this](const QString& id) {
+                              constexpr int longEnough = 6; // seconds
+                              const auto since = window_.recorder().since(id);
+                              return since && since->secsTo(QDateTime::currentDateTime()) >= longEnough;
+                          });
+                      }});
+}
+
+void OperatorTour::endRecording() {
+    steps_.push_back(
+        {QStringLiteral("recordings end"),
+         [this] {
+             for (const QString& id : window_.recorder().wanted()) {
+                 recorded_.append({window_.devices().device(id)->displayName(), id, {window_.recorder().file(id)}});
+                 window_.recorder().stop(id);
+             }
+         },
+         [this] {
+             return std::all_of(recorded_.begin(), recorded_.end(), [this](const auto& camera) {
+                 return window_.recorder().file(camera.ipncId).isEmpty();
+             });
+         }});
 }
 
 void OperatorTour::planEverything() {
@@ -83,10 +136,16 @@ void OperatorTour::planEverything() {
     layout(1, 1, QStringLiteral("layout-1"));
     layout(2, 2, QStringLiteral("layout-4"));
     layout(3, 3, QStringLiteral("layout-9"));
+    record(4);
+    picture(QStringLiteral("recording"));
     planMenus();
     planTreeMenus();
+    endRecording();
     planPolling();
     planSettings();
+    planLogs(QString());
+    planExport();
+    planPlayback();
     layout(4, 4, QStringLiteral("layout-16"));
     layout(3, 6, QStringLiteral("layout-18"));
     layout(5, 5, QStringLiteral("layout-25"));
@@ -102,6 +161,7 @@ void OperatorTour::planEverything() {
     layout(3, 3, QStringLiteral("smallest-9"));
     for (const QString& page : settingsPages())
         settingsPage(QStringLiteral("smallest-settings-") + page, page);
+    planLogs(QStringLiteral("smallest-"));
     tip();
 }
 
@@ -193,6 +253,29 @@ void OperatorTour::planSettings() {
         settingsPage(QStringLiteral("settings-") + page, page);
 }
 
+void OperatorTour::planPlayback() {
+    steps_.push_back({QStringLiteral("the playback page"), [this] { click(&window_, "playbackModule"); },
+                      [this] {
+                          return window_.playback().isVisible();
+                      }});
+    pause(300);
+    picture(QStringLiteral("playback-empty"));
+    steps_.push_back({QStringLiteral("four recordings"), [this] { window_.showPlayback(recorded_); },
+                      [this] {
+                          return window_.playback().session() != nullptr;
+                      }});
+    pause(1500);
+    picture(QStringLiteral("playback-4"));
+    steps_.push_back({QStringLiteral("nothing to play"), [this] { window_.playback().close(); },
+                      [this] {
+                          return window_.playback().session() == nullptr;
+                      }});
+    steps_.push_back({QStringLiteral("the wall again"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
+}
+
 void OperatorTour::settingsPage(const QString& name, const QString& page) {
     const auto open = [this, page] {
         QTimer::singleShot(0, &window_, [page] {
@@ -202,6 +285,38 @@ void OperatorTour::settingsPage(const QString& name, const QString& page) {
         click(&window_, "settingsButton");
     };
     dialog(name, open, [] { openDialog()->reject(); });
+}
+
+void OperatorTour::planLogs(const QString& pictures) {
+    steps_.push_back({QStringLiteral("the log of sign-ins"),
+                      [this] {
+                          click(&window_, "logModule");
+                          window_.findChild<QTabBar*>(QStringLiteral("logTabs"))->setCurrentIndex(SqlHelp::LoginLog);
+                      },
+                      [this] {
+                          const auto* const page = window_.findChild<Check_Log_Widget*>();
+                          return !page->isSearching() && page->table().pager().rowCount() > 0;
+                      }});
+    pause(200);
+    picture(pictures + QStringLiteral("logs"));
+    steps_.push_back({QStringLiteral("the videos again"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
+}
+
+void OperatorTour::planExport() {
+    steps_.push_back({QStringLiteral("the log page again"), [this] { click(&window_, "logModule"); },
+                      [this] {
+                          return window_.findChild<Check_Log_Widget*>()->isVisible();
+                      }});
+    menu(QStringLiteral("menu-logs"), [this] { click(&window_, "logMenu"); });
+    dialog(
+        QStringLiteral("logs-export"), [this] { click(&window_, "exportButton"); }, [] { openDialog()->reject(); });
+    steps_.push_back({QStringLiteral("the videos once more"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
 }
 
 void OperatorTour::planPolling() {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "playback/PlaybackCamera.h"
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
+#include <QVector>
 
 #include <functional>
 #include <vector>
@@ -41,7 +44,14 @@ private:
     void planMenus();
     void planTreeMenus();
     void planSettings();
+    void planPlayback();
+    /// Records the first devices for some seconds; `recorded_` has the files then.
+    void record(int devices);
+    void endRecording();
     void planPolling();
+    /// The log page with the log of sign-ins, in which the tour's own stands.
+    void planLogs(const QString& pictures);
+    void planExport();
     void settingsPage(const QString& picture, const QString& page);
     /// Opens a menu, which may run an event loop of its own, takes a picture of it and closes it.
     void menu(const QString& picture, std::function<void()> open);
@@ -63,6 +73,7 @@ private:
 
     MonitorMainUI& window_;
     QString folder_;
+    QVector<corvanta::playback::PlaybackCamera> recorded_; ///< what the tour has recorded
     std::vector<Step> steps_;
     std::size_t current_ = 0;
     bool begun_ = false;

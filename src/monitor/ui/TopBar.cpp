@@ -1,8 +1,10 @@
 #include "monitor/ui/TopBar.h"
 
 #include "base/ui/BarButton.h"
+#include "base/ui/PlainToolTip.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "monitor/ui/VolumePopup.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -33,6 +35,15 @@ TopBar::TopBar(QWidget* parent)
         poll_->setChecked(!poll_->isChecked()); // ticked by what runs, not by the click
         emit sigPoll();
     });
+    sound_ = addButton(QStringLiteral("soundButton"), tr("音量"), QStringLiteral("sound"));
+    sound_->setCheckable(true);
+    volume_ = new VolumePopup(this);
+    connect(sound_, &QToolButton::clicked, this, [this] {
+        sound_->setChecked(!sound_->isChecked()); // says what is heard, not what was clicked
+        volume_->showUnder(*sound_);
+    });
+    connect(volume_, &VolumePopup::sigVolume, this, &TopBar::sigVolume);
+    connect(volume_, &VolumePopup::sigMuted, this, &TopBar::sigMuted);
     auto* const settings = addButton(QStringLiteral("settingsButton"), tr("软件设置"), QStringLiteral("settings"));
     connect(settings, &QToolButton::clicked, this, &TopBar::sigSettings);
     auto* const help = addButton(QStringLiteral("helpButton"), tr("快捷键"), QStringLiteral("help"));
@@ -93,6 +104,15 @@ void TopBar::setPolling(bool on) {
     poll_->setChecked(on);
     poll_->setToolTip(on ? tr("停止轮屏") : tr("开始轮屏"));
     poll_->setAccessibleName(poll_->toolTip());
+}
+
+void TopBar::setSound(int volume, bool muted, const QString& state) {
+    volume_->setValues(volume, muted);
+    sound_->setChecked(!state.isEmpty());
+    sound_->setIcon(
+        corvanta::svgIcon(muted ? QStringLiteral("sound-off") : QStringLiteral("sound"), theme::TextOnDark));
+    sound_->setToolTip(corvanta::plainToolTip(state.isEmpty() ? tr("音量") : tr("音量") + QLatin1Char('\n') + state));
+    sound_->setAccessibleDescription(state);
 }
 
 void TopBar::addModule(int number, const QString& objectName, const QString& text, const QString& drawing,

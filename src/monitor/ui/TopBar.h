@@ -7,6 +7,7 @@
 class QHBoxLayout;
 class QLabel;
 class QToolButton;
+class VolumePopup;
 
 /// The strip at the top of the main window: title, modules, account, window buttons. Moves the window.
 class TopBar final : public DragArea {
@@ -19,6 +20,8 @@ public:
     void setAccount(const QString& phoneNumber);
     void setFullScreen(bool on);
     void setPolling(bool on);
+    /// Volume (0 to 100), mute, and what is heard and talked to at the moment; blue while there is something.
+    void setSound(int volume, bool muted, const QString& state);
 
     /// A button for a page of the window, in the order of the calls; `number` comes back by `sigModule`. One whose
     /// page is not there cannot be chosen.
@@ -29,6 +32,8 @@ public:
 signals:
     void sigModule(int number);
     void sigPoll();
+    void sigVolume(int percent);
+    void sigMuted(bool muted);
     void sigSettings();
     void sigHelp();
     void sigSignIn();
@@ -49,6 +54,8 @@ private:
     QHBoxLayout* modulesRow_;
     QHash<int, QToolButton*> modules_; ///< by number
     QToolButton* poll_;
+    QToolButton* sound_;
+    VolumePopup* volume_;
     QToolButton* account_;
     QToolButton* fullScreen_;
     bool signedIn_ = false;

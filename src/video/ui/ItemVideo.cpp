@@ -51,7 +51,8 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent, PictureBeat* beat)
     : QWidget(parent)
     , tileIndex_(tileIndex)
     , beat_(beat != nullptr ? beat : new PictureBeat(this))
-    , textLine_(new TileTextLine(this)) {
+    , textLine_(new TileTextLine(this))
+    , recordMark_(new RecordMark(this)) {
     setObjectName(QStringLiteral("videoTile%1").arg(tileIndex));
     setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
     setFocusPolicy(Qt::StrongFocus);
@@ -107,6 +108,11 @@ void ItemVideo::attachStream(int requestId, const QVariantMap& parameters) {
     secondsSincePicture_ = 0;
     timer_.start();
     emit sig_updateDisplay();
+}
+
+void ItemVideo::setRecording(RecordMark::Kind kind, qint64 seconds) {
+    if (recordMark_->show(kind, seconds))
+        emit sig_updateDisplay();
 }
 
 void ItemVideo::setPreview(const QImage& picture) {
@@ -211,7 +217,12 @@ QRect ItemVideo::picturePlace() const {
 }
 
 QRegion ItemVideo::overPicture() const {
-    return textLine_->isVisible() ? QRegion(textLine_->geometry()) : QRegion();
+    QRegion covered;
+    if (textLine_->isVisible())
+        covered += textLine_->geometry();
+    if (recordMark_->isVisible())
+        covered += recordMark_->geometry();
+    return covered;
 }
 
 void ItemVideo::placeRenderer() {
@@ -241,7 +252,9 @@ void ItemVideo::updateDisplay() {
     if (renderer_ != nullptr) {
         renderer_->setVisible(hasPicture() && !drawnByWall_);
     }
-    textLine_->showIn(rect().adjusted(border, border, -border, -border), shownText());
+    const QRect inside = rect().adjusted(border, border, -border, -border);
+    textLine_->showIn(inside, shownText());
+    recordMark_->placeIn(inside);
     update();
 }
 

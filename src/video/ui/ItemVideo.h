@@ -4,6 +4,7 @@
 #include "video/FrameSize.h"
 #include "video/Placement.h"
 #include "video/ui/PictureBeat.h"
+#include "video/ui/RecordMark.h"
 #include "video/ui/TileAction.h"
 
 #include <QImage>
@@ -60,6 +61,9 @@ public:
     void setDeviceName(const QString& name);
     void setSelected(bool selected);
     void setAspectMode(corvanta::video::AspectMode mode);
+
+    /// Says that the tile's device is being recorded, for so many seconds.
+    void setRecording(RecordMark::Kind kind, qint64 seconds);
 
     /// Shows a single picture instead of a live one, with the time at which it was taken, until a live one comes or
     /// the tile is closed. A null picture takes it away.
@@ -157,6 +161,7 @@ private:
 
     GLYuvWidget* renderer_ = nullptr; ///< child, made with the first picture: most of the tiles never show one
     TileTextLine* textLine_ = nullptr;
+    RecordMark* recordMark_ = nullptr;
     QTimer timer_;
     std::unique_ptr<TileMenu> menu_; ///< no child, or it would take the tile's style
 };

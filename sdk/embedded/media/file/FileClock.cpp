@@ -41,6 +41,15 @@ FileClock::Times FileClock::at(std::optional<microseconds> decodeStamp, std::opt
     return {due, due + std::clamp<microseconds>(wait, microseconds(0), longestReordering)};
 }
 
+std::optional<FileClock::microseconds> FileClock::dueOf(microseconds stamp) const {
+    if (!due_ || (!anchor_ && !last_)) {
+        return std::nullopt;
+    }
+    const auto due = anchor_ ? anchor_->time + (stamp - anchor_->stamp) : *due_ + (stamp - *last_);
+    const bool near = due - *due_ <= longestStep && *due_ - due <= longestStep;
+    return near ? std::optional(due) : std::nullopt;
+}
+
 FileClock::Times FileClock::byShowing(microseconds showStamp) {
     auto due = follow(period_);
     if (!anchor_) {

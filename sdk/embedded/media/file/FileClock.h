@@ -30,6 +30,12 @@ public:
     /// and by what is shown only in the long run.
     Times at(std::optional<microseconds> decodeStamp, std::optional<microseconds> showStamp);
 
+    /// When something beside the units, with a stamp on the scale of theirs, is due; nothing before a loop's first
+    /// unit, and when it is too far from the last one to belong to it.
+    std::optional<microseconds> dueOf(microseconds stamp) const;
+    /// When the next unit is due, as far as is known.
+    microseconds next() const { return due_ ? *due_ + period_ : microseconds(0); }
+
 private:
     struct Anchor {
         microseconds stamp{0}; ///< of a loop's first unit

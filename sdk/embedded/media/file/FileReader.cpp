@@ -28,6 +28,7 @@ StreamError FileReader::run(ReaderHost& host) {
     while (host.running()) {
         host.stage(OpenStage::Loading);
         const StreamError error = loop(host);
+        sound_.forget();
         if (!host.running()) {
             break;
         }
@@ -58,6 +59,7 @@ StreamError FileReader::loop(ReaderHost& host) {
         }
         clock_.describe(known_.period, known_.reordering);
         clock_.beginLoop();
+        sound_.begin(file.soundParameters(), clock_.next());
         if (!everOpened_) {
             begin_ = Clock::now() + microseconds(spread_ % static_cast<std::size_t>(known_.period.count()));
         }
@@ -86,6 +88,9 @@ StreamError FileReader::play(ReaderHost& host, VideoFile& file) {
             return file.isWhole() ? StreamError::None : StreamError::ConnectionLost;
         case VideoFile::Read::Failed:
             return StreamError::ConnectionLost;
+        case VideoFile::Read::Sound:
+            keepSound(host, file);
+            continue;
         case VideoFile::Read::Unit:
             break;
         }
@@ -102,6 +107,19 @@ StreamError FileReader::play(ReaderHost& host, VideoFile& file) {
     }
 }
 
+/// Lets the sound that was read stand by for its time.
+void FileReader::keepSound(ReaderHost& host, const VideoFile& file) {
+    if (!host.soundWanted()) {
+        return sound_.forget();
+    }
+    const auto stamp = file.soundStamp();
+    const auto due = stamp ? clock_.dueOf(*stamp) : std::nullopt;
+    if (due || !stamp) {
+        sound_.add(file.soundPacket(), due);
+    }
+}
+
+/// Waits until a unit is due. What sound is due before is heard meanwhile.
 bool FileReader::waitFor(ReaderHost& host, microseconds due) {
     // The first picture is awaited by somebody; the clock begins a little later.
     if (!std::exchange(everPlayed_, true)) {
@@ -110,6 +128,12 @@ bool FileReader::waitFor(ReaderHost& host, microseconds due) {
     const auto now = Clock::now();
     if (now - (begin_ + due) > patience) {
         begin_ = now - due;
+    }
+    for (auto sound = sound_.due(); sound && *sound <= due; sound = sound_.due()) {
+        if (!host.waitUntil(begin_ + *sound)) {
+            return false;
+        }
+        sound_.deliver(host, Clock::now() - (begin_ + *sound) > patience);
     }
     return host.waitUntil(begin_ + due);
 }

@@ -2,6 +2,7 @@
 
 #include "media/StreamReader.h"
 #include "media/file/FileClock.h"
+#include "media/file/FileSound.h"
 #include "media/file/VideoFile.h"
 
 #include <chrono>
@@ -26,6 +27,7 @@ public:
 private:
     StreamError loop(ReaderHost& host);
     StreamError play(ReaderHost& host, VideoFile& file);
+    void keepSound(ReaderHost& host, const VideoFile& file);
     bool waitFor(ReaderHost& host, std::chrono::microseconds due);
 
     const FileSource source_;
@@ -33,6 +35,7 @@ private:
     const FileOptions options_;
 
     FileClock clock_;
+    FileSound sound_;
     VideoFile::Known known_;
     Clock::time_point begin_;  ///< of the clock
     Clock::time_point lookAt_; ///< when the file is to be looked after

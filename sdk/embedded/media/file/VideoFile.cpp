@@ -1,6 +1,7 @@
 #include "media/file/VideoFile.h"
 
 #include "media/H264Decoder.h"
+#include "media/sound/SoundDecoder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,6 +47,15 @@ AVStream* findH264(const AVFormatContext& input) {
     return nullptr;
 }
 
+AVStream* findSound(const AVFormatContext& input) {
+    for (unsigned index = 0; index < input.nb_streams; ++index) {
+        if (SoundDecoder::canDecode(*input.streams[index]->codecpar)) {
+            return input.streams[index];
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 StreamError VideoFile::open(const fs::path& file, Known& known) {
@@ -81,8 +91,9 @@ StreamError VideoFile::openContainer() {
     if (stream_ == nullptr) {
         return StreamError::CodecNotSupported;
     }
+    sound_ = findSound(*input_);
     for (unsigned index = 0; index < input_->nb_streams; ++index) {
-        if (input_->streams[index] != stream_) {
+        if (input_->streams[index] != stream_ && input_->streams[index] != sound_) {
             input_->streams[index]->discard = AVDISCARD_ALL;
         }
     }
@@ -94,8 +105,9 @@ StreamError VideoFile::openContainer() {
 }
 
 StreamError VideoFile::findKeyFrame(Known& known) {
-    while (readUnit()) {
-        if (unit_->keyFrame && describe(*unit_, known)) {
+    for (Read read = readPacket(); read == Read::Unit || read == Read::Sound; read = readPacket()) {
+        if (read == Read::Unit && unit_->keyFrame && describe(*unit_, known)) {
+            known.parameters.sound = sound_ != nullptr;
             pending_ = true;
             return StreamError::None;
         }
@@ -103,22 +115,24 @@ StreamError VideoFile::findKeyFrame(Known& known) {
     return StreamError::CodecNotSupported;
 }
 
-/// Reads the next unit with a picture; false at the end and when reading failed.
-bool VideoFile::readUnit() {
+/// Reads the next packet that is a unit with a picture, or sound.
+VideoFile::Read VideoFile::readPacket() {
     unit_.reset();
     while (!unit_) {
         av_packet_unref(packet_.get());
         const int result = av_read_frame(input_.get(), packet_.get());
         if (result < 0) {
-            failed_ = result != AVERROR_EOF;
-            return false;
+            return result == AVERROR_EOF ? Read::End : Read::Failed;
+        }
+        if (sound_ != nullptr && packet_->stream_index == sound_->index) {
+            return Read::Sound;
         }
         if (packet_->stream_index == stream_->index) {
             unit_ = normaliser_.normalise({packet_->data, static_cast<std::size_t>(packet_->size)},
                                           (packet_->flags & AV_PKT_FLAG_KEY) != 0);
         }
     }
-    return true;
+    return Read::Unit;
 }
 
 bool VideoFile::describe(const AnnexB::AccessUnit& keyFrame, Known& known) const {
@@ -140,22 +154,27 @@ bool VideoFile::describe(const AnnexB::AccessUnit& keyFrame, Known& known) const
     return true;
 }
 
-std::optional<std::chrono::microseconds> VideoFile::stamp(std::int64_t ticks) const {
+std::optional<std::chrono::microseconds> VideoFile::stamp(const AVStream& stream, std::int64_t ticks) {
     if (ticks == AV_NOPTS_VALUE) {
         return std::nullopt;
     }
-    return std::chrono::microseconds(av_rescale_q(ticks, stream_->time_base, {1, 1'000'000}));
+    return std::chrono::microseconds(av_rescale_q(ticks, stream.time_base, {1, 1'000'000}));
+}
+
+std::optional<std::chrono::microseconds> VideoFile::soundStamp() const {
+    return stamp(*sound_, packet_->pts != AV_NOPTS_VALUE ? packet_->pts : packet_->dts);
 }
 
 VideoFile::Read VideoFile::next(FileClock& clock, Unit& unit) {
-    if (!pending_ && !readUnit()) {
-        return failed_ ? Read::Failed : Read::End;
-    }
+    const Read read = pending_ ? Read::Unit : readPacket();
     pending_ = false;
-    const auto times = clock.at(stamp(packet_->dts), stamp(packet_->pts));
+    if (read != Read::Unit) {
+        return read;
+    }
+    const auto times = clock.at(stamp(*stream_, packet_->dts), stamp(*stream_, packet_->pts));
     unit.frame = {unit_->bytes.data(), unit_->bytes.size(), unit_->keyFrame, times.shown};
     unit.due = times.due;
-    return Read::Unit;
+    return read;
 }
 
 bool VideoFile::isWhole() const {

@@ -1,5 +1,7 @@
 #include "media/loop/LoopReader.h"
 
+#include "media/loop/LoopVoice.h"
+
 #include <functional>
 #include <utility>
 
@@ -14,11 +16,27 @@ constexpr microseconds framePeriod{1'000'000 / loopFrameRate};
 /// Someone later than this (a suspended machine, a group that was not made in time) goes on from now.
 constexpr milliseconds patience{500};
 
+/// The sound beside the picture of a number, while somebody listens or talks.
+void speak(ReaderHost& host, LoopVoice& voice, int frame) {
+    const bool wanted = host.soundWanted();
+    if (!wanted && !voice.isTalkedTo()) {
+        return;
+    }
+    const SoundBlock sound = voice.next(frame);
+    if (voice.hasLostTalk()) {
+        host.log("talk comes faster than it can be played; the oldest is left out");
+    }
+    if (wanted) {
+        host.sound(sound);
+    }
+}
+
 } // namespace
 
-LoopReader::LoopReader(LoopLibrary& library, LoopKey key)
+LoopReader::LoopReader(LoopLibrary& library, LoopKey key, std::shared_ptr<const TalkLine> line)
     : library_(library)
-    , key_(std::move(key)) {}
+    , key_(std::move(key))
+    , line_(std::move(line)) {}
 
 std::shared_ptr<const Gop> LoopReader::await(ReaderHost& host, const Loop& loop, std::size_t number) const {
     std::shared_ptr<const Gop> gop;
@@ -36,7 +54,8 @@ StreamError LoopReader::run(ReaderHost& host) {
     if (gop == nullptr) {
         return loop->failed() ? StreamError::Internal : StreamError::None;
     }
-    host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP"});
+    host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP", true, true});
+    LoopVoice voice(key_.source.scene, line_);
     // Cameras that start together are spread over one frame's time, so that they do not all work at once. The first
     // picture is awaited by somebody and comes without that.
     auto spread = microseconds(std::hash<std::string>{}(key_.text()) % framePeriod.count());
@@ -55,6 +74,7 @@ StreamError LoopReader::run(ReaderHost& host) {
                 return StreamError::None;
             }
             host.frame({gop->bytes.data() + offset, gop->sizes[index], index == 0, time});
+            speak(host, voice, static_cast<int>(number) * loopGopLength + static_cast<int>(index));
             offset += gop->sizes[index];
             due += framePeriod + std::exchange(spread, microseconds(0));
             time += framePeriod;

@@ -2,14 +2,17 @@
 
 #include "media/StreamReader.h"
 #include "media/loop/LoopLibrary.h"
+#include "media/sound/Talk.h"
+
+#include <memory>
 
 namespace ipncsdk::media {
 
 /// Serves a recorded loop in real time, over and over.
 class LoopReader final : public StreamReader {
 public:
-    /// The library outlives the reader.
-    LoopReader(LoopLibrary& library, LoopKey key);
+    /// The library outlives the reader. What is said on `line` is heard in the loop's sound.
+    LoopReader(LoopLibrary& library, LoopKey key, std::shared_ptr<const TalkLine> line);
     StreamError run(ReaderHost& host) override;
 
 private:
@@ -17,6 +20,7 @@ private:
 
     LoopLibrary& library_;
     const LoopKey key_;
+    const std::shared_ptr<const TalkLine> line_;
 };
 
 } // namespace ipncsdk::media

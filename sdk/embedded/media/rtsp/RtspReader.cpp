@@ -53,13 +53,18 @@ StreamError RtspReader::run(ReaderHost& host) {
     const std::string place = "the camera at " + address->host() + ':' + std::to_string(address->port()) + ' ';
     StreamClock clock;
     bool everOpened = false;
+    bool withSound = true;
     auto pause = options_.firstPause;
     while (host.running()) {
         TCPSocketDelegate* delegate = options_.socketDelegate ? options_.socketDelegate() : nullptr;
         StreamError error = StreamError::None;
+        bool soundRefused = false;
         {
-            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened);
+            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened, withSound);
             error = session.run();
+            // Some cameras describe sound and then refuse it; that must not cost the pictures.
+            soundRefused = error == StreamError::StreamNotFound && session.failedWithSound();
+            withSound = !soundRefused && (withSound || !session.opened());
             if (session.opened()) {
                 everOpened = true;
                 pause = options_.firstPause;
@@ -68,7 +73,11 @@ StreamError RtspReader::run(ReaderHost& host) {
         if (!host.running()) {
             break;
         }
-        host.log(place + wordsFor(error));
+        host.log(place + (soundRefused ? "refuses to send its sound" : wordsFor(error)));
+        if (soundRefused) {
+            host.waitUntil(Clock::now() + options_.firstPause);
+            continue;
+        }
         if (!everOpened || isFinal(error)) {
             return error;
         }

@@ -39,12 +39,13 @@ int frameRateOf(double fromStream, const AVStream& stream) {
 } // namespace
 
 RtspSession::RtspSession(ReaderHost& host, const RtspAddress& address, StreamClock& clock,
-                         TCPSocketDelegate* delegate, milliseconds silence, bool limitOpening)
+                         TCPSocketDelegate* delegate, milliseconds silence, bool limitOpening, bool withSound)
     : host_(host)
     , address_(address)
     , clock_(clock)
     , silence_(silence)
     , limitOpening_(limitOpening)
+    , withSound_(withSound)
     , relay_(delegate == nullptr ? nullptr
                                  : std::make_unique<Relay>(*delegate, address.host(), address.port(), silence)) {}
 
@@ -64,6 +65,7 @@ bool RtspSession::mustBreakOff() {
     if (closing_) {
         return pastDeadline();
     }
+    described_ = opening_ != nullptr ? std::max(described_, opening_->nb_streams) : described_;
     // A camera that sends its callers elsewhere would lead them past the client's transport.
     if (relay_ != nullptr && opening_ != nullptr && opening_->url != nullptr && url_ != opening_->url) {
         return true;
@@ -98,6 +100,7 @@ StreamError RtspSession::explain(int code, StreamError otherwise) const {
     case AVERROR_HTTP_OTHER_4XX:
     case AVERROR_HTTP_SERVER_ERROR:
     case AVERROR_INVALIDDATA:
+    case AVERROR(EPROTONOSUPPORT):
         return StreamError::StreamNotFound;
     default:
         return otherwise;
@@ -147,25 +150,18 @@ StreamError RtspSession::open() {
     opening_->interrupt_callback = {&RtspSession::interrupted, this};
     Options options;
     options.set("rtsp_transport", "tcp");
-    options.set("allowed_media_types", "video");
+    options.set("allowed_media_types", withSound_ ? "video+audio" : "video");
     // Playing begins once it is known that there is something to play: a camera without video would refuse it.
     options.set("initial_pause", "1");
     // Nothing that a camera describes may lead to a file or to another protocol.
     options.set("protocol_whitelist", address_.secure() ? "tcp,tls" : "tcp");
-    const int result =
+    const int opened =
         avformat_open_input(&opening_, url_.c_str(), av_find_input_format("rtsp"), &options.dictionary);
     input_.reset(std::exchange(opening_, nullptr));
-    if (result < 0) {
-        return explain(result, StreamError::AddressUnreachable);
+    if (opened < 0) {
+        return explain(opened, StreamError::AddressUnreachable);
     }
-    for (unsigned index = 0; index < input_->nb_streams; ++index) {
-        AVStream* stream = input_->streams[index];
-        if (stream_ == nullptr && stream->codecpar->codec_id == AV_CODEC_ID_H264) {
-            stream_ = stream;
-        } else {
-            stream->discard = AVDISCARD_ALL;
-        }
-    }
+    chooseStreams();
     if (stream_ == nullptr) {
         return StreamError::CodecNotSupported;
     }
@@ -174,8 +170,22 @@ StreamError RtspSession::open() {
         normaliser_.setHeader({parameters.extradata, static_cast<std::size_t>(parameters.extradata_size)});
     }
     clock_.restart();
-    const int playing = av_read_play(input_.get());
-    return playing < 0 ? explain(playing, StreamError::StreamNotFound) : StreamError::None;
+    const int result = av_read_play(input_.get());
+    playing_ = result >= 0;
+    return playing_ ? StreamError::None : explain(result, StreamError::StreamNotFound);
+}
+
+void RtspSession::chooseStreams() {
+    for (unsigned index = 0; index < input_->nb_streams; ++index) {
+        AVStream* stream = input_->streams[index];
+        if (stream_ == nullptr && stream->codecpar->codec_id == AV_CODEC_ID_H264) {
+            stream_ = stream;
+        } else if (sound_ == nullptr && SoundDecoder::canDecode(*stream->codecpar)) {
+            sound_ = stream;
+        } else {
+            stream->discard = AVDISCARD_ALL;
+        }
+    }
 }
 
 StreamError RtspSession::readFrames() {
@@ -189,9 +199,12 @@ StreamError RtspSession::readFrames() {
         if (result < 0) {
             return explain(result, opened_ ? StreamError::ConnectionLost : StreamError::StreamNotFound);
         }
-        expectData();
         if (packet->stream_index == stream_->index) {
+            expectData();
             handOver(*packet);
+        } else if (sound_ != nullptr && packet->stream_index == sound_->index) {
+            // Sound alone keeps no stream alive.
+            hear(*packet);
         }
         av_packet_unref(packet.get());
     }
@@ -215,6 +228,24 @@ void RtspSession::handOver(const AVPacket& packet) {
     }
 }
 
+/// Decodes sound and hands it over while somebody listens.
+void RtspSession::hear(const AVPacket& packet) {
+    if (!opened_ || !host_.soundWanted()) {
+        return decoder_.reset();
+    }
+    if (decoder_ == nullptr) {
+        decoder_ = std::make_unique<SoundDecoder>(*sound_->codecpar);
+    }
+    decoder_->feed(packet);
+    SoundBlock block;
+    while (decoder_->take(block)) {
+        host_.sound(block);
+    }
+    if (decoder_->damaged() > 0 && !std::exchange(soundDamaged_, true)) {
+        host_.log("damaged sound came; some may be missing");
+    }
+}
+
 /// The stream counts as open from its first key frame on, which tells what the description may have left out.
 bool RtspSession::openWith(const CodedFrame& keyFrame) {
     H264Decoder decoder;
@@ -226,8 +257,11 @@ bool RtspSession::openWith(const CodedFrame& keyFrame) {
     }
     opened_ = true;
     expectData();
+    if (decoder.reordering() == 0) {
+        clock_.keepOrder();
+    }
     host_.opened({picture.width, picture.height, frameRateOf(decoder.frameRate(), *stream_),
-                  relay_ != nullptr ? "RTSP/PROXY" : "RTSP/TCP"});
+                  relay_ != nullptr ? "RTSP/PROXY" : "RTSP/TCP", sound_ != nullptr});
     return true;
 }
 

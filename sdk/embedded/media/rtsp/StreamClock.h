@@ -11,7 +11,12 @@ namespace ipncsdk::media {
 class StreamClock final {
 public:
     /// A new connection's times have nothing to do with those before.
-    void restart() { offset_.reset(); }
+    void restart() {
+        offset_.reset();
+        inOrder_ = false;
+    }
+    /// From now on the connection's times only rise: its pictures come in the order in which they are shown.
+    void keepOrder() { inOrder_ = true; }
 
     /// The stream's time of a frame with the camera's `time`, or of one without, that came at `now`.
     std::chrono::microseconds at(std::optional<std::chrono::microseconds> time, Clock::time_point now) {
@@ -27,12 +32,20 @@ public:
         const auto known = offset_.value_or(elapsed - *time);
         const auto drift = *time + known - elapsed;
         offset_ = drift > largestDrift || drift < -largestDrift ? elapsed - *time : known;
-        return *time + *offset_;
+        // A camera's report on its clocks may set the pictures back against its sound.
+        constexpr std::chrono::milliseconds leastStep{1};
+        if (inOrder_ && last_ && *time + *offset_ <= *last_) {
+            offset_ = *last_ + leastStep - *time;
+        }
+        last_ = *time + *offset_;
+        return *last_;
     }
 
 private:
     std::optional<Clock::time_point> begin_;
     std::optional<std::chrono::microseconds> offset_;
+    std::optional<std::chrono::microseconds> last_;
+    bool inOrder_ = false;
 };
 
 } // namespace ipncsdk::media

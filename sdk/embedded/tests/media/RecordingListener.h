@@ -28,6 +28,8 @@ public:
         int decoded = 0;
         Picture newest;                         ///< the last picture
         std::vector<std::pair<int, int>> sizes; ///< of pictures, where they differ from the one before
+        std::vector<std::int16_t> sound;        ///< of the last run of equal form, interleaved
+        std::pair<int, int> soundForm;          ///< rate and channels
         std::optional<StreamError> closed;
         int callsAfterClose = 0;
     };
@@ -85,6 +87,16 @@ public:
     void onCoded(const CodedFrame& frame) override {
         note([&](Record& record) {
             record.coded.push_back({{frame.data, frame.data + frame.size}, frame.keyFrame, frame.time});
+        });
+    }
+    void onSound(const SoundBlock& block) override {
+        note([&](Record& record) {
+            const std::pair form(block.rate, block.channels);
+            if (record.soundForm != form) {
+                record.soundForm = form;
+                record.sound.clear();
+            }
+            record.sound.insert(record.sound.end(), block.samples, block.samples + block.bytes() / 2);
         });
     }
     void onClosed(StreamError reason) override {

@@ -423,6 +423,15 @@ void tst_Rtsp::clockGoesOn() {
     QCOMPARE(clock.at(std::nullopt, begin + 200ms), 200000us);
     clock.restart();
     QCOMPARE(clock.at(7s, begin + 1s), 1000000us);
+    // Pictures that come in their order stay in it when the camera sets them back against its sound.
+    clock.keepOrder();
+    QCOMPARE(clock.at(7s + 40ms, begin + 1040ms), 1040000us);
+    QCOMPARE(clock.at(6s + 800ms, begin + 1080ms), 1041000us);
+    QCOMPARE(clock.at(6s + 840ms, begin + 1120ms), 1081000us);
+    QCOMPARE(clock.at(7s + 840ms, begin + 1160ms), 2081000us);
+    clock.restart();
+    QCOMPARE(clock.at(5s, begin + 3s), 3000000us);
+    QCOMPARE(clock.at(5s - 20ms, begin + 3s), 2980000us);
 }
 
 QTEST_GUILESS_MAIN(tst_Rtsp)

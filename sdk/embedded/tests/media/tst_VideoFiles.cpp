@@ -317,6 +317,7 @@ void tst_VideoFiles::manyAtOnce() {
 void tst_VideoFiles::clock() {
     FileClock clock;
     clock.describe(40ms, 0);
+    QVERIFY(!clock.dueOf(0ms)); // nothing is known yet
     const auto at = [&](std::optional<std::chrono::microseconds> decode,
                         std::optional<std::chrono::microseconds> show) {
         const auto times = clock.at(decode, show);
@@ -325,6 +326,10 @@ void tst_VideoFiles::clock() {
     using Pair = std::pair<std::chrono::microseconds, std::chrono::microseconds>;
     QVERIFY(at(-80ms, 0ms) == Pair(0ms, 80ms)); // stamps may begin anywhere
     QVERIFY(at(-40ms, 120ms) == Pair(40ms, 200ms));
+    QVERIFY(clock.dueOf(-40ms) == 40ms); // sound of the same moment, and before and behind it
+    QVERIFY(clock.dueOf(-90ms) == -10ms);
+    QVERIFY(clock.dueOf(1s) == 1080ms);
+    QVERIFY(!clock.dueOf(20s) && !clock.dueOf(-20s));
     QVERIFY(at(0ms, 40ms) == Pair(80ms, 120ms));
     QVERIFY(at(40ms, {}) == Pair(120ms, 120ms));
     QVERIFY(at({}, {}) == Pair(160ms, 160ms));
@@ -333,7 +338,10 @@ void tst_VideoFiles::clock() {
     QVERIFY(at(9h + 500ms, 9h + 500ms) == Pair(740ms, 740ms));
     QVERIFY(at(0ms, 0ms) == Pair(780ms, 780ms));
     clock.beginLoop();
+    QCOMPARE(clock.next(), std::chrono::microseconds(820ms));
+    QVERIFY(!clock.dueOf(0ms));
     QVERIFY(at(0ms, 0ms) == Pair(820ms, 820ms));
+    QVERIFY(clock.dueOf(30ms) == 850ms);
     QVERIFY(at(100ms, 100ms) == Pair(920ms, 920ms));
     QVERIFY(at({}, 140ms) == Pair(960ms, 960ms));
     // Show stamps alone, of pictures that are reordered by up to two frames.
@@ -351,6 +359,7 @@ void tst_VideoFiles::clock() {
             QVERIFY(show(7s + stamp * 1ms) == Pair(begin + unit++ * 40ms, begin + 80ms + stamp * 1ms));
         }
     }
+    QVERIFY(reordered.dueOf(7s + 320ms) == 360ms + 320ms);
     QVERIFY(show(7s + 3000ms) == Pair(3360ms, 3440ms)); // a picture that stood for long
     QVERIFY(show(0s) == Pair(3400ms, 3400ms + 80ms));
 }

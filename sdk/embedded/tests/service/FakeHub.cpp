@@ -1,5 +1,7 @@
 #include "FakeHub.h"
 
+#include "media/sound/Talk.h"
+
 #include <array>
 #include <chrono>
 #include <fstream>
@@ -104,10 +106,13 @@ void FakeHub::serve(const std::shared_ptr<Stream>& stream, HubScript& script) {
         return;
     }
     const int times = stream->subscription.quality == media::Quality::Main ? 2 : 1;
+    if (stream->subscription.talk)
+        stream->subscription.talk->open();
     stream->tell([times](media::StreamListener& listener) {
         listener.onOpened({width * times, height * times, 25, "LOOP"});
     });
     const std::array<std::uint8_t, 48> picture{1, 2, 3};
+    const std::array<std::int16_t, 4> samples{1, -2, 3, -4};
     bool on = true;
     for (int number = 0; on; ++number) {
         if (script.lose || course.lose) {
@@ -120,6 +125,8 @@ void FakeHub::serve(const std::shared_ptr<Stream>& stream, HubScript& script) {
                 listener.onDecoded({picture.data(), width * times, height * times, {}});
             if (stream->subscription.coded)
                 listener.onCoded({picture.data(), std::size_t{12}, number % 5 == 0, {}});
+            if (stream->subscription.sound)
+                listener.onSound({samples.data(), samples.size() / 2, 44100, 2});
         });
         std::this_thread::yield();
     }

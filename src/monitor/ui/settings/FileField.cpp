@@ -1,8 +1,8 @@
 #include "monitor/ui/settings/FileField.h"
 
 #include "base/ui/FaintHint.h"
+#include "base/ui/FileChooser.h"
 #include "base/ui/Theme.h"
-#include "monitor/ui/settings/FileChooser.h"
 
 #include <QDir>
 #include <QFileInfo>

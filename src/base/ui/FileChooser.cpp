@@ -1,13 +1,15 @@
-#include "monitor/ui/settings/FileChooser.h"
+#include "base/ui/FileChooser.h"
 
 #include "base/ui/FramedDialog.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/TipDialog.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QToolButton>
 #include <QUrl>
@@ -42,6 +44,7 @@ public:
         files_->setOption(QFileDialog::DontUseNativeDialog);
         files_->setIconProvider(&icons_);
         files_->setFileMode(QFileDialog::ExistingFile);
+        files_->setOption(QFileDialog::DontConfirmOverwrite); // asked in our own way
         files_->setViewMode(QFileDialog::List);
         files_->setDirectory(folder);
         files_->setNameFilter(filter);
@@ -53,7 +56,17 @@ public:
         resize(680, 420); // px
     }
 
-    QString chosen() const { return files_->selectedFiles().value(0); }
+    void chooseSeveral() { files_->setFileMode(QFileDialog::ExistingFiles); }
+    void chooseNew(const QString& proposal) {
+        files_->setAcceptMode(QFileDialog::AcceptSave);
+        files_->setFileMode(QFileDialog::AnyFile);
+        files_->selectFile(proposal);
+        files_->setDefaultSuffix(QFileInfo(proposal).suffix());
+        files_->setLabelText(QFileDialog::Accept, translated("保存"));
+        dressButtons();
+    }
+
+    QStringList chosen() const { return files_->selectedFiles(); }
 
 private:
     static QString translated(const char* text) { return QCoreApplication::translate("FileChooser", text); }
@@ -67,13 +80,17 @@ private:
         dressButton("backButton", translated("后退"), "back");
         dressButton("forwardButton", translated("前进"), "forward");
         dressButton("toParentButton", translated("上一级"), "up");
-        for (auto* const button : files_->findChildren<QPushButton*>()) {
-            button->setIcon(QIcon());
-            button->setProperty("primary", button->isDefault());
-        }
+        dressButtons();
         for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
             if (auto* const button = files_->findChild<QToolButton*>(QLatin1String(unused)))
                 button->hide();
+        }
+    }
+
+    void dressButtons() {
+        for (auto* const button : files_->findChildren<QPushButton*>()) {
+            button->setIcon(QIcon());
+            button->setProperty("primary", button->isDefault());
         }
     }
 
@@ -98,6 +115,46 @@ QString chooseFile(QWidget* parent, const QString& title, const QString& folder,
     return QFileDialog::getOpenFileName(parent, title, folder, filter);
 #else
     FileChooser chooser(title, folder, filter, parent);
-    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QString();
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen().value(0) : QString();
+#endif
+}
+
+QStringList chooseFiles(QWidget* parent, const QString& title, const QString& folder, const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getOpenFileNames(parent, title, folder, filter);
+#else
+    FileChooser chooser(title, folder, filter, parent);
+    chooser.chooseSeveral();
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen() : QStringList();
+#endif
+}
+
+QString chooseNewFile(QWidget* parent, const QString& title, const QString& proposal, const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getSaveFileName(parent, title, proposal, filter);
+#else
+    FileChooser chooser(title, QFileInfo(proposal).path(), filter, parent);
+    chooser.chooseNew(proposal);
+    while (chooser.exec() == QDialog::Accepted) {
+        const QString chosen = chooser.chosen().value(0);
+        const bool exists = QFileInfo::exists(chosen);
+        const QString question =
+            QCoreApplication::translate("FileChooser", "%1 已存在，确定替换?").arg(QFileInfo(chosen).fileName());
+        if (!exists || TipDialog::ask(QCoreApplication::translate("FileChooser", "提示"), question, true, parent))
+            return chosen;
+    }
+    return {};
+#endif
+}
+
+QString chooseSaveFile(QWidget* parent, const QString& title, const QString& folder, const QString& name,
+                       const QString& filter) {
+#ifdef Q_OS_WIN
+    return QFileDialog::getSaveFileName(parent, title, QDir(folder).filePath(name), filter, nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
+#else
+    FileChooser chooser(title, folder, filter, parent);
+    chooser.chooseNew(QDir(folder).filePath(name));
+    return chooser.exec() == QDialog::Accepted ? chooser.chosen().value(0) : QString();
 #endif
 }

@@ -1,0 +1,250 @@
+#include "database/SqlHelp.h"
+
+#include "database/DatabaseFile.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlRecord>
+
+namespace {
+
+struct Table {
+    const char* name;
+    const char* creation;
+};
+
+// In the order in which they are made. Files of all ages have exactly these columns, `alarmMap` excepted.
+constexpr Table tables[] = {
+    {"fireLogs", "create table fireLogs(id integer primary key, fireDev varchar, startDate datetime, type varchar, "
+                 "context varchar, alarmMap varchar)"},
+    {"loginLogs", "create table loginLogs(id integer primary key, loginUser varchar, loginDate datetime, logoutDate "
+                  "datetime, startDate datetime)"},
+    {"operatelogs",
+     "create table operatelogs(id integer primary key, user varchar, startDate datetime, type varchar, "
+     "context varchar, context1 varchar)"},
+    {"errlogs",
+     "create table errlogs(id integer primary key, user varchar, startDate datetime, type varchar, context "
+     "varchar)"},
+    {"phonenumberAndpassword",
+     "create table phonenumberAndpassword(phonenumber varchar primary key,password varchar)"},
+    {"inputdatas", "create table inputdatas(id integer primary key,chartIndex integer,datavalue varchar)"},
+    {"electronmaps", "create table electronmaps(id integer primary key,mapindex integer,mappid varchar,mapname "
+                     "varchar)"},
+};
+
+// Result codes of SQLite for a file that is not a database, or not a whole one.
+bool saysDamaged(const QSqlError& error) {
+    const QString code = error.nativeErrorCode();
+    return code == QLatin1String("11") || code == QLatin1String("26");
+}
+
+/// The statement of a log query. Its blanks are as they are: with `allTime` clear the condition follows the part's
+/// clause, so a part of a range is no valid statement, and for the alarm log the blank before "where" is missing, so
+/// a range of alarms is none either. Callers show nothing for these, and count on it.
+QString logStatement(int type, bool allTime, const QString& part) {
+    switch (type) {
+    case SqlHelp::FireLog:
+        return allTime ? QStringLiteral("select * from fireLogs ") + part
+                       : QStringLiteral("select * from fireLogs") + part +
+                             QStringLiteral("where startDate>? and startDate<?");
+    case SqlHelp::LoginLog:
+        return allTime ? QStringLiteral("select * from loginLogs") + part
+                       : QStringLiteral("select * from loginLogs ") + part +
+                             QStringLiteral("where startDate>? and startDate<?");
+    case SqlHelp::OperateLog:
+        return allTime ? QStringLiteral("select * from operatelogs") + part
+                       : QStringLiteral("select * from operatelogs ") + part +
+                             QStringLiteral(" where startDate>? and startDate<?");
+    case SqlHelp::ErrorLog:
+        return allTime ? QStringLiteral("select * from errlogs") + part
+                       : QStringLiteral("select * from errlogs ") + part +
+                             QStringLiteral(" where startDate>? and startDate<?");
+    default:
+        return {};
+    }
+}
+
+/// Executes a prepared insert with `values`; a statement that could not be prepared does nothing. What comes of it
+/// is told to nobody, as of every write.
+bool insert(QSqlQuery& query, const QString& statement, const QVariantList& values) {
+    if (!query.prepare(statement))
+        return false;
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    return query.exec();
+}
+
+/// The first row of an answer, empty when there is none. Older rows come first: what was written twice keeps its
+/// first value.
+QSqlRecord firstRow(const QString& statement) {
+    QSqlQuery query;
+    query.setForwardOnly(true);
+    return query.exec(statement) && query.next() ? query.record() : QSqlRecord();
+}
+
+QString textOf(const QSqlRecord& row, const char* field) {
+    return row.isEmpty() ? QString() : row.value(QLatin1String(field)).toString();
+}
+
+} // namespace
+
+SqlHelp::SqlHelp(const QString& file, QObject* parent)
+    : QObject(parent)
+    , file_(file)
+    , columnCounts_{{FireLog, 5}, {LoginLog, 4}, {OperateLog, 6}, {ErrorLog, 5}}
+    , dateTimeColumns_{{FireLog, {2}}, {LoginLog, {2, 3}}, {OperateLog, {2}}, {ErrorLog, {2}}} {
+    initDatabase();
+}
+
+SqlHelp::~SqlHelp() {
+    QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
+}
+
+QSqlError SqlHelp::initDatabase() {
+    const auto ownersOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    QFile::setPermissions(file_, ownersOnly);
+    const bool isReplaceable = !corvanta::database::looksDamaged(file_) || corvanta::database::setAside(file_);
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+    database.setDatabaseName(file_);
+    database.setConnectOptions(QString());
+    if (!open(database, isReplaceable)) {
+        qDebug() << "open db error";
+        return database.lastError();
+    }
+    const QStringList present = database.tables();
+    for (const Table& table : tables) {
+        QSqlQuery query;
+        if (!present.contains(QLatin1String(table.name)) && !query.exec(QLatin1String(table.creation)))
+            return query.lastError();
+    }
+    QFile::setPermissions(file_, ownersOnly); // the file of a first start is only there now
+    return {};
+}
+
+bool SqlHelp::open(QSqlDatabase& database, bool isReplaceable) {
+    if (!database.open())
+        return false;
+    // Damage behind the header shows when the list of tables is first read.
+    if (!isReplaceable || !saysDamaged(QSqlQuery(QStringLiteral("select count(*) from sqlite_master")).lastError()))
+        return true;
+    database.close();
+    corvanta::database::setAside(file_);
+    return database.open();
+}
+
+void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type,
+                         const QString& context, const QVariant& alarmMap) {
+    // Asked for every alarm: files made before the column existed are brought up to date when they first need it.
+    QSqlQuery query;
+    const bool known = query.exec(QStringLiteral("select * from sqlite_master where name='fireLogs' and sql like "
+                                                 "'%alarmMap%'")) &&
+                       query.next();
+    query.finish();
+    if (!known && !query.exec(QStringLiteral("alter table fireLogs add column alarmMap varchar")))
+        return;
+    insert(query,
+           QStringLiteral("insert into fireLogs(fireDev, startDate, type, context,alarmMap) values(?, ?, ?, ?, "
+                          "?)"),
+           {fireDev, startDate, type, context, alarmMap});
+}
+
+void SqlHelp::addLoginLog(const QString& loginUser, const QVariant& loginDate, const QVariant& logoutDate) {
+    // An absent time is an empty text, not null: older readers of the file expect a text.
+    const auto given = [](const QVariant& time) {
+        const bool isTime = time.isValid() && !time.isNull();
+        return isTime ? time : QVariant(QLatin1String(""));
+    };
+    QSqlQuery query;
+    insert(query,
+           QStringLiteral("insert into loginLogs(loginUser, loginDate, logoutDate,startDate) values(?, ?, ?, "
+                          "?)"),
+           {loginUser, given(loginDate), given(logoutDate), QDateTime::currentDateTime()});
+}
+
+void SqlHelp::addOperateLog(const QString& user, const QVariant& startDate, const QString& type,
+                            const QString& context, const QString& context1) {
+    QSqlQuery query;
+    insert(query,
+           QStringLiteral("insert into operatelogs(user, startDate, type, context, context1) values(?, ?, ?, "
+                          "?, ?)"),
+           {user, startDate, type, context, context1});
+}
+
+void SqlHelp::addInputData(int chartIndex, const QString& datavalue) {
+    QSqlQuery query;
+    if (!query.prepare(QStringLiteral("insert into inputdatas(chartIndex,datavalue) values(?, ?)")))
+        return;
+    query.addBindValue(chartIndex);
+    query.addBindValue(datavalue);
+    const bool done = query.exec();
+    qDebug() << "successsuccess" << done << query.lastError();
+}
+
+QString SqlHelp::getInputData(int chartIndex) {
+    const QSqlRecord row =
+        firstRow(QStringLiteral("select datavalue from inputdatas where chartIndex=%1").arg(chartIndex));
+    return textOf(row, "datavalue");
+}
+
+void SqlHelp::clearInputDatas() {
+    QSqlQuery(QStringLiteral("delete from inputdatas"));
+}
+
+void SqlHelp::addElectronMap(int mapindex, const QString& mappid, const QString& mapname) {
+    QSqlQuery query;
+    insert(query, QStringLiteral("insert into electronmaps(mapindex, mappid, mapname) values(?, ?, ?)"),
+           {mapindex, mappid, mapname});
+}
+
+SqlHelp::ElectronMap SqlHelp::getElectronMap(int mapindex) {
+    const QSqlRecord row = firstRow(QStringLiteral("select * from electronmaps where mapindex=%1").arg(mapindex));
+    return {textOf(row, "mappid"), textOf(row, "mapname")};
+}
+
+void SqlHelp::clearElectronMaps() {
+    QSqlQuery(QStringLiteral("delete from electronmaps"));
+}
+
+void SqlHelp::savePhoneAndPassword(const QString& phonenumber, const QString& password) {
+    QSqlQuery query;
+    query.exec(QStringLiteral("delete from phonenumberAndpassword")); // at most one sign-in is remembered
+    insert(query, QStringLiteral("insert into phonenumberAndpassword(phonenumber, password) values(?, ?)"),
+           {phonenumber, password});
+}
+
+SqlHelp::PhoneAndPassword SqlHelp::getPhoneAndPassword() {
+    const QSqlRecord row = firstRow(QStringLiteral("select * from phonenumberAndpassword"));
+    return {textOf(row, "phonenumber"), textOf(row, "password")};
+}
+
+QList<QStringList> SqlHelp::queryLogs(int type, const QDateTime& start, const QDateTime& end, bool allTime, int limit,
+                                      int offset) {
+    LogQuery query = startLogQuery(type, start, end, allTime, limit, offset);
+    QList<QStringList> result;
+    for (bool more = true; more;) {
+        LogRows rows = query.emptyRows();
+        more = query.fetch(rows, 1000); // in pieces, so that the texts are not all held twice
+        for (int row = 0; row < rows.rowCount(); ++row)
+            result += rows.row(row);
+    }
+    return result;
+}
+
+LogQuery SqlHelp::startLogQuery(int type, const QDateTime& start, const QDateTime& end, bool allTime, int limit,
+                                int offset) {
+    QString part;
+    if (limit != -1 && offset != -1)
+        part = QStringLiteral(" order by id limit %1 offset %2 ").arg(limit).arg(offset);
+    QSqlQuery query;
+    query.setForwardOnly(true); // rows that were read are not kept a second time
+    bool done = query.prepare(logStatement(type, allTime, part));
+    if (done && !allTime) {
+        query.addBindValue(start);
+        query.addBindValue(end);
+    }
+    done = done && query.exec();
+    if (!done)
+        qDebug() << query.lastError();
+    return {query, {columnCounts_.value(type), dateTimeColumns_.value(type)}};
+}

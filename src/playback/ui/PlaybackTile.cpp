@@ -1,0 +1,113 @@
+#include "playback/ui/PlaybackTile.h"
+
+#include "base/ui/Theme.h"
+#include "video/Placement.h"
+#include "video/ui/GLYuvWidget.h"
+
+#include <QDateTime>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace corvanta::playback {
+
+namespace {
+
+constexpr int StripHeight = 6 * theme::Step;
+
+} // namespace
+
+PlaybackTile::PlaybackTile(int number, const QString& name, QWidget* parent)
+    : QWidget(parent)
+    , number_(number)
+    , name_(name) {
+    setObjectName(QStringLiteral("playbackTile%1").arg(number));
+    text_ = tr("正在读取录像…");
+    describe();
+}
+
+void PlaybackTile::show(const PlaybackSession::View& view) {
+    using State = CameraPlayer::Report::State;
+    view_ = view;
+    text_ = view.state == State::Gap      ? (reason_.isEmpty() ? tr("此时没有录像") : reason_)
+            : view.state == State::Broken ? tr("录像文件无法读取")
+                                          : QString();
+    if (view.picture != nullptr && GLYuvWidget::isSupported()) {
+        if (renderer_ == nullptr) {
+            renderer_ = new GLYuvWidget(this);
+            renderer_->hide(); // the wall draws it
+        }
+        // The renderer copies what it is handed; its slot's type is that of the live pictures' signal.
+        renderer_->slotShowYuv(const_cast<uchar*>(view.picture->bytes.data()), view.picture->size.width,
+                               view.picture->size.height);
+    } else if (view.picture != nullptr) {
+        text_ = tr("无法显示画面");
+    }
+    describe();
+    update();
+}
+
+void PlaybackTile::setReason(const QString& reason) {
+    reason_ = reason;
+    if (view_.picture == nullptr)
+        text_ = reason;
+    describe();
+    update();
+}
+
+void PlaybackTile::describe() {
+    setAccessibleName(text_.isEmpty() ? tr("回放：%1").arg(name_) : tr("回放：%1，%2").arg(name_, text_));
+}
+
+void PlaybackTile::setSelected(bool selected) {
+    selected_ = selected;
+    update();
+}
+
+QRect PlaybackTile::picturePlace() const {
+    if (view_.picture == nullptr || renderer_ == nullptr)
+        return {};
+    const auto place =
+        video::placeRenderer(video::AspectMode::KeepRatio, size() - QSize(0, StripHeight), view_.picture->size);
+    return place ? place->translated(0, StripHeight) : QRect();
+}
+
+void PlaybackTile::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), theme::Tile);
+    painter.fillRect(0, 0, width(), StripHeight, theme::Bar);
+    painter.setPen(selected_ ? theme::Selection : theme::TileLine);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    if (selected_)
+        painter.fillRect(0, 0, theme::Step, StripHeight, theme::Selection);
+
+    QString time;
+    if (view_.picture != nullptr) {
+        time = toLocalTime(view_.moment).toString(QStringLiteral("MM-dd hh:mm:ss"));
+        if (view_.keyFramesOnly)
+            time = tr("仅关键帧") + QStringLiteral("  ") + time;
+    }
+    const QRect strip = QRect(0, 0, width(), StripHeight).adjusted(3 * theme::Step, 0, -2 * theme::Step, 0);
+    painter.setPen(theme::FaintOnDark);
+    painter.drawText(strip, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, time);
+    painter.setPen(theme::TextOnDark);
+    const int room = strip.width() - fontMetrics().horizontalAdvance(time) - 2 * theme::Step;
+    painter.drawText(strip, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(name_, Qt::ElideRight, room));
+    if (!text_.isEmpty()) {
+        painter.setPen(theme::Panel);
+        painter.drawText(rect().adjusted(theme::Step, StripHeight, -theme::Step, 0),
+                         Qt::AlignCenter | Qt::TextWordWrap, text_);
+    }
+}
+
+void PlaybackTile::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        emit sigPressed(number_);
+}
+
+void PlaybackTile::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        emit sigDoubleClicked(number_);
+}
+
+} // namespace corvanta::playback

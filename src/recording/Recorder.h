@@ -1,0 +1,138 @@
+#pragma once
+
+#include "storage/avi/AviWriter.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+
+class CallbackGate;
+class RecordingStorage;
+class SdkGateway;
+class Settings;
+
+/// Records devices: a request of its own for each one's coded stream, whose frames are appended to AVI files as they
+/// come. Files are cut at key frames, when the packing time is over or another drive takes over.
+///
+/// A recording that was started goes on until it is stopped: a lost connection closes its file complete, and the next
+/// frames begin a new one; a request that ends by itself is sent again; a disk that takes nothing more is left at the
+/// next key frame. GUI thread; threads of the SDK only copy frames.
+class Recorder final : public QObject {
+    Q_OBJECT
+public:
+    enum class State {
+        Off,
+        Waiting, ///< wanted, and nothing is written: no stream yet, none any more, or no file could be made
+        Recording,
+    };
+    struct Parts {
+        SdkGateway& gateway;
+        RecordingStorage& storage;
+        Settings& settings;
+    };
+    using Clock = std::function<QDateTime()>;
+
+    /// The parts outlive this object. `clock` names files and tells when something is tried again.
+    explicit Recorder(const Parts& parts, QObject* parent = nullptr, Clock clock = &QDateTime::currentDateTime);
+    /// Ends every recording; its file is complete.
+    ~Recorder() override;
+
+    /// Begins a device's recording; nothing when it is wanted already.
+    void start(const QString& ipncId);
+    /// Ends it, after what the SDK has delivered has been written.
+    void stop(const QString& ipncId);
+    /// Ends all, and keeps in mind that they are wanted: `resume` begins them again.
+    void pause();
+    /// Begins what was being recorded at the last pause or the program's last end, as far as it is among `known`.
+    void resume(const QStringList& known);
+    /// Recordings of devices that are not among `known` any more end.
+    void keepOnly(const QStringList& known);
+
+    State state(const QString& ipncId) const;
+    /// Since when a device has been recorded without being stopped; nothing while it is not.
+    std::optional<QDateTime> since(const QString& ipncId) const;
+    bool isWanted(const QString& ipncId) const { return wanted_.contains(ipncId); }
+    QStringList wanted() const { return wanted_; }
+    /// The file that is being written, empty when there is none.
+    QString file(const QString& ipncId) const;
+
+    /// A report of a recording request; the map as `sigReport` carried it.
+    void onReport(const QVariantMap& report);
+    /// A frame, as `sigFrame` carried it: writes it, and frees the block, which `new uint8_t[]` made.
+    void onFrame(const QString& ipncId, std::uint8_t* block, long length);
+
+    /// The operation's name, by which its reports are told from others.
+    static QString operation();
+
+    /// How long a request that ended by itself, or a file that could not be made, is left alone, ms.
+    static constexpr int RetryTime = 5000;
+    /// How long a drive that took nothing is left alone, ms.
+    static constexpr int BadDriveTime = 60000;
+
+signals:
+    /// A report arrived for `operation()`; whoever receives it hands it to `onReport` in the GUI thread.
+    void sigReport(QString operation, QVariant report);
+    /// A coded frame arrived; who receives it hands it to `onFrame`, and owns the block until then. One receiver.
+    void sigFrame(QString ipncId, std::uint8_t* block, long length);
+    /// A device's state or the time of its beginning changed.
+    void sigChanged(QString ipncId);
+    /// A line for the message bar.
+    void sigMessage(QString text);
+
+private:
+    /// What the tables hold of one device.
+    struct Recording {
+        int requestId = 0;
+        std::shared_ptr<CallbackGate> gate;
+        bool hasWriter = false; ///< a file was begun; the writer is null when it could not be made
+        std::unique_ptr<AviWriter> writer;
+        std::int64_t framesWritten = 0; ///< in the current file
+        int width = 0;
+        int height = 0;
+        int frameRate = 0; ///< frames a second, as the stream's parameters say
+        QString drive;
+        QString path;
+        QDateTime since;
+        QDateTime retryAt;        ///< the request or the file is tried again then; invalid: nothing to try
+        bool stopping = false;    ///< ends when what was delivered is written
+        bool waitsForKey = false; ///< the file was begun in the middle of a stream
+        bool failureTold = false; ///< one message a file
+        bool opened = false;      ///< the device has delivered before
+    };
+    struct BadDrive {
+        QString root;
+        QDateTime until;
+    };
+
+    void send(const QString& ipncId);
+    void onOpened(const QString& ipncId, const QVariantMap& parameters, int requestId);
+    void onClosed(const QString& ipncId, int retcode);
+    void beginFile(const QString& ipncId, Recording& recording);
+    void endFile(Recording& recording);
+    void writeFrame(const QString& ipncId, Recording& recording, AviWriter::Bytes frame);
+    bool isPackingTimeReached(const Recording& recording) const;
+    bool mustChangeDisk(const Recording& recording);
+    void onWriteFailed(const QString& ipncId, Recording& recording);
+    void finish(const QString& ipncId);
+    void endRequest(Recording& recording);
+    void tick();
+    void setWanted(const QString& ipncId, bool wanted);
+    QStringList badDrives();
+    QString nameOf(const QString& ipncId) const;
+
+    Parts parts_;
+    Clock clock_;
+    std::map<QString, Recording> recordings_;
+    QStringList wanted_; ///< in the order in which they were begun
+    std::vector<BadDrive> badDrives_;
+    QTimer timer_;
+    bool paused_ = false;
+};

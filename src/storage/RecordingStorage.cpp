@@ -1,0 +1,83 @@
+#include "storage/RecordingStorage.h"
+
+#include "base/DataTree.h"
+#include "base/Settings.h"
+#include "base/TaskQueue.h"
+#include "storage/Rotation.h"
+
+#include <QDebug>
+
+namespace keys = corvanta::keys;
+namespace storage = corvanta::storage;
+
+namespace {
+
+QStringList drivesOf(const SdkThreadSettings& settings) {
+    QStringList result;
+    for (const std::string& drive : settings.drives)
+        result += QString::fromStdString(drive);
+    return result;
+}
+
+} // namespace
+
+RecordingStorage::RecordingStorage(Settings& settings, TaskQueue& queue, std::unique_ptr<DiskProbe> disks)
+    : settings_(settings)
+    , queue_(queue)
+    , disks_(std::move(disks)) {}
+
+void RecordingStorage::prepareDrives() {
+    const auto rebuilt = storage::rebuiltDrives(settings_.get(keys::Drives).toStringList(), *disks_);
+    if (!rebuilt)
+        return;
+    settings_.set(keys::Drives, *rebuilt);
+    settings_.save();
+}
+
+int RecordingStorage::threshold() const {
+    const int stored = settings_.forSdkThreads().driveThreshold;
+    const int clamped = storage::clampedThreshold(stored);
+    if (clamped != stored) {
+        // What is stored belongs to the GUI thread; whoever asks meanwhile finds the same.
+        queue_.post([this, clamped] {
+            settings_.set(keys::DriveThreshold, clamped);
+            settings_.save();
+        });
+    }
+    return clamped;
+}
+
+QString RecordingStorage::chooseDrive(const QStringList& except) const {
+    return storage::chooseDrive(drivesOf(settings_.forSdkThreads()), threshold(), *disks_, except);
+}
+
+QString RecordingStorage::folderFor(const QString& kind, const QString& ipncid, const QString& day,
+                                    const QStringList& except) const {
+    const QStringList drives = drivesOf(settings_.forSdkThreads());
+    // What can be no path is no reason to delete anything.
+    if (!corvanta::dataTree::folder(QString(), kind, ipncid, day)) {
+        qDebug() << "no folder for files of" << ipncid << kind << day;
+        return {};
+    }
+    QString drive = chooseDrive(except);
+    while (drive.isEmpty()) {
+        if (!storage::deleteOldestDay(drives, *disks_))
+            return {};
+        drive = chooseDrive(except);
+    }
+    const QString today = disks_->today().toString(corvanta::dataTree::DayFormat);
+    return *corvanta::dataTree::folder(drive, kind, ipncid, day.isEmpty() ? today : day);
+}
+
+QStringList RecordingStorage::searchedDrives() const {
+    QStringList result = disks_->drives();
+    for (const QString& drive : settings_.get(keys::Drives).toStringList()) {
+        if (!result.contains(drive))
+            result += drive;
+    }
+    return result;
+}
+
+int RecordingStorage::shownThreshold() const {
+    return storage::clampedThreshold(settings_.forSdkThreads().driveThreshold);
+}
