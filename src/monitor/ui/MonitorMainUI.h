@@ -44,6 +44,7 @@ public:
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
     Recorder& recorder() const { return *recorder_; }
+    RecordingStorage& storage() const { return storage_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();
