@@ -39,6 +39,7 @@ DayTimeline::DayTimeline(storage::DeviceNames nameOf, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setContextMenuPolicy(Qt::CustomContextMenu);
     viewport()->setAutoFillBackground(false);
+    setMinimumHeight(AxisHeight + RowHeight);
     horizontalScrollBar()->setSingleStep(40);
     verticalScrollBar()->setSingleStep(RowHeight);
 }
