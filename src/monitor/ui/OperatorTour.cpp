@@ -143,6 +143,8 @@ void OperatorTour::planEverything() {
     layout(1, 1, QStringLiteral("layout-1"));
     layout(2, 2, QStringLiteral("layout-4"));
     layout(3, 3, QStringLiteral("layout-9"));
+    planFiles(QString()); // while there are pictures to store
+    planViewer();
     record(4);
     picture(QStringLiteral("recording"));
     planMenus();
@@ -153,8 +155,6 @@ void OperatorTour::planEverything() {
     planLogs(QString());
     planExport();
     planPlayback();
-    planFiles(QString());
-    planViewer();
     layout(4, 4, QStringLiteral("layout-16"));
     layout(3, 6, QStringLiteral("layout-18"));
     layout(5, 5, QStringLiteral("layout-25"));
@@ -390,12 +390,15 @@ void OperatorTour::storePictures() const {
     // What a user's snapshots of the last hour would leave; only in folders of the tour's own, never on the disks.
     if (window_.context().settings.get(corvanta::keys::DriveFolders).toStringList().isEmpty())
         return;
+    QScreen* const screen = window_.window()->windowHandle()->screen();
     QDateTime time = QDateTime::currentDateTime().addSecs(-1);
-    const QPixmap shown = window_.grid().grab();
-    for (const QString& device : window_.devices().ipncIds().mid(0, 6)) {
+    for (const QString& device : onlineDevices().mid(0, 6)) {
         const QString folder = window_.storage().folderFor(corvanta::dataTree::Capture, device);
         if (folder.isEmpty() || !QDir().mkpath(folder))
             continue;
+        const ItemVideo& tile = *window_.grid().tile(window_.devices().device(device)->tileIndex);
+        const QRect place(tile.mapToGlobal(QPoint()), tile.size());
+        const QPixmap shown = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
         for (int number = 0; number < 8; ++number) {
             const QDateTime taken = time.addSecs(-420 * number);
             if (taken.date() == time.date())

@@ -353,8 +353,9 @@ void DayTimeline::paintAxis(QPainter& painter) const {
         const QString text = QStringLiteral("%1:%2")
                                  .arg(minute / 60, 2, 10, QLatin1Char('0'))
                                  .arg(minute % 60, 2, 10, QLatin1Char('0'));
-        painter.drawText(QRect(minute == 24 * 60 ? x - label : x + 3, 0, label, AxisHeight - theme::Step),
-                         (minute == 24 * 60 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter, text);
+        if (minute < 24 * 60) // there is no room for it at the end
+            painter.drawText(QRect(x + 3, 0, label, AxisHeight - theme::Step), Qt::AlignLeft | Qt::AlignVCenter,
+                             text);
     }
     painter.setClipping(false);
 }
