@@ -2,6 +2,7 @@
 #include "app/CrashReport.h"
 #include "app/SingleApplication.h"
 #include "base/AppPaths.h"
+#include "base/Settings.h"
 #include "base/ui/MoveWidget.h"
 #include "base/ui/Style.h"
 #include "base/ui/TipDialog.h"
@@ -57,7 +58,18 @@ std::unique_ptr<OperatorTour> tourFor(MonitorMainUI& window, const Options& opti
     return nullptr;
 }
 
+/// A tour stores files that nobody wants: they go below its data, not on this computer's disks.
+void keepTourOffDisks(const AppPaths& paths, const Options& options) {
+    if (options.tour.isEmpty() || options.data.isEmpty())
+        return;
+    Settings settings(paths.settingsFile());
+    settings.load();
+    settings.set(corvanta::keys::DriveFolders, QStringList{QDir(paths.root()).filePath(QStringLiteral("disk"))});
+    settings.save();
+}
+
 int runWindow(const AppPaths& paths, const Options& options) {
+    keepTourOffDisks(paths, options);
     MonitorUi ui;
     AppManager::prepare(paths, ui);
     const AppContext context = AppManager::instance()->context();

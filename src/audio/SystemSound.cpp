@@ -13,9 +13,9 @@ using corvanta::audio::SoundFormat;
 
 namespace {
 
-constexpr int LongestWait = 500;  // ms of sound that may wait; more is heard too late
-constexpr int BufferLength = 100; // ms inside the device
-constexpr int FeedInterval = 10;  // ms
+constexpr qint64 LongestWait = 500000;  // µs of sound that may wait; more is heard too late
+constexpr qint64 BufferLength = 100000; // µs inside the device
+constexpr int FeedInterval = 10;        // ms
 
 QAudioFormat systemFormat(const SoundFormat& format) {
     QAudioFormat result;
@@ -46,7 +46,7 @@ public:
             return false;
         }
         output_ = std::make_unique<QAudioOutput>(device, wanted);
-        output_->setBufferSize(wanted.bytesForDuration(BufferLength * 1000));
+        output_->setBufferSize(wanted.bytesForDuration(BufferLength));
         output_->setVolume(volume_);
         sink_ = output_->start();
         if (sink_ == nullptr || output_->error() != QAudio::NoError) {
@@ -54,7 +54,7 @@ public:
             close();
             return false;
         }
-        mostWaiting_ = wanted.bytesForDuration(LongestWait * 1000);
+        mostWaiting_ = wanted.bytesForDuration(LongestWait);
         timer_.start();
         return true;
     }

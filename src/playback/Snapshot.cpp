@@ -30,8 +30,9 @@ QImage toImage(const Picture& picture) {
         auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y)); // a line of RGB32 is an array of these
         const std::ptrdiff_t chroma = static_cast<std::ptrdiff_t>(y / 2) * (width / 2);
         for (int x = 0; x < width; ++x) {
-            const double u = blue[chroma + x / 2] - 127.5;
-            const double v = red[chroma + x / 2] - 127.5;
+            const std::ptrdiff_t sample = chroma + x / 2; // one for two by two points
+            const double u = blue[sample] - 127.5;
+            const double v = red[sample] - 127.5;
             const double light = *luma++;
             line[x] = qRgb(level(light + 1.13983 * v), level(light - 0.39465 * u - 0.58060 * v),
                            level(light + 2.03211 * u));

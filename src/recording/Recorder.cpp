@@ -344,7 +344,8 @@ bool Recorder::isPackingTimeReached(const Recording& recording) const {
     if (rate <= 0)
         return false;
     const int packingTime = parts_.settings.get(keys::PackingTime).toInt();
-    return packingTime <= static_cast<double>(recording.framesWritten / rate) / 60.0;
+    const std::int64_t seconds = recording.framesWritten / rate; // whole ones
+    return packingTime <= static_cast<double>(seconds) / 60.0;
 }
 
 bool Recorder::mustChangeDisk(const Recording& recording) {

@@ -24,7 +24,7 @@ std::vector<int> deviceRanks(const std::vector<FileRecord>& files,
     QHash<QString, QString> names;
     for (const QString& id : qAsConst(ids))
         names.insert(id, nameOf(id));
-    QCollator collator;
+    QCollator collator(QLocale(QLocale::Chinese, QLocale::China)); // as the texts, wherever the program runs
     collator.setNumericMode(true);
     std::stable_sort(ids.begin(), ids.end(), [&names, &collator](const QString& one, const QString& other) {
         return collator.compare(names.value(one), names.value(other)) < 0;

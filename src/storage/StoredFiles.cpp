@@ -84,7 +84,8 @@ void readFolder(const DayFolder& folder, const FileQuery& query, SearchProgress&
         if (progress.cancelled)
             return;
         std::error_code fileError;
-        if (!isLookedFor(it->path()) || it->symlink_status(fileError).type() != fs::file_type::regular)
+        // What the folder itself tells of the type is enough: no link, a plain file.
+        if (!isLookedFor(it->path()) || it->is_symlink(fileError) || !it->is_regular_file(fileError))
             continue;
         const QString name = text(it->path().filename());
         const auto time = timeFromName(name);

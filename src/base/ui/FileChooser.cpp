@@ -136,7 +136,7 @@ QString chooseNewFile(QWidget* parent, const QString& title, const QString& prop
     FileChooser chooser(title, QFileInfo(proposal).path(), filter, parent);
     chooser.chooseNew(proposal);
     while (chooser.exec() == QDialog::Accepted) {
-        const QString chosen = chooser.chosen().value(0);
+        QString chosen = chooser.chosen().value(0);
         const bool exists = QFileInfo::exists(chosen);
         const QString question =
             QCoreApplication::translate("FileChooser", "%1 已存在，确定替换?").arg(QFileInfo(chosen).fileName());

@@ -5,6 +5,7 @@
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/ListRefresh.h"
+#include "base/OperationLog.h"
 #include "base/RequestBuilder.h"
 #include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
@@ -38,6 +39,7 @@
 #include "video/ui/ItemVideo.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -216,6 +218,8 @@ void MonitorMainUI::openSettings() {
 }
 
 void MonitorMainUI::applySettings(const QStringList& changedKeys) {
+    context_.operationLog.addOperateLog(context_.gateway.phoneId(), QDateTime::currentDateTime(), tr("软件设置"),
+                                        tr("修改软件设置"), changedKeys.join(tr("，")));
     if (changedKeys.contains(keys::AspectMode))
         applyAspectMode();
     if (changedKeys.contains(keys::DefaultGroup))

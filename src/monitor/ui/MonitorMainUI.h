@@ -57,6 +57,7 @@ public:
 
     /// Goes to the page that plays recordings and shows these.
     void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
+    RecordingStorage& storage() const { return storage_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
     void placeFrame();

@@ -1,7 +1,9 @@
 #include "monitor/ui/OperatorTour.h"
 
+#include "base/DataTree.h"
 #include "base/DeviceModel.h"
 #include "base/ScreenPoll.h"
+#include "base/Settings.h"
 #include "database/SqlHelp.h"
 #include "logs/ui/Check_Log_Widget.h"
 #include "logs/ui/LogTableView.h"
@@ -11,8 +13,13 @@
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "playback/PlaybackSession.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
+#include "storage/RecordingStorage.h"
+#include "storage/ui/FileTableView.h"
+#include "storage/ui/StoredFilesPage.h"
+#include "storage/ui/TimelinePane.h"
 #include "video/ui/ItemVideo.h"
 #include "video/ui/TileMenu.h"
 
@@ -136,6 +143,8 @@ void OperatorTour::planEverything() {
     layout(1, 1, QStringLiteral("layout-1"));
     layout(2, 2, QStringLiteral("layout-4"));
     layout(3, 3, QStringLiteral("layout-9"));
+    planFiles(QString()); // while there are pictures to store
+    planViewer();
     record(4);
     picture(QStringLiteral("recording"));
     planMenus();
@@ -162,6 +171,7 @@ void OperatorTour::planEverything() {
     for (const QString& page : settingsPages())
         settingsPage(QStringLiteral("smallest-settings-") + page, page);
     planLogs(QStringLiteral("smallest-"));
+    planFiles(QStringLiteral("smallest-"));
     tip();
 }
 
@@ -260,11 +270,16 @@ void OperatorTour::planPlayback() {
                       }});
     pause(300);
     picture(QStringLiteral("playback-empty"));
-    steps_.push_back({QStringLiteral("four recordings"), [this] { window_.showPlayback(recorded_); },
+    steps_.push_back({QStringLiteral("four recordings"),
+                      [this] {
+                          window_.showPlayback(recorded_);
+                          if (window_.playback().session() != nullptr)
+                              window_.playback().session()->play();
+                      },
                       [this] {
                           return window_.playback().session() != nullptr;
                       }});
-    pause(1500);
+    pause(3000);
     picture(QStringLiteral("playback-4"));
     steps_.push_back({QStringLiteral("nothing to play"), [this] { window_.playback().close(); },
                       [this] {
@@ -317,6 +332,81 @@ void OperatorTour::planExport() {
                       [this] {
                           return window_.grid().isVisible();
                       }});
+}
+
+void OperatorTour::planFiles(const QString& pictures) {
+    const auto page = [this] {
+        return window_.findChild<StoredFilesPage*>();
+    };
+    const auto showView = [page](int view) {
+        page()->findChild<QTabBar*>(QStringLiteral("fileTabs"))->setCurrentIndex(view);
+    };
+    steps_.push_back({QStringLiteral("the stored files"),
+                      [this, page, showView] {
+                          storePictures();
+                          click(&window_, "filesModule");
+                          page()->search();
+                          showView(0);
+                      },
+                      [page] {
+                          return !page()->isSearching();
+                      }});
+    pause(200);
+    picture(pictures + QStringLiteral("files"));
+    steps_.push_back({QStringLiteral("their timeline"), [showView] { showView(1); },
+                      [page] {
+                          return page()->timeline().isVisible();
+                      }});
+    pause(500); // the small pictures come
+    picture(pictures + QStringLiteral("files-timeline"));
+    steps_.push_back({QStringLiteral("the videos after the files"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
+}
+
+void OperatorTour::planViewer() {
+    steps_.push_back({QStringLiteral("the stored files again"),
+                      [this] {
+                          click(&window_, "filesModule");
+                          auto* const page = window_.findChild<StoredFilesPage*>();
+                          page->findChild<QTabBar*>(QStringLiteral("fileTabs"))->setCurrentIndex(0);
+                          page->table().selectRow(0);
+                      },
+                      [this] {
+                          return window_.findChild<StoredFilesPage*>()->isVisible();
+                      }});
+    dialog(
+        QStringLiteral("files-picture"), [this] { click(&window_, "fileOpen"); }, [] { openDialog()->reject(); });
+    dialog(
+        QStringLiteral("files-delete"), [this] { click(&window_, "fileDelete"); }, [] { openDialog()->reject(); });
+    steps_.push_back({QStringLiteral("the videos after the viewer"), [this] { click(&window_, "videoModule"); },
+                      [this] {
+                          return window_.grid().isVisible();
+                      }});
+}
+
+void OperatorTour::storePictures() const {
+    // What a user's snapshots of the last hour would leave; only in folders of the tour's own, never on the disks.
+    if (window_.context().settings.get(corvanta::keys::DriveFolders).toStringList().isEmpty())
+        return;
+    QScreen* const screen = window_.window()->windowHandle()->screen();
+    QDateTime time = QDateTime::currentDateTime().addSecs(-1);
+    for (const QString& device : onlineDevices().mid(0, 6)) {
+        const QString folder = window_.storage().folderFor(corvanta::dataTree::Capture, device);
+        if (folder.isEmpty() || !QDir().mkpath(folder))
+            continue;
+        const ItemVideo& tile = *window_.grid().tile(window_.devices().device(device)->tileIndex);
+        const QRect place(tile.mapToGlobal(QPoint()), tile.size());
+        const QPixmap shown = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
+        for (int number = 0; number < 8; ++number) {
+            const QDateTime taken = time.addSecs(-420 * number);
+            if (taken.date() == time.date())
+                shown.save(folder + taken.toString(corvanta::dataTree::FileTimeFormat) + QStringLiteral(".jpg"),
+                           "JPG");
+        }
+        time = time.addSecs(-97);
+    }
 }
 
 void OperatorTour::planPolling() {

@@ -52,6 +52,10 @@ private:
     /// The log page with the log of sign-ins, in which the tour's own stands.
     void planLogs(const QString& pictures);
     void planExport();
+    /// The page of stored files, as a list and as a timeline, with pictures that the tour stores itself.
+    void planFiles(const QString& pictures);
+    void planViewer();
+    void storePictures() const;
     void settingsPage(const QString& picture, const QString& page);
     /// Opens a menu, which may run an event loop of its own, takes a picture of it and closes it.
     void menu(const QString& picture, std::function<void()> open);

@@ -12,6 +12,10 @@
 
 namespace theme = corvanta::theme;
 
+namespace {
+constexpr int NarrowWidth = 860; // px
+} // namespace
+
 TopBar::TopBar(QWidget* parent)
     : DragArea(parent) {
     setObjectName(QStringLiteral("topBar"));
@@ -81,6 +85,11 @@ void TopBar::elideTitle() {
 
 void TopBar::resizeEvent(QResizeEvent* event) {
     DragArea::resizeEvent(event);
+    // The title comes first: who is signed in stands in the tool tip, too, and pages that are not there can wait.
+    const bool isNarrow = width() < NarrowWidth;
+    account_->setToolButtonStyle(isNarrow ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    for (QToolButton* const module : qAsConst(modules_))
+        module->setVisible(!isNarrow || module->isEnabled());
     elideTitle();
 }
 
@@ -88,7 +97,8 @@ void TopBar::setAccount(const QString& phoneNumber) {
     signedIn_ = !phoneNumber.isEmpty();
     account_->setText(signedIn_ ? phoneNumber : tr("登录"));
     account_->setAccessibleName(signedIn_ ? tr("退出登录") : tr("登录"));
-    account_->setToolTip(account_->accessibleName());
+    account_->setToolTip(
+        corvanta::plainToolTip(signedIn_ ? tr("退出登录") + QLatin1Char('\n') + phoneNumber : tr("登录")));
     account_->setIcon(
         corvanta::svgIcon(signedIn_ ? QStringLiteral("signout") : QStringLiteral("user"), theme::TextOnDark));
 }

@@ -165,6 +165,7 @@ void PlaybackPage::close() {
 
 void PlaybackPage::onReady() {
     std::vector<TimeAxis::Row> rows;
+    rows.reserve(static_cast<std::size_t>(cameras_.size()));
     for (int camera = 0; camera < cameras_.size(); ++camera)
         rows.push_back({cameras_[camera].name, session_->findings(camera)->timeline.covered()});
     const bool anything = !session_->covered().empty();

@@ -1,6 +1,7 @@
 #include "storage/avi/AviFormat.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -45,8 +46,9 @@ private:
     std::size_t at_ = 0;
 };
 
+/// Halves are rounded up; what is written has always been made so.
 std::uint32_t rounded(double value) {
-    return static_cast<std::uint32_t>(value + 0.5);
+    return static_cast<std::uint32_t>(std::floor(value + 0.5));
 }
 
 std::uint32_t microsecondsPerFrame(double framesPerSecond) {

@@ -39,6 +39,7 @@ DayTimeline::DayTimeline(storage::DeviceNames nameOf, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setContextMenuPolicy(Qt::CustomContextMenu);
     viewport()->setAutoFillBackground(false);
+    setMinimumHeight(AxisHeight + RowHeight);
     horizontalScrollBar()->setSingleStep(40);
     verticalScrollBar()->setSingleStep(RowHeight);
 }
@@ -336,7 +337,8 @@ void DayTimeline::paintAxis(QPainter& painter) const {
     const int label = fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + 4 * theme::Step;
     int stepMinutes = 360;
     for (const int minutes : {1, 5, 10, 15, 30, 60, 120, 180, 360}) {
-        if (qint64(dayWidth()) * minutes / (24 * 60) >= label) {
+        constexpr qint64 minutesOfDay = 24 * 60;
+        if (dayWidth() * qint64(minutes) / minutesOfDay >= label) {
             stepMinutes = minutes;
             break;
         }
@@ -352,8 +354,9 @@ void DayTimeline::paintAxis(QPainter& painter) const {
         const QString text = QStringLiteral("%1:%2")
                                  .arg(minute / 60, 2, 10, QLatin1Char('0'))
                                  .arg(minute % 60, 2, 10, QLatin1Char('0'));
-        painter.drawText(QRect(minute == 24 * 60 ? x - label : x + 3, 0, label, AxisHeight - theme::Step),
-                         (minute == 24 * 60 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter, text);
+        if (minute < 24 * 60) // there is no room for it at the end
+            painter.drawText(QRect(x + 3, 0, label, AxisHeight - theme::Step), Qt::AlignLeft | Qt::AlignVCenter,
+                             text);
     }
     painter.setClipping(false);
 }

@@ -25,7 +25,7 @@ FileForm::FileForm(QWidget* parent)
     setObjectName(QStringLiteral("fileForm"));
     setAccessibleName(tr("查找条件"));
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 2 * theme::Step, theme::Step);
+    column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 2 * theme::Step, 0);
     column->setSpacing(theme::Step);
     auto* const row = new QHBoxLayout;
     row->setSpacing(2 * theme::Step);

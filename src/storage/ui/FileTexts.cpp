@@ -20,8 +20,10 @@ QString kind(const QString& folder) {
 }
 
 QString size(qint64 bytes) {
-    return QLocale(QLocale::English)
-        .formattedDataSize(bytes, bytes < 1024 ? 0 : 1, QLocale::DataSizeTraditionalFormat);
+    if (bytes < 1024)
+        return QStringLiteral("%1 B").arg(bytes);
+    QString text = QLocale(QLocale::English).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+    return text.replace(QLatin1String("kB"), QLatin1String("KB"));
 }
 
 QString time(const FileRecord& file) {

@@ -127,7 +127,7 @@ QWidget* StoredFilesPage::buildViews() {
 QWidget* StoredFilesPage::buildStatus() {
     auto* const bar = new QWidget(this);
     auto* const row = new QHBoxLayout(bar);
-    row->setContentsMargins(2 * theme::Step, theme::Step, 2 * theme::Step, theme::Step);
+    row->setContentsMargins(2 * theme::Step, 0, 2 * theme::Step, 0);
     row->setSpacing(2 * theme::Step);
     info_ = new QLabel(bar);
     info_->setObjectName(QStringLiteral("filesInfo"));
@@ -208,9 +208,12 @@ void StoredFilesPage::connectParts() {
     progressTimer_.setInterval(50);
     connect(&progressTimer_, &QTimer::timeout, this, &StoredFilesPage::follow);
     for (const auto& [key, days] : {std::pair("Ctrl+PgUp", -1), std::pair("Ctrl+PgDown", 1)}) {
-        auto* const shortcut = new QShortcut(QKeySequence(QLatin1String(key), QKeySequence::PortableText), timeline_);
+        auto* const shortcut = new QShortcut(QKeySequence(QLatin1String(key), QKeySequence::PortableText), this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this, step = days] { day_->addDays(step); });
+        connect(shortcut, &QShortcut::activated, this, [this, step = days] {
+            if (tabs_->currentIndex() == TimelineView)
+                day_->addDays(step);
+        });
     }
 }
 

@@ -80,7 +80,7 @@ ThumbnailStrip::ThumbnailStrip(QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setContextMenuPolicy(Qt::CustomContextMenu);
-    setFixedHeight(CellSize.height() + 4 * theme::Step);
+    setFixedHeight(CellSize.height() + 3 * theme::Step); // with the scroll bar
 }
 
 void ThumbnailStrip::show(ThumbnailModel::Files files, std::vector<int> positions) {
