@@ -165,8 +165,7 @@ void CheckListBox::keyPressEvent(QKeyEvent* event) {
         showPopup();
         break;
     default:
-        QWidget::keyPressEvent(event); // there is no row to go to
-        event->ignore();
+        event->ignore(); // there is no row to go to
     }
 }
 
