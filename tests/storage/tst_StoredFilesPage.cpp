@@ -106,6 +106,7 @@ private:
     void search();
     /// The page has the keys, as it has again by itself where a window manager is.
     void activate();
+    static bool takeKeys(QWidget& window);
     template <typename T>
     T& part(const char* name) const {
         return *page_->findChild<T*>(QLatin1String(name));
@@ -190,8 +191,14 @@ void tst_StoredFilesPage::show() {
 }
 
 void tst_StoredFilesPage::activate() {
-    page_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(page_.get()));
+    QTRY_VERIFY(takeKeys(*page_));
+}
+
+bool tst_StoredFilesPage::takeKeys(QWidget& window) {
+    // Without a window manager a wish may be lost when windows come and go, so it is said again.
+    if (!window.isActiveWindow())
+        window.activateWindow();
+    return window.isActiveWindow();
 }
 
 void tst_StoredFilesPage::search() {
@@ -241,20 +248,14 @@ void tst_StoredFilesPage::answer(std::function<void(QWidget*)> act) {
     answered_ = false;
     auto* const timer = new QTimer(page_.get());
     connect(timer, &QTimer::timeout, this, [this, timer, act = std::move(act)] {
-        if (QWidget* const modal = QApplication::activeModalWidget()) {
-            timer->stop();
-            timer->deleteLater();
-            const auto hasKeyboard = [modal] {
-                const QWidget* const focused = QApplication::focusWidget();
-                return focused != nullptr && modal->isAncestorOf(focused);
-            };
-            // Keys go to the dialog's own widgets only once the display says that it is active.
-            answered_ = QTest::qWaitForWindowActive(modal, 60000) && QTest::qWaitFor(hasKeyboard, 60000);
-            if (answered_)
-                act(modal);
-            else
-                modal->close(); // nobody would ever answer it
-        }
+        QWidget* const modal = QApplication::activeModalWidget();
+        const QWidget* const focused = QApplication::focusWidget();
+        if (modal == nullptr || !takeKeys(*modal) || focused == nullptr || !modal->isAncestorOf(focused))
+            return;
+        timer->stop();
+        timer->deleteLater();
+        answered_ = true;
+        act(modal);
     });
     timer->start(5);
 }

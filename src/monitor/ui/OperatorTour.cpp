@@ -400,7 +400,7 @@ void OperatorTour::storePictures() const {
         const QRect place(tile.mapToGlobal(QPoint()), tile.size());
         const QPixmap shown = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
         for (int number = 0; number < 8; ++number) {
-            const QDateTime taken = time.addSecs(-420 * number);
+            const QDateTime taken = time.addSecs(-420LL * number);
             if (taken.date() == time.date())
                 shown.save(folder + taken.toString(corvanta::dataTree::FileTimeFormat) + QStringLiteral(".jpg"),
                            "JPG");

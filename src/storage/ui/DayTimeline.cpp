@@ -337,8 +337,7 @@ void DayTimeline::paintAxis(QPainter& painter) const {
     const int label = fontMetrics().horizontalAdvance(QStringLiteral("00:00")) + 4 * theme::Step;
     int stepMinutes = 360;
     for (const int minutes : {1, 5, 10, 15, 30, 60, 120, 180, 360}) {
-        constexpr qint64 minutesOfDay = 24 * 60;
-        if (dayWidth() * qint64(minutes) / minutesOfDay >= label) {
+        if (qint64(dayWidth()) * minutes * 60 / Day >= label) {
             stepMinutes = minutes;
             break;
         }
