@@ -270,14 +270,14 @@ void OperatorTour::planPlayback() {
                       }});
     pause(300);
     picture(QStringLiteral("playback-empty"));
-    steps_.push_back({QStringLiteral("four recordings"),
-                      [this] {
-                          window_.showPlayback(recorded_);
-                          if (window_.playback().session() != nullptr)
-                              window_.playback().session()->play();
-                      },
+    steps_.push_back({QStringLiteral("four recordings"), [this] { window_.showPlayback(recorded_); },
                       [this] {
                           return window_.playback().session() != nullptr;
+                      }});
+    pause(1500); // until the files have been looked through
+    steps_.push_back({QStringLiteral("they play"), [this] { window_.playback().session()->play(); },
+                      [this] {
+                          return window_.playback().session()->isPlaying();
                       }});
     pause(3000);
     picture(QStringLiteral("playback-4"));
