@@ -99,7 +99,6 @@ void Recorder::setWanted(const QString& ipncId, bool wanted) {
 void Recorder::start(const QString& ipncId) {
     if (ipncId.isEmpty() || wanted_.contains(ipncId))
         return;
-    paused_ = false;
     setWanted(ipncId, true);
     if (recordings_.find(ipncId) == recordings_.end()) // else it is still ending, and begins again after that
         send(ipncId);
@@ -115,7 +114,6 @@ void Recorder::stop(const QString& ipncId) {
 }
 
 void Recorder::pause() {
-    paused_ = true;
     const QStringList wanted = std::exchange(wanted_, {});
     for (const QString& ipncId : wanted) {
         finish(ipncId);
@@ -124,7 +122,6 @@ void Recorder::pause() {
 }
 
 void Recorder::resume(const QStringList& known) {
-    paused_ = false;
     for (const QString& ipncId : parts_.settings.get(keys::Recordings).toStringList()) {
         if (!known.contains(ipncId))
             qDebug() << "not recorded again, it is not there:" << ipncId;

@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class CallbackGate;
 class RecordingStorage;
@@ -126,7 +127,6 @@ private:
     void tick();
     void setWanted(const QString& ipncId, bool wanted);
     QStringList badDrives();
-    QString nameOf(const QString& ipncId) const;
 
     Parts parts_;
     Clock clock_;
@@ -134,5 +134,4 @@ private:
     QStringList wanted_; ///< in the order in which they were begun
     std::vector<BadDrive> badDrives_;
     QTimer timer_;
-    bool paused_ = false;
 };

@@ -72,11 +72,6 @@ void RecordControl::recordGroup(const QString& groupId, bool record) {
     }
 }
 
-void RecordControl::stopAll() {
-    for (const QString& ipncId : parts_.recorder.wanted())
-        parts_.recorder.stop(ipncId);
-}
-
 void RecordControl::pause() {
     parts_.recorder.pause();
     resumes_ = true;

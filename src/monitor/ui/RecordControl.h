@@ -32,7 +32,6 @@ public:
     void toggle(const QString& ipncId);
     /// Starts or stops all videos of a group that are online.
     void recordGroup(const QString& groupId, bool record);
-    void stopAll();
     /// The account is gone: recordings end, and begin again with the next lists.
     void pause();
     /// Stores the picture that a tile shows as a file; only for a tile with an open stream.
