@@ -277,6 +277,10 @@ void Recorder::beginFile(const QString& ipncId, Recording& recording) {
     recording.sizeTold = false;
     recording.writer.reset();
     recording.path.clear();
+    if (!recording.drive.isEmpty() && !parts_.storage.disks().freeBytes(recording.drive)) {
+        emit sigMessage(tr("%1 录像磁盘不可用：%2").arg(nameOf(ipncId), recording.drive));
+        recording.drive.clear(); // once
+    }
     QString folder;
     do {
         folder = parts_.storage.folderFor(dataTree::LocalRecord, ipncId, {}, badDrives());
@@ -337,7 +341,7 @@ void Recorder::writeFrame(const QString& ipncId, Recording& recording, AviWriter
     const bool isKey = corvanta::avi::isKeyFrame(frame);
     if (isKey) {
         recording.waitsForKey = false;
-        if (recording.isBroken || mustChangeDisk(ipncId, recording) || isPackingTimeReached(recording)) {
+        if (recording.isBroken || mustChangeDisk(recording) || isPackingTimeReached(recording)) {
             endFile(ipncId, recording);
             beginFile(ipncId, recording);
             emit sigChanged(ipncId);
@@ -359,15 +363,12 @@ bool Recorder::isPackingTimeReached(const Recording& recording) const {
     return packingTime <= static_cast<double>(seconds) / 60.0;
 }
 
-bool Recorder::mustChangeDisk(const QString& ipncId, const Recording& recording) {
+bool Recorder::mustChangeDisk(const Recording& recording) {
     const QStringList bad = badDrives();
     const QString drive = parts_.storage.chooseDrive(bad);
     if (drive == recording.drive)
         return false;
-    const bool isThere = parts_.storage.disks().freeBytes(recording.drive).has_value();
-    if (!isThere)
-        emit sigMessage(tr("%1 录像磁盘不可用：%2").arg(nameOf(ipncId), recording.drive));
-    if (!drive.isEmpty() || !isThere)
+    if (!drive.isEmpty() || !parts_.storage.disks().freeBytes(recording.drive))
         return true;
     parts_.storage.seekRoom(bad);
     // What is kept free is there until old days have been deleted.

@@ -101,7 +101,7 @@ private:
         int width = 0;
         int height = 0;
         int frameRate = 0; ///< frames a second, as the stream's parameters say
-        QString drive;
+        QString drive;     ///< of the file, or the last one; empty when that has vanished
         QString path;
         QDateTime since;
         QDateTime retryAt;        ///< the request or the file is tried again then; invalid: nothing to try
@@ -125,7 +125,7 @@ private:
     void endFile(const QString& ipncId, Recording& recording);
     void writeFrame(const QString& ipncId, Recording& recording, AviWriter::Bytes frame);
     bool isPackingTimeReached(const Recording& recording) const;
-    bool mustChangeDisk(const QString& ipncId, const Recording& recording);
+    bool mustChangeDisk(const Recording& recording);
     void onWriteFailed(const QString& ipncId, Recording& recording);
     void finish(const QString& ipncId);
     void endRequest(Recording& recording);

@@ -87,8 +87,8 @@ QString RecordingStorage::folderFor(const QString& kind, const QString& ipncid, 
         if (drive.isEmpty())
             return {};
     }
-    const QString today = disks_->today().toString(corvanta::dataTree::DayFormat);
-    return *corvanta::dataTree::folder(drive, kind, ipncid, day.isEmpty() ? today : day);
+    return *corvanta::dataTree::folder(drive, kind, ipncid,
+                                       day.isEmpty() ? disks_->today().toString(corvanta::dataTree::DayFormat) : day);
 }
 
 QStringList RecordingStorage::searchedDrives() const {
