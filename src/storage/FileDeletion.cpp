@@ -96,6 +96,6 @@ void FileDeletion::run() {
         if (cancelled_)
             return;
         results_.push_back(corvanta::storage::deleteStoredFile(path, drives_));
-        done_.fetch_add(1, std::memory_order_relaxed);
+        done_.fetch_add(1);
     }
 }

@@ -39,7 +39,10 @@ public:
     int total() const { return paths_.size(); }
     /// What became of the first files of the list, in its order: of all, or of those reached before it was
     /// cancelled. After `finished`.
-    const std::vector<corvanta::storage::Deletion>& results() const { return results_; }
+    const std::vector<corvanta::storage::Deletion>& results() const {
+        static_cast<void>(done_.load()); // what was written before its last change is seen from here on
+        return results_;
+    }
 
 protected:
     void run() override;
