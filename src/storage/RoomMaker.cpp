@@ -1,5 +1,6 @@
 #include "storage/RoomMaker.h"
 
+#include "base/BackgroundThread.h"
 #include "base/TaskQueue.h"
 #include "storage/DiskProbe.h"
 #include "storage/Rotation.h"
@@ -8,7 +9,7 @@
 
 namespace storage = corvanta::storage;
 
-class RoomMaker::Thread final : public QThread {
+class RoomMaker::Thread final : public BackgroundThread {
 public:
     Thread(QStringList drives, int threshold, const DiskProbe& disks)
         : drives_(std::move(drives))
@@ -16,14 +17,14 @@ public:
         , disks_(disks) {}
     ~Thread() override {
         cancelled_ = true;
-        wait();
+        join();
     }
 
-    /// After the end.
+    /// After `join`.
     bool hasMadeRoom() const { return made_; }
 
 protected:
-    void run() override {
+    void work() override {
         const auto cancelled = [this] {
             return cancelled_.load();
         };
@@ -49,7 +50,7 @@ private:
     const int threshold_; ///< MiB
     const DiskProbe& disks_;
     std::atomic<bool> cancelled_{false};
-    std::atomic<bool> made_{false};
+    bool made_ = false; ///< read after `join`
 };
 
 RoomMaker::RoomMaker(TaskQueue& queue, const DiskProbe& disks)
@@ -77,6 +78,7 @@ void RoomMaker::begin(const std::vector<std::string>& drives, int threshold) {
 }
 
 void RoomMaker::onFinished() {
+    thread_->join();
     const bool made = thread_->hasMadeRoom();
     failed_ = !made;
     seeking_ = false;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QObject>
 #include <QStringList>
-#include <QThread>
 
 #include <atomic>
 #include <memory>
