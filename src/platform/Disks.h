@@ -15,10 +15,17 @@ struct DiskSpace {
     /// Free on the volume, whoever may use it.
     std::uint64_t free = 0;
     std::uint64_t total = 0;
+    /// Linux: false when the volume is mounted to be read only, as the kernel does with one that fails. Windows:
+    /// true.
+    bool isWritable = true;
 };
 
 /// The space of the volume that holds `path` (an existing file or folder); nothing if it cannot be asked.
 std::optional<DiskSpace> diskSpace(const std::filesystem::path& path);
+
+/// Whether another volume begins at `path` (an existing folder) than the one that holds the folder above it. Windows:
+/// false; a volume with a letter vanishes together with its path.
+bool isMountPoint(const std::filesystem::path& path);
 
 /// The places where this user can keep files, one a volume, UTF-8 with '/' between and at the end, in a stable order.
 ///

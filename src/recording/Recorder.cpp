@@ -7,6 +7,7 @@
 #include "base/Settings.h"
 #include "recording/CodedMessage.h"
 #include "storage/RecordingStorage.h"
+#include "storage/Rotation.h"
 #include "video/AvMessage.h"
 
 #include <QDebug>
@@ -67,6 +68,7 @@ Recorder::Recorder(const Parts& parts, QObject* parent, Clock clock)
     , clock_(std::move(clock)) {
     timer_.setInterval(TickTime);
     connect(&timer_, &QTimer::timeout, this, &Recorder::tick);
+    connect(&parts_.storage, &RecordingStorage::sigRoomSought, this, &Recorder::onRoomSought);
 }
 
 Recorder::~Recorder() {
@@ -79,7 +81,7 @@ Recorder::~Recorder() {
     for (auto& [ipncId, recording] : recordings_) {
         if (recording.gate != nullptr)
             recording.gate->close();
-        endFile(recording);
+        endFile(ipncId, recording);
     }
 }
 
@@ -145,7 +147,7 @@ void Recorder::finish(const QString& ipncId) {
     parts_.gateway.StopRequest(it->second.requestId);
     const auto end = [this, ipncId] {
         endRequest(recordings_.at(ipncId));
-        endFile(recordings_.at(ipncId));
+        endFile(ipncId, recordings_.at(ipncId));
         recordings_.erase(ipncId);
         if (wanted_.contains(ipncId))
             send(ipncId);
@@ -207,7 +209,7 @@ void Recorder::onReport(const QVariantMap& map) {
     case video::AvReport::Kind::State:
         // The connection was lost and is being made again: what there is so far is made complete.
         if (it != recordings_.end() && it->second.hasWriter) {
-            endFile(it->second);
+            endFile(report.deviceId, it->second);
             emit sigChanged(report.deviceId);
         }
         break;
@@ -250,7 +252,7 @@ void Recorder::onClosed(const QString& ipncId, int retcode) {
     if (it == recordings_.end() || !it->second.hasWriter) {
         qWarning() << "Recoderclose not contains AviRecoder";
     } else if (it->second.requestId > 0) {
-        endFile(it->second);
+        endFile(ipncId, it->second);
     } else {
         qDebug() << "!!!!!!!!!!!!!!AVRecodeclose not save reqid";
     }
@@ -259,7 +261,7 @@ void Recorder::onClosed(const QString& ipncId, int retcode) {
     endRequest(it->second);
     if (!opened) {
         // It has never been possible: the operator decides again.
-        emit sigMessage(tr("%1 录像失败(%2)").arg(ipncId).arg(retcode));
+        emit sigMessage(tr("%1 录像失败(%2)").arg(nameOf(ipncId), QString::number(retcode)));
         recordings_.erase(it);
         setWanted(ipncId, false);
     } else {
@@ -271,37 +273,53 @@ void Recorder::onClosed(const QString& ipncId, int retcode) {
 void Recorder::beginFile(const QString& ipncId, Recording& recording) {
     recording.hasWriter = true;
     recording.framesWritten = 0;
-    recording.failureTold = false;
+    recording.isBroken = false;
+    recording.sizeTold = false;
     recording.writer.reset();
     recording.path.clear();
-    const QString folder = parts_.storage.folderFor(dataTree::LocalRecord, ipncId, {}, badDrives());
-    if (folder.isEmpty()) {
-        emit sigMessage(tr("%1 录像暂停：没有可用的存储空间").arg(ipncId));
-    } else {
-        recording.drive = folder.left(folder.indexOf(QStringLiteral("ZEL/")));
-        QDir().mkpath(folder);
-        const QString path = freeFile(folder, clock_());
-        recording.writer = AviWriter::openOutput(systemPath(path));
-        if (recording.writer != nullptr) {
-            recording.path = path;
-            recording.writer->setVideo(static_cast<std::uint32_t>(std::max(0, recording.width)),
-                                       static_cast<std::uint32_t>(std::max(0, recording.height)), recording.frameRate,
-                                       "H264");
-        } else {
-            badDrives_.push_back({recording.drive, clock_().addMSecs(BadDriveTime)});
-            emit sigMessage(tr("%1 录像文件无法创建：%2").arg(ipncId, path));
-        }
+    if (!recording.drive.isEmpty() && !parts_.storage.disks().freeBytes(recording.drive)) {
+        emit sigMessage(tr("%1 录像磁盘不可用：%2").arg(nameOf(ipncId), recording.drive));
+        recording.drive.clear(); // once
     }
+    QString folder;
+    do {
+        folder = parts_.storage.folderFor(dataTree::LocalRecord, ipncId, {}, badDrives());
+    } while (!folder.isEmpty() && !openFile(ipncId, recording, folder));
+    if (folder.isEmpty() && !std::exchange(recording.pauseTold, true))
+        emit sigMessage(tr("%1 录像暂停：没有可用的存储空间").arg(nameOf(ipncId)));
+    recording.pauseTold = recording.writer == nullptr;
     recording.retryAt = recording.writer == nullptr ? clock_().addMSecs(RetryTime) : QDateTime();
 }
 
-void Recorder::endFile(Recording& recording) {
+/// Makes the next file on the drive of `folder`; a drive that refuses is left alone for a while.
+bool Recorder::openFile(const QString& ipncId, Recording& recording, const QString& folder) {
+    recording.drive = folder.left(folder.indexOf(QStringLiteral("ZEL/")));
+    QDir().mkpath(folder);
+    const QString path = freeFile(folder, clock_());
+    auto writer = AviWriter::openOutput(systemPath(path));
+    const bool isMade =
+        writer != nullptr &&
+        writer->setVideo(static_cast<std::uint32_t>(std::max(0, recording.width)),
+                         static_cast<std::uint32_t>(std::max(0, recording.height)), recording.frameRate, "H264") == 0;
+    if (isMade) {
+        recording.writer = std::move(writer);
+        recording.path = path;
+        return true;
+    }
+    writer.reset();
+    QFile::remove(path); // made by us a moment ago, if at all, and holds nothing
+    avoid(recording.drive);
+    emit sigMessage(tr("%1 录像文件无法创建：%2").arg(nameOf(ipncId), path));
+    return false;
+}
+
+void Recorder::endFile(const QString& ipncId, Recording& recording) {
     recording.hasWriter = false;
     if (recording.writer != nullptr) {
         const bool isEmpty = recording.writer->videoFrames() == 0;
         if (recording.writer->close() != 0) {
             qDebug() << "recording not complete" << recording.path << static_cast<int>(AviWriter::lastError());
-            emit sigMessage(tr("录像文件未能完整保存：%1").arg(recording.path));
+            emit sigMessage(tr("%1 录像文件未能完整保存：%2").arg(nameOf(ipncId), recording.path));
         }
         recording.writer.reset();
         if (isEmpty)
@@ -323,8 +341,8 @@ void Recorder::writeFrame(const QString& ipncId, Recording& recording, AviWriter
     const bool isKey = corvanta::avi::isKeyFrame(frame);
     if (isKey) {
         recording.waitsForKey = false;
-        if (mustChangeDisk(recording) || isPackingTimeReached(recording)) {
-            endFile(recording);
+        if (recording.isBroken || mustChangeDisk(recording) || isPackingTimeReached(recording)) {
+            endFile(ipncId, recording);
             beginFile(ipncId, recording);
             emit sigChanged(ipncId);
         }
@@ -346,18 +364,49 @@ bool Recorder::isPackingTimeReached(const Recording& recording) const {
 }
 
 bool Recorder::mustChangeDisk(const Recording& recording) {
-    return parts_.storage.chooseDrive(badDrives()) != recording.drive;
+    const QStringList bad = badDrives();
+    const QString drive = parts_.storage.chooseDrive(bad);
+    if (drive == recording.drive)
+        return false;
+    if (!drive.isEmpty() || !parts_.storage.disks().freeBytes(recording.drive))
+        return true;
+    parts_.storage.seekRoom(bad);
+    // What is kept free is there until old days have been deleted.
+    return !parts_.storage.mayFindRoom() || bad.contains(recording.drive);
 }
 
 void Recorder::onWriteFailed(const QString& ipncId, Recording& recording) {
-    if (std::exchange(recording.failureTold, true))
-        return;
     if (AviWriter::lastError() == AviWriter::Error::SizeLimit) {
-        emit sigMessage(tr("%1 录像文件已达到最大长度：%2").arg(ipncId, recording.path));
+        if (!std::exchange(recording.sizeTold, true))
+            emit sigMessage(tr("%1 录像文件已达到最大长度：%2").arg(nameOf(ipncId), recording.path));
         return;
     }
-    badDrives_.push_back({recording.drive, clock_().addMSecs(BadDriveTime)});
-    emit sigMessage(tr("%1 录像写入失败，将转到下一个磁盘：%2").arg(ipncId, recording.path));
+    // Without the lost frame those up to the next key frame show nothing.
+    recording.isBroken = true;
+    recording.waitsForKey = true;
+    // A disk that is full is passed over for that, and may have room again in a moment.
+    if (parts_.storage.disks().freeBytes(recording.drive).value_or(0) >= corvanta::storage::SmallestRest)
+        avoid(recording.drive);
+    emit sigMessage(tr("%1 录像写入失败，将转到下一个磁盘：%2").arg(nameOf(ipncId), recording.path));
+}
+
+void Recorder::onRoomSought(bool made) {
+    if (!made)
+        return;
+    for (auto& [ipncId, recording] : recordings_) {
+        if (recording.hasWriter && recording.writer == nullptr)
+            recording.retryAt = clock_();
+    }
+    tick();
+}
+
+QString Recorder::nameOf(const QString& ipncId) const {
+    const QString name = parts_.nameOf ? parts_.nameOf(ipncId) : QString();
+    return name.isEmpty() ? ipncId : name;
+}
+
+void Recorder::avoid(const QString& drive) {
+    badDrives_.push_back({drive, clock_().addMSecs(BadDriveTime)});
 }
 
 QStringList Recorder::badDrives() {

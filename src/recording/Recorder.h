@@ -25,7 +25,8 @@ class Settings;
 ///
 /// A recording that was started goes on until it is stopped: a lost connection closes its file complete, and the next
 /// frames begin a new one; a request that ends by itself is sent again; a disk that takes nothing more is left at the
-/// next key frame. GUI thread; threads of the SDK only copy frames.
+/// next key frame. While old days are being deleted a file goes on in what is kept free otherwise. GUI thread;
+/// threads of the SDK only copy frames.
 class Recorder final : public QObject {
     Q_OBJECT
 public:
@@ -38,6 +39,7 @@ public:
         SdkGateway& gateway;
         RecordingStorage& storage;
         Settings& settings;
+        std::function<QString(const QString& ipncId)> nameOf; ///< what the user calls a device; none: its id
     };
     using Clock = std::function<QDateTime()>;
 
@@ -99,13 +101,15 @@ private:
         int width = 0;
         int height = 0;
         int frameRate = 0; ///< frames a second, as the stream's parameters say
-        QString drive;
+        QString drive;     ///< of the file, or the last one; empty when that has vanished
         QString path;
         QDateTime since;
         QDateTime retryAt;        ///< the request or the file is tried again then; invalid: nothing to try
         bool stopping = false;    ///< ends when what was delivered is written
         bool waitsForKey = false; ///< the file was begun in the middle of a stream
-        bool failureTold = false; ///< one message a file
+        bool isBroken = false;    ///< the file has lost a frame to its disk, and ends at the next key frame
+        bool sizeTold = false;    ///< that the file takes no more; once a file
+        bool pauseTold = false;   ///< that there is no room; once until there is some
         bool opened = false;      ///< the device has delivered before
     };
     struct BadDrive {
@@ -117,7 +121,8 @@ private:
     void onOpened(const QString& ipncId, const QVariantMap& parameters, int requestId);
     void onClosed(const QString& ipncId, int retcode);
     void beginFile(const QString& ipncId, Recording& recording);
-    void endFile(Recording& recording);
+    bool openFile(const QString& ipncId, Recording& recording, const QString& folder);
+    void endFile(const QString& ipncId, Recording& recording);
     void writeFrame(const QString& ipncId, Recording& recording, AviWriter::Bytes frame);
     bool isPackingTimeReached(const Recording& recording) const;
     bool mustChangeDisk(const Recording& recording);
@@ -125,7 +130,10 @@ private:
     void finish(const QString& ipncId);
     void endRequest(Recording& recording);
     void tick();
+    void onRoomSought(bool made);
     void setWanted(const QString& ipncId, bool wanted);
+    QString nameOf(const QString& ipncId) const;
+    void avoid(const QString& drive);
     QStringList badDrives();
 
     Parts parts_;

@@ -4,6 +4,14 @@
 
 #include <QDir>
 
+namespace {
+
+std::filesystem::path systemPath(const QString& path) {
+    return std::filesystem::path(path.toStdU16String());
+}
+
+} // namespace
+
 SystemDisks::SystemDisks(const QStringList& folders) {
     for (const QString& folder : folders) {
         if (folder.isEmpty() || !QDir::isAbsolutePath(folder))
@@ -15,6 +23,14 @@ SystemDisks::SystemDisks(const QStringList& folders) {
         if (!folders_.contains(root))
             folders_ += root;
     }
+    for (const QString& drive : drives()) {
+        if (corvanta::platform::isMountPoint(systemPath(drive)))
+            mounted_ += drive;
+    }
+}
+
+bool SystemDisks::isThere(const QString& drive) const {
+    return !mounted_.contains(drive) || corvanta::platform::isMountPoint(systemPath(drive));
 }
 
 QStringList SystemDisks::drives() const {
@@ -37,11 +53,11 @@ QString SystemDisks::systemDrive() const {
 }
 
 std::optional<std::uint64_t> SystemDisks::freeBytes(const QString& drive) const {
-    const auto space = corvanta::platform::diskSpace(std::filesystem::path(drive.toStdU16String()));
-    return space ? std::optional(space->free) : std::nullopt;
+    const auto space = corvanta::platform::diskSpace(systemPath(drive));
+    return space && space->isWritable && isThere(drive) ? std::optional(space->free) : std::nullopt;
 }
 
 std::optional<std::uint64_t> SystemDisks::totalBytes(const QString& drive) const {
-    const auto space = corvanta::platform::diskSpace(std::filesystem::path(drive.toStdU16String()));
-    return space ? std::optional(space->total) : std::nullopt;
+    const auto space = corvanta::platform::diskSpace(systemPath(drive));
+    return space && isThere(drive) ? std::optional(space->total) : std::nullopt;
 }

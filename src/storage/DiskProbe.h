@@ -19,7 +19,7 @@ public:
     virtual QStringList drives() const = 0;
     /// The root that the system itself lives on.
     virtual QString systemDrive() const = 0;
-    /// Bytes free on a drive, whoever may use them; nothing when that cannot be asked.
+    /// Bytes free on a drive, whoever may use them; nothing when that cannot be asked, or nothing can be written.
     virtual std::optional<std::uint64_t> freeBytes(const QString& drive) const = 0;
     /// The size of a drive; nothing when that cannot be asked.
     virtual std::optional<std::uint64_t> totalBytes(const QString&) const { return std::nullopt; }
@@ -27,6 +27,9 @@ public:
 };
 
 /// This computer's disks. Folders given as drives take the place of the system's own.
+///
+/// A drive on which a volume was mounted when this object was made has vanished when none is any more: what stays is
+/// an empty folder of another volume, which nobody meant.
 class SystemDisks final : public DiskProbe {
 public:
     /// `folders` that do not exist are made where that is possible.
@@ -39,5 +42,8 @@ public:
     QDate today() const override { return QDate::currentDate(); }
 
 private:
+    bool isThere(const QString& drive) const;
+
     QStringList folders_;
+    QStringList mounted_; ///< drives that were mount points at the beginning
 };

@@ -82,16 +82,16 @@ Deletion deleteStoredFile(const QString& path, const QStringList& drives) {
 } // namespace corvanta::storage
 
 FileDeletion::FileDeletion(QStringList drives, QStringList paths, QObject* parent)
-    : QThread(parent)
+    : BackgroundThread(parent)
     , drives_(std::move(drives))
     , paths_(std::move(paths)) {}
 
 FileDeletion::~FileDeletion() {
     cancel();
-    wait();
+    join();
 }
 
-void FileDeletion::run() {
+void FileDeletion::work() {
     for (const QString& path : paths_) {
         if (cancelled_)
             return;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/BackgroundThread.h"
+
 #include <QStringList>
-#include <QThread>
 
 #include <atomic>
 #include <vector>
@@ -25,7 +26,7 @@ Deletion deleteStoredFile(const QString& path, const QStringList& drives);
 
 /// Deletes stored files off the GUI thread, one after another. A thread runs once; `finished` tells that the results
 /// are there.
-class FileDeletion final : public QThread {
+class FileDeletion final : public BackgroundThread {
     Q_OBJECT
 public:
     FileDeletion(QStringList drives, QStringList paths, QObject* parent = nullptr);
@@ -38,11 +39,11 @@ public:
     int done() const { return done_; }
     int total() const { return paths_.size(); }
     /// What became of the first files of the list, in its order: of all, or of those reached before it was
-    /// cancelled. After `finished`.
+    /// cancelled. After `join`.
     const std::vector<corvanta::storage::Deletion>& results() const { return results_; }
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     const QStringList drives_;

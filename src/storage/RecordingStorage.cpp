@@ -3,6 +3,7 @@
 #include "base/DataTree.h"
 #include "base/Settings.h"
 #include "base/TaskQueue.h"
+#include "storage/RoomMaker.h"
 #include "storage/Rotation.h"
 
 #include <QDebug>
@@ -12,10 +13,12 @@ namespace storage = corvanta::storage;
 
 namespace {
 
-QStringList drivesOf(const SdkThreadSettings& settings) {
+QStringList drivesOf(const SdkThreadSettings& settings, const QStringList& except = {}) {
     QStringList result;
-    for (const std::string& drive : settings.drives)
-        result += QString::fromStdString(drive);
+    for (const std::string& drive : settings.drives) {
+        if (const QString root = QString::fromStdString(drive); !except.contains(root))
+            result += root;
+    }
     return result;
 }
 
@@ -24,7 +27,12 @@ QStringList drivesOf(const SdkThreadSettings& settings) {
 RecordingStorage::RecordingStorage(Settings& settings, TaskQueue& queue, std::unique_ptr<DiskProbe> disks)
     : settings_(settings)
     , queue_(queue)
-    , disks_(std::move(disks)) {}
+    , disks_(std::move(disks))
+    , room_(std::make_unique<RoomMaker>(queue, *disks_)) {
+    connect(room_.get(), &RoomMaker::sigSought, this, &RecordingStorage::sigRoomSought);
+}
+
+RecordingStorage::~RecordingStorage() = default;
 
 void RecordingStorage::prepareDrives() {
     const auto rebuilt = storage::rebuiltDrives(settings_.get(keys::Drives).toStringList(), *disks_);
@@ -48,25 +56,39 @@ int RecordingStorage::threshold() const {
 }
 
 QString RecordingStorage::chooseDrive(const QStringList& except) const {
-    return storage::chooseDrive(drivesOf(settings_.forSdkThreads()), threshold(), *disks_, except);
+    const QStringList drives = drivesOf(settings_.forSdkThreads(), except);
+    const QString drive = storage::chooseDrive(drives, threshold(), *disks_);
+    if (!drive.isEmpty())
+        room_->found();
+    return drive;
+}
+
+void RecordingStorage::seekRoom(const QStringList& except) const {
+    // On a drive that takes nothing, a deletion would make room for nobody.
+    room_->seek(drivesOf(settings_.forSdkThreads(), except), threshold());
+}
+
+bool RecordingStorage::mayFindRoom() const {
+    return room_->mayFind();
 }
 
 QString RecordingStorage::folderFor(const QString& kind, const QString& ipncid, const QString& day,
                                     const QStringList& except) const {
-    const QStringList drives = drivesOf(settings_.forSdkThreads());
     // What can be no path is no reason to delete anything.
     if (!corvanta::dataTree::folder(QString(), kind, ipncid, day)) {
         qDebug() << "no folder for files of" << ipncid << kind << day;
         return {};
     }
     QString drive = chooseDrive(except);
-    while (drive.isEmpty()) {
-        if (!storage::deleteOldestDay(drives, *disks_))
+    if (drive.isEmpty()) {
+        seekRoom(except);
+        if (mayFindRoom())
+            drive = storage::roomiestDrive(drivesOf(settings_.forSdkThreads(), except), *disks_);
+        if (drive.isEmpty())
             return {};
-        drive = chooseDrive(except);
     }
-    const QString today = disks_->today().toString(corvanta::dataTree::DayFormat);
-    return *corvanta::dataTree::folder(drive, kind, ipncid, day.isEmpty() ? today : day);
+    return *corvanta::dataTree::folder(drive, kind, ipncid,
+                                       day.isEmpty() ? disks_->today().toString(corvanta::dataTree::DayFormat) : day);
 }
 
 QStringList RecordingStorage::searchedDrives() const {

@@ -11,15 +11,15 @@
 using corvanta::avi::RepairResult;
 
 RepairThread::RepairThread(QStringList drives, QObject* parent)
-    : QThread(parent)
+    : BackgroundThread(parent)
     , drives_(std::move(drives)) {}
 
 RepairThread::~RepairThread() {
     cancelled_ = true;
-    wait();
+    join();
 }
 
-void RepairThread::run() {
+void RepairThread::work() {
     namespace storage = corvanta::storage;
     storage::FileQuery all;
     all.start = QDateTime(QDate(1, 1, 1), QTime(0, 0));

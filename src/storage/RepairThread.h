@@ -1,13 +1,14 @@
 #pragma once
 
+#include "base/BackgroundThread.h"
+
 #include <QStringList>
-#include <QThread>
 
 #include <atomic>
 
 /// Completes, in the background, the recordings that an earlier run of the program could not bring to their end. One
 /// debug line for each file that it changes.
-class RepairThread final : public QThread {
+class RepairThread final : public BackgroundThread {
     Q_OBJECT
 public:
     explicit RepairThread(QStringList drives, QObject* parent = nullptr);
@@ -18,7 +19,7 @@ public:
     int repaired() const { return repaired_; }
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     const QStringList drives_;

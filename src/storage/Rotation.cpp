@@ -10,11 +10,15 @@
 #include <QDirIterator>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
 namespace corvanta::storage {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::uint64_t Mebibyte = 1048576;
 
@@ -61,10 +65,25 @@ std::vector<DayFolder> dayFolders(const QStringList& drives) {
 bool isBeingWritten(const QString& folder) {
     QDirIterator files(folder, {QStringLiteral("*.avi")}, QDir::Files | QDir::NoSymLinks);
     while (files.hasNext()) {
-        if (platform::RawFile::isBeingWritten(std::filesystem::path(files.next().toStdU16String())))
+        if (platform::RawFile::isBeingWritten(fs::path(files.next().toStdU16String())))
             return true;
     }
     return false;
+}
+
+/// Deletes a folder and what is in it, links as such. False when some of it is left.
+bool deleteFolder(const fs::path& folder, const std::function<bool()>& cancelled) {
+    std::error_code error;
+    bool isWhole = true;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        if (cancelled && cancelled())
+            return false;
+        std::error_code entryError;
+        const bool isFolder = it->symlink_status(entryError).type() == fs::file_type::directory;
+        const bool deleted = isFolder ? deleteFolder(it->path(), cancelled) : fs::remove(it->path(), entryError);
+        isWhole = isWhole && deleted;
+    }
+    return !error && isWhole && fs::remove(folder, error);
 }
 
 } // namespace
@@ -91,10 +110,8 @@ std::optional<QStringList> rebuiltDrives(const QStringList& stored, const DiskPr
     return result;
 }
 
-QString chooseDrive(const QStringList& drives, int threshold, const DiskProbe& disks, const QStringList& except) {
+QString chooseDrive(const QStringList& drives, int threshold, const DiskProbe& disks) {
     for (const QString& drive : drives) {
-        if (except.contains(drive))
-            continue;
         const auto free = disks.freeBytes(drive);
         if (!free)
             qDebug() << "ERROR: Call to GetDiskFreeSpaceEx() failed.";
@@ -104,7 +121,20 @@ QString chooseDrive(const QStringList& drives, int threshold, const DiskProbe& d
     return {};
 }
 
-bool deleteOldestDay(const QStringList& drives, const DiskProbe& disks) {
+QString roomiestDrive(const QStringList& drives, const DiskProbe& disks) {
+    QString result;
+    std::uint64_t most = SmallestRest;
+    for (const QString& drive : drives) {
+        const std::uint64_t free = disks.freeBytes(drive).value_or(0);
+        if (free > most) {
+            most = free;
+            result = drive;
+        }
+    }
+    return result;
+}
+
+bool deleteOldestDay(const QStringList& drives, const DiskProbe& disks, const std::function<bool()>& cancelled) {
     const QString today = disks.today().toString(dataTree::DayFormat);
     std::vector<DayFolder> days = dayFolders(drives);
     std::stable_sort(days.begin(), days.end(),
@@ -113,8 +143,10 @@ bool deleteOldestDay(const QStringList& drives, const DiskProbe& disks) {
         if (day.name == today || isBeingWritten(day.path))
             continue;
         qDebug() << "FindOldestFolder name:" << day.name << ",path:" << day.path << "today:" << today;
-        if (QDir(day.path).removeRecursively())
+        if (deleteFolder(fs::path(day.path.toStdU16String()), cancelled))
             return true;
+        if (cancelled && cancelled())
+            return false;
         qDebug() << "could not be deleted" << day.path;
     }
     qDebug() << "Not Find Oldest File!!!";

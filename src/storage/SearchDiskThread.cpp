@@ -3,7 +3,7 @@
 #include <utility>
 
 SearchDiskThread::SearchDiskThread(QStringList drives, corvanta::storage::FileQuery query, QObject* parent)
-    : QThread(parent)
+    : BackgroundThread(parent)
     , drives_(std::move(drives))
     , query_(std::move(query)) {
     connect(this, &QThread::finished, this, &SearchDiskThread::sigResult);
@@ -11,14 +11,14 @@ SearchDiskThread::SearchDiskThread(QStringList drives, corvanta::storage::FileQu
 
 SearchDiskThread::~SearchDiskThread() {
     cancel();
-    wait();
+    join();
 }
 
-void SearchDiskThread::run() {
+void SearchDiskThread::work() {
     result_ = corvanta::storage::searchFiles(drives_, query_, progress_);
 }
 
 std::vector<corvanta::storage::FileRecord> SearchDiskThread::takeResult() {
-    wait(); // it is over, or about to be
+    join(); // it is over, or about to be
     return std::exchange(result_, {});
 }

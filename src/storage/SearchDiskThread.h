@@ -1,11 +1,10 @@
 #pragma once
 
+#include "base/BackgroundThread.h"
 #include "storage/StoredFiles.h"
 
-#include <QThread>
-
 /// One search of stored files, off the GUI thread. A thread runs once; `finished` tells that the result is there.
-class SearchDiskThread final : public QThread {
+class SearchDiskThread final : public BackgroundThread {
     Q_OBJECT
 public:
     SearchDiskThread(QStringList drives, corvanta::storage::FileQuery query, QObject* parent = nullptr);
@@ -25,7 +24,7 @@ signals:
     void sigResult();
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     const QStringList drives_;

@@ -2,6 +2,6 @@
 
 #include "storage/StoredFiles.h"
 
-void StoredDevicesThread::run() {
+void StoredDevicesThread::work() {
     devices_ = corvanta::storage::storedDevices(drives_);
 }

@@ -130,7 +130,7 @@ void tst_FileDeletion::manyInTheBackground() {
     paths.insert(20, QStringLiteral("/etc/hostname"));
     FileDeletion deletion({drive()}, paths);
     deletion.start();
-    QVERIFY(deletion.wait(60000));
+    deletion.join();
     QCOMPARE(deletion.done(), paths.size());
     QCOMPARE(int(deletion.results().size()), paths.size());
     for (int i = 0; i < paths.size(); ++i) {
@@ -144,7 +144,7 @@ void tst_FileDeletion::cancelled() {
     FileDeletion deletion({drive()}, {path});
     deletion.cancel();
     deletion.start();
-    QVERIFY(deletion.wait(60000));
+    deletion.join();
     QVERIFY(deletion.results().empty());
     QVERIFY(QFileInfo::exists(path));
 }

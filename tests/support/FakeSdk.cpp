@@ -18,6 +18,7 @@ void FakeSdk::reset() {
         stopped_.clear();
         clientCallback_ = {};
         onRequest = {};
+        onConfig = {};
         startupResult = callbackResult = ipncsdk::emSuccess;
         nextId = 1;
         startups_ = cleanups_ = 0;
@@ -146,6 +147,8 @@ void ZELIPNCSDK::SetConfig(const std::string& json, ResponseCallback callback) {
     FakeSdk& fake = FakeSdk::instance();
     const std::lock_guard lock(fake.mutex_);
     fake.configs_.push_back(json);
+    if (fake.onConfig)
+        fake.onConfig(json);
     if (callback)
         fake.threads_.emplace_back([callback = std::move(callback)] { callback("{\"retcode\":0}"); });
 }

@@ -33,6 +33,9 @@ public:
     /// Called for each request on the SDK's thread; what it returns is delivered as responses.
     std::function<std::vector<std::string>(const Request&)> onRequest;
 
+    /// Called for each `SetConfig`, while memory that it names is still there; calls nothing of this.
+    std::function<void(const std::string&)> onConfig;
+
     // What was called.
     std::vector<std::string> configs();
     std::vector<Request> requests();

@@ -61,7 +61,12 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     live_ = new LiveVideo(context_, *grid_, this);
     poll_ = new PollRunner(context_, *live_, this);
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
-    recorder_ = new Recorder({context_.gateway, storage_, context_.settings}, this);
+    recorder_ = new Recorder({context_.gateway, storage_, context_.settings,
+                              [this](const QString& ipncId) {
+                                  const DeviceRecord* const device = context_.devices.device(ipncId);
+                                  return device == nullptr ? QString() : device->displayName();
+                              }},
+                             this);
     records_ = new RecordControl(context_, {*grid_, *live_, *recorder_, storage_, devices_->tree()}, this);
     listener_ = new Listener(context_.gateway, systemSoundOutput(), this);
     talker_ = new Talker(context_.gateway, systemSoundInput(), this);

@@ -32,7 +32,14 @@ std::optional<DiskSpace> diskSpace(const std::filesystem::path& path) {
         return std::nullopt;
     }
     const std::uint64_t block = status.f_frsize;
-    return DiskSpace{status.f_bavail * block, status.f_bfree * block, status.f_blocks * block};
+    return DiskSpace{status.f_bavail * block, status.f_bfree * block, status.f_blocks * block,
+                     (status.f_flag & ST_RDONLY) == 0};
+}
+
+bool isMountPoint(const std::filesystem::path& path) {
+    struct stat own {};
+    struct stat above {};
+    return stat(path.c_str(), &own) == 0 && stat((path / "..").c_str(), &above) == 0 && own.st_dev != above.st_dev;
 }
 
 std::vector<std::string> driveRoots() {

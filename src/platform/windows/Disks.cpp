@@ -44,7 +44,11 @@ std::optional<DiskSpace> diskSpace(const std::filesystem::path& path) {
     if (GetDiskFreeSpaceExW(path.c_str(), &available, &total, &free) == 0) {
         return std::nullopt;
     }
-    return DiskSpace{available.QuadPart, free.QuadPart, total.QuadPart};
+    return DiskSpace{available.QuadPart, free.QuadPart, total.QuadPart, true};
+}
+
+bool isMountPoint(const std::filesystem::path&) {
+    return false;
 }
 
 std::vector<std::string> driveRoots() {

@@ -111,7 +111,7 @@ void FileActions::cancelDeletion() {
 }
 
 void FileActions::onDeletionFinished() {
-    deletion_->wait(); // it has said its last word, not more
+    deletion_->join(); // it has said its last word, not more
     std::array<int, 5> counts{};
     QSet<QString> gone;
     const auto& results = deletion_->results();

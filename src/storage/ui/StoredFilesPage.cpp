@@ -231,7 +231,7 @@ void StoredFilesPage::listDevices() {
         return;
     devicesThread_ = new StoredDevicesThread(storage_.searchedDrives(), this);
     connect(devicesThread_, &QThread::finished, this, [this] {
-        devicesThread_->wait();
+        devicesThread_->join();
         storedDevices_ = devicesThread_->devices();
         devicesThread_->deleteLater();
         devicesThread_ = nullptr;
