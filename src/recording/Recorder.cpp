@@ -283,7 +283,7 @@ void Recorder::beginFile(const QString& ipncId, Recording& recording) {
     }
     QString folder;
     do {
-        folder = parts_.storage.folderFor(dataTree::LocalRecord, ipncId, {}, badDrives());
+        folder = parts_.storage.folderAtOnce(dataTree::LocalRecord, ipncId, {}, badDrives());
     } while (!folder.isEmpty() && !openFile(ipncId, recording, folder));
     if (folder.isEmpty() && !std::exchange(recording.pauseTold, true))
         emit sigMessage(tr("%1 录像暂停：没有可用的存储空间").arg(nameOf(ipncId)));

@@ -72,22 +72,42 @@ bool RecordingStorage::mayFindRoom() const {
     return room_->mayFind();
 }
 
-QString RecordingStorage::folderFor(const QString& kind, const QString& ipncid, const QString& day,
-                                    const QStringList& except) const {
+QString RecordingStorage::folderFor(const QString& kind, const QString& ipncid, const QString& day) const {
+    return folderOn(
+        [this] {
+            const QString drive = chooseDrive();
+            const bool made = drive.isEmpty() && room_->makeNow(drivesOf(settings_.forSdkThreads()), threshold());
+            return made ? chooseDrive() : drive;
+        },
+        kind, ipncid, day);
+}
+
+QString RecordingStorage::folderAtOnce(const QString& kind, const QString& ipncid, const QString& day,
+                                       const QStringList& except) const {
+    return folderOn(
+        [this, &except] {
+            const QString drive = chooseDrive(except);
+            if (!drive.isEmpty())
+                return drive;
+            seekRoom(except);
+            return mayFindRoom() ? storage::roomiestDrive(drivesOf(settings_.forSdkThreads(), except), *disks_)
+                                 : QString();
+        },
+        kind, ipncid, day);
+}
+
+/// The folder on the drive that `drive` yields, which is asked only where there can be a folder.
+QString RecordingStorage::folderOn(const std::function<QString()>& drive, const QString& kind, const QString& ipncid,
+                                   const QString& day) const {
     // What can be no path is no reason to delete anything.
     if (!corvanta::dataTree::folder(QString(), kind, ipncid, day)) {
         qDebug() << "no folder for files of" << ipncid << kind << day;
         return {};
     }
-    QString drive = chooseDrive(except);
-    if (drive.isEmpty()) {
-        seekRoom(except);
-        if (mayFindRoom())
-            drive = storage::roomiestDrive(drivesOf(settings_.forSdkThreads(), except), *disks_);
-        if (drive.isEmpty())
-            return {};
-    }
-    return *corvanta::dataTree::folder(drive, kind, ipncid,
+    const QString root = drive();
+    if (root.isEmpty())
+        return {};
+    return *corvanta::dataTree::folder(root, kind, ipncid,
                                        day.isEmpty() ? disks_->today().toString(corvanta::dataTree::DayFormat) : day);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 class RoomMaker;
@@ -12,11 +13,11 @@ class TaskQueue;
 
 /// Where the files of devices are kept: the drives of the settings, and the folder for a new file on one of them.
 ///
-/// Nobody who asks waits for a deletion: while the oldest days are deleted in the background, new files go to the
-/// drive with the most space, into what is kept free otherwise.
+/// Where no drive has room, the oldest days are deleted: by whoever asks for a folder, or in the background for
+/// recordings, which must not wait.
 ///
-/// Lives in the GUI thread. `folderFor` may be asked by any thread: it reads the settings as SDK threads do, and what
-/// it would store is handed to the GUI thread.
+/// Lives in the GUI thread. Folders may be asked for by any thread: the settings are read as SDK threads do, and what
+/// would be stored is handed to the GUI thread.
 class RecordingStorage final : public QObject {
     Q_OBJECT
 public:
@@ -30,11 +31,15 @@ public:
 
     /// The drive for the next file; empty when none has room. Drives in `except` are passed over. Any thread.
     QString chooseDrive(const QStringList& except = {}) const;
-    /// The folder for a file of a device, ending with a slash. Not made yet. Where no drive has room, room is sought,
-    /// and the folder is on the drive with the most space. Empty when that is too little, when nothing could be
-    /// deleted the last time, or a text cannot be part of a path. An empty day means today. Any thread.
-    QString folderFor(const QString& kind, const QString& ipncid, const QString& day = {},
-                      const QStringList& except = {}) const;
+    /// The folder for a file of a device, ending with a slash. Not made yet. While no drive has room the oldest day
+    /// is deleted, on the calling thread. Empty when nothing is left to delete, or a text cannot be part of a path.
+    /// An empty day means today. Any thread.
+    QString folderFor(const QString& kind, const QString& ipncid, const QString& day = {}) const;
+    /// The same without waiting for a deletion: where no drive has room, room is sought in the background,
+    /// and the folder is on the drive with the most space, in what is kept free otherwise. Empty also when that is
+    /// too little or nothing could be deleted the last time. Drives in `except` are passed over. Any thread.
+    QString folderAtOnce(const QString& kind, const QString& ipncid, const QString& day,
+                         const QStringList& except) const;
 
     /// Begins to delete the oldest days in the background, on those drives that are not in `except`, until one of
     /// them has room; nothing while that is under way. Any thread.
@@ -55,6 +60,8 @@ signals:
 
 private:
     int threshold() const;
+    QString folderOn(const std::function<QString()>& drive, const QString& kind, const QString& ipncid,
+                     const QString& day) const;
 
     Settings& settings_;
     TaskQueue& queue_;

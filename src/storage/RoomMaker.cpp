@@ -5,16 +5,40 @@
 #include "storage/DiskProbe.h"
 #include "storage/Rotation.h"
 
+#include <functional>
 #include <utility>
 
 namespace storage = corvanta::storage;
 
+namespace {
+
+struct Wanted {
+    const QStringList& drives; ///< one of them shall have room
+    int threshold;             ///< of more than this, MiB
+    const DiskProbe& disks;
+    std::mutex& deleting;
+};
+
+/// Deletes what is on the drives of `from`. True when there is room.
+bool makeRoom(const Wanted& wanted, const QStringList& from, const std::function<bool()>& cancelled) {
+    while (true) {
+        const std::lock_guard lock(wanted.deleting);
+        if (!storage::chooseDrive(wanted.drives, wanted.threshold, wanted.disks).isEmpty())
+            return true;
+        if (!storage::deleteOldestDay(from, wanted.disks, cancelled))
+            return false;
+    }
+}
+
+} // namespace
+
 class RoomMaker::Thread final : public BackgroundThread {
 public:
-    Thread(QStringList drives, int threshold, const DiskProbe& disks)
+    Thread(QStringList drives, int threshold, const DiskProbe& disks, std::mutex& deleting)
         : drives_(std::move(drives))
         , threshold_(threshold)
-        , disks_(disks) {}
+        , disks_(disks)
+        , deleting_(deleting) {}
     ~Thread() override {
         cancelled_ = true;
         join();
@@ -25,30 +49,20 @@ public:
 
 protected:
     void work() override {
-        const auto cancelled = [this] {
-            return cancelled_.load();
-        };
-        while (storage::chooseDrive(drives_, threshold_, disks_).isEmpty()) {
-            if (!storage::deleteOldestDay(writableDrives(), disks_, cancelled))
-                return;
+        // Where a drive has vanished or lies open to be read only, nothing is gained by a deletion.
+        QStringList writable;
+        for (const QString& drive : drives_) {
+            if (disks_.freeBytes(drive))
+                writable += drive;
         }
-        made_ = true;
+        made_ = makeRoom({drives_, threshold_, disks_, deleting_}, writable, [this] { return cancelled_.load(); });
     }
 
 private:
-    /// Where a drive has vanished or lies open to be read only, nothing is gained by a deletion.
-    QStringList writableDrives() const {
-        QStringList result;
-        for (const QString& drive : drives_) {
-            if (disks_.freeBytes(drive))
-                result += drive;
-        }
-        return result;
-    }
-
     const QStringList drives_;
     const int threshold_; ///< MiB
     const DiskProbe& disks_;
+    std::mutex& deleting_;
     std::atomic<bool> cancelled_{false};
     bool made_ = false; ///< read after `join`
 };
@@ -68,11 +82,15 @@ void RoomMaker::seek(const QStringList& drives, int threshold) {
     queue_.post([this, roots = std::move(roots), threshold] { begin(roots, threshold); });
 }
 
+bool RoomMaker::makeNow(const QStringList& drives, int threshold) {
+    return makeRoom({drives, threshold, disks_, deleting_}, drives, {});
+}
+
 void RoomMaker::begin(const std::vector<std::string>& drives, int threshold) {
     QStringList roots;
     for (const std::string& drive : drives)
         roots += QString::fromStdString(drive);
-    thread_ = std::make_unique<Thread>(roots, threshold, disks_);
+    thread_ = std::make_unique<Thread>(roots, threshold, disks_, deleting_);
     connect(thread_.get(), &QThread::finished, this, &RoomMaker::onFinished);
     thread_->start(QThread::LowPriority);
 }

@@ -20,6 +20,7 @@ namespace storage = corvanta::storage;
 namespace {
 
 constexpr int FilesOfADay = 200;
+const QString Day = QStringLiteral("2024-03-05"); // that a folder is wanted for
 const QString OldestDay = QStringLiteral("ZEL/A/LocalRecord/2020-01-01/");
 const QString NextDay = QStringLiteral("ZEL/A/LocalRecord/2020-01-02/");
 
@@ -71,6 +72,7 @@ class tst_RoomMaker final : public QObject {
 private slots:
     void init();
     void nobodyWaits();
+    void whoMustHaveRoomDeletes();
     void nothingIsDeletedInVain();
     void nothingLeftToDelete();
     void endsAfterTheFileThatIsBeingDeleted();
@@ -78,7 +80,7 @@ private slots:
 
 private:
     QString folderNow() const {
-        return storage_->folderFor(QStringLiteral("Image"), QStringLiteral("B"), QStringLiteral("2024-03-05"));
+        return storage_->folderAtOnce(QStringLiteral("Image"), QStringLiteral("B"), Day, {});
     }
     int filesLeft() const { return QDir(root_ + OldestDay).entryList(QDir::Files).size(); }
 
@@ -139,10 +141,35 @@ void tst_RoomMaker::nobodyWaits() {
     QCOMPARE(sought.size(), 1);
 }
 
+// Alone, and behind a deletion in the background, which is not done again.
+void tst_RoomMaker::whoMustHaveRoomDeletes() {
+    const QString expected = root_ + QStringLiteral("ZEL/B/Image/2024-03-05/");
+    QSignalSpy sought(storage_.get(), &RecordingStorage::sigRoomSought);
+    QCOMPARE(folderNow(), expected);
+    queue_->drain();
+    disk_->awaitDeletion();
+    std::atomic<int> filesAtAnswer{-1};
+    std::thread thread([&] {
+        if (storage_->folderFor(QStringLiteral("Image"), QStringLiteral("B"), Day) == expected)
+            filesAtAnswer = filesLeft();
+    });
+    disk_->open();
+    thread.join();
+    QCOMPARE(filesAtAnswer.load(), 0);
+    QCOMPARE(disk_->deletions(), 1);
+    QVERIFY(!sought.isEmpty() || sought.wait(60000));
+
+    QVERIFY(QDir(root_).mkpath(OldestDay));
+    QCOMPARE(storage_->folderFor(QStringLiteral("Image"), QStringLiteral("B"), Day), expected);
+    QVERIFY(!QDir(root_ + OldestDay).exists());
+    QVERIFY(QDir(root_ + NextDay).exists());
+    QCOMPARE(disk_->deletions(), 2);
+}
+
 // A drive that is left alone gains nothing by a deletion.
 void tst_RoomMaker::nothingIsDeletedInVain() {
     disk_->open();
-    QCOMPARE(storage_->folderFor(QStringLiteral("Image"), QStringLiteral("B"), {}, {root_}), QString());
+    QCOMPARE(storage_->folderAtOnce(QStringLiteral("Image"), QStringLiteral("B"), Day, {root_}), QString());
     queue_->drain();
     QCOMPARE(filesLeft(), FilesOfADay);
     QSignalSpy sought(storage_.get(), &RecordingStorage::sigRoomSought);
