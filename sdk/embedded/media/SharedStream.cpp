@@ -97,7 +97,6 @@ void SharedStream::opened(const StreamParameters& parameters) {
     const bool goesOn = std::exchange(open_, true) && parameters.talk != parameters_.talk;
     parameters_ = parameters;
     silent_ = !parameters.sound;
-    takeNewSubscribers();
     if (goesOn) {
         for (const auto& member : members_) {
             member->toldOpen = false;
@@ -105,6 +104,7 @@ void SharedStream::opened(const StreamParameters& parameters) {
     } else {
         stopDecoding();
     }
+    takeNewSubscribers();
     tellState();
 }
 

@@ -126,8 +126,8 @@ public:
     virtual void onClosed(StreamError reason) = 0;
 };
 
-/// What a subscriber wants. Who wants nothing but to listen or to talk takes part in whatever stream of the camera
-/// runs already, and ends with `NoSound`, `NoTalk` or `TalkBusy` where that cannot be.
+/// What a subscriber wants. Who wants nothing but to listen, or to talk to a recorded scene, takes part in whatever
+/// stream of the camera runs already, and ends with `NoSound`, `NoTalk` or `TalkBusy` where that cannot be.
 struct Subscription {
     std::string camera; ///< subscriptions with equal camera, quality and source share one reader and one decoder
     Quality quality = Quality::Light;

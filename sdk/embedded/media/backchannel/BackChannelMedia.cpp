@@ -1,9 +1,8 @@
 #include "media/backchannel/BackChannelMedia.h"
 
 #include "media/Stream.h"
-#include "media/backchannel/RtspMessage.h"
+#include "media/backchannel/RtspText.h"
 
-#include <charconv>
 #include <vector>
 
 namespace ipncsdk::media {
@@ -18,12 +17,6 @@ struct Section {
     std::vector<std::string_view> maps;    ///< "rtpmap" attributes
     std::string_view control;
 };
-
-bool readNumber(std::string_view text, int lowest, int highest, int& number) {
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    return result.ec == std::errc() && result.ptr == end && number >= lowest && number <= highest;
-}
 
 Section beginSection(std::string_view media) {
     Section section;

@@ -21,7 +21,7 @@ BackChannelQuestion::~BackChannelQuestion() {
 }
 
 void BackChannelQuestion::ask(const RtspAddress& address) {
-    if (std::exchange(asked_, true) || !known_->begin(about_.camera, about_.source)) {
+    if (thread_.joinable() || !known_->begin(about_.camera, about_.source)) {
         return;
     }
     thread_ = std::thread([this, address] {

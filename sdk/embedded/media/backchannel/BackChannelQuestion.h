@@ -45,8 +45,7 @@ private:
     const std::shared_ptr<BackChannels> known_;
     const Log log_;
     std::atomic<bool> stop_{false};
-    bool asked_ = false;
-    std::thread thread_;
+    std::thread thread_; ///< once the camera is or was asked
 };
 
 } // namespace ipncsdk::media

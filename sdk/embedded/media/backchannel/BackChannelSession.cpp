@@ -1,9 +1,9 @@
 #include "media/backchannel/BackChannelSession.h"
 
+#include "media/backchannel/RtspText.h"
 #include "media/rtsp/Resolver.h"
 
 #include <algorithm>
-#include <charconv>
 #include <thread>
 #include <utility>
 
@@ -18,12 +18,6 @@ constexpr std::chrono::milliseconds lookUpEvery{20};
 constexpr std::size_t mostUnsent = 65536;
 
 const std::pair<std::string, std::string> wantsBackChannel{"Require", "www.onvif.org/ver20/backchannel"};
-
-int numberAt(std::string_view text, int lowest, int highest, int otherwise) {
-    int number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    return result.ec == std::errc() && number >= lowest && number <= highest ? number : otherwise;
-}
 
 /// What stands behind `name` in a list of parameters; empty when it is not there.
 std::string_view parameterOf(std::string_view list, std::string_view name) {
@@ -89,30 +83,33 @@ StreamError BackChannelSession::describe() {
     return StreamError::None;
 }
 
+/// Lets some time pass for what another thread does; false when that is not to be waited for any longer.
+bool BackChannelSession::waits() const {
+    const bool may = goesOn_() && !isPast(giveUp_);
+    if (may) {
+        std::this_thread::sleep_for(lookUpEvery);
+    }
+    return may;
+}
+
 /// Makes the connection, directly or through the client's transport.
 StreamError BackChannelSession::reach() {
     std::vector<std::string> addresses{"127.0.0.1"};
-    const auto pending = [this](bool is) {
-        if (is && goesOn_() && !isPast(giveUp_)) {
-            std::this_thread::sleep_for(lookUpEvery);
-            return true;
-        }
-        return false;
-    };
     if (relay_ != nullptr) {
-        while (pending(relay_->connected() == Relay::Connected::Pending)) {
+        while (relay_->connected() == Relay::Connected::Pending && waits()) {
         }
         if (relay_->connected() == Relay::Connected::No) {
             return StreamError::ProxyFailed;
         }
     } else {
         const Resolver resolver(address_.host());
-        while (pending(resolver.state() == Resolver::State::Pending)) {
+        while (resolver.state() == Resolver::State::Pending && waits()) {
         }
         if (resolver.state() == Resolver::State::Unknown) {
             return StreamError::AddressUnreachable;
         }
-        addresses = resolver.addresses();
+        const bool found = resolver.state() == Resolver::State::Found;
+        addresses = found ? resolver.addresses() : std::vector<std::string>();
     }
     if (link_.connect(addresses, relay_ != nullptr ? relay_->port() : address_.port(), giveUp_)) {
         return StreamError::None;
@@ -217,8 +214,11 @@ StreamError BackChannelSession::setUp() {
         why_ = "it opens a session without a name";
         return StreamError::NoTalk;
     }
-    channel_ = static_cast<std::uint8_t>(
-        numberAt(parameterOf(response.header("transport"), "interleaved"), 0, 255, channel_));
+    // Two channels stand there: the first one for sound, the other for reports about it.
+    std::string_view channels = parameterOf(response.header("transport"), "interleaved");
+    int channel = 0;
+    readNumber(cutField(channels, '-'), 0, 255, channel);
+    channel_ = static_cast<std::uint8_t>(channel);
     return StreamError::None;
 }
 
@@ -227,7 +227,9 @@ bool BackChannelSession::takeSession(std::string_view header) {
     constexpr int longest = 3600;
     std::string_view rest = header;
     session_ = cutField(rest, ';');
-    life_ = std::chrono::seconds(numberAt(parameterOf(rest, "timeout"), shortest, longest, 60));
+    int life = static_cast<int>(life_.count());
+    readNumber(parameterOf(rest, "timeout"), shortest, longest, life);
+    life_ = std::chrono::seconds(life);
     const bool usable = isAddressText(session_);
     session_ = usable ? session_ : std::string();
     return usable;

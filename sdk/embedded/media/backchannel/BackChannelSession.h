@@ -45,6 +45,7 @@ public:
     StreamError workUntil(Clock::time_point moment);
 
 private:
+    bool waits() const;
     StreamError reach();
     StreamError exchange(const RtspRequest& request, RtspResponse& response);
     StreamError await(int sequence, RtspResponse& response);

@@ -1,5 +1,7 @@
 #include "media/backchannel/RtspAuthorization.h"
 
+#include "media/backchannel/RtspText.h"
+
 extern "C" {
 #include <libavutil/base64.h>
 #include <libavutil/md5.h>

@@ -34,11 +34,10 @@ public:
             open_ = !error;
         });
     }
-    /// Ends an attempt, so that another one may begin.
-    void giveUp() {
+    /// After an attempt that failed, so that another one may begin.
+    void close() {
         boost::system::error_code ignored;
         socket_.close(ignored);
-        work(Clock::now() + lookUpEvery);
     }
     bool isConnecting() const { return connecting_; }
     bool isOpen() const { return open_; }
@@ -139,7 +138,7 @@ bool RtspLink::connect(const std::vector<std::string>& addresses, std::uint16_t 
         if (socket_->isConnecting()) {
             return false;
         }
-        socket_->giveUp();
+        socket_->close();
     }
     return false;
 }

@@ -30,13 +30,4 @@ struct RtspRequest {
     std::string text(int sequence) const;
 };
 
-/// Whether text may stand in a request's address: printable, without blanks, and of no more than 1000 bytes.
-bool isAddressText(std::string_view text);
-/// Compares without regard to the case of ASCII letters.
-bool isSameWord(std::string_view left, std::string_view right);
-/// Text without blanks and tabs around it.
-std::string_view trimmed(std::string_view text);
-/// Cuts off what stands before `separator`, and returns it trimmed; the whole rest when there is none.
-std::string_view cutField(std::string_view& rest, char separator);
-
 } // namespace ipncsdk::media

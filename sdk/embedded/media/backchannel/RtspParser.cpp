@@ -1,19 +1,14 @@
 #include "media/backchannel/RtspParser.h"
 
+#include "media/backchannel/RtspText.h"
+
 #include <algorithm>
-#include <charconv>
+#include <limits>
 #include <utility>
 
 namespace ipncsdk::media {
 
 namespace {
-
-/// A whole number of one to nine digits and nothing else.
-bool readNumber(std::string_view text, int& number) {
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    return text.size() <= 9 && result.ec == std::errc() && result.ptr == end && number >= 0;
-}
 
 bool isText(std::string_view line) {
     return std::none_of(line.begin(), line.end(), [](char character) {
@@ -98,17 +93,10 @@ RtspParser::Found RtspParser::takeHead() {
     std::string_view head(buffer_.data(), size + 2);
     const std::string_view first = head.substr(0, head.find("\r\n"));
     head.remove_prefix(first.size() + 2);
-    constexpr std::string_view version = "RTSP/1.";
-    constexpr std::size_t statusAt = 9;
-    response_ = {};
-    isRequest_ = !first.starts_with(version) && first.find(" RTSP/1.") != std::string_view::npos;
-    const bool answers = first.starts_with(version) && first.size() >= statusAt + 3 &&
-                         readNumber(first.substr(statusAt, 3), response_.status) && response_.status >= 100;
-    if (!isText(first) || (!isRequest_ && !answers)) {
-        return refuse("it does not speak RTSP");
+    if (takeFirstLine(first) == Found::Bad) {
+        return Found::Bad;
     }
     bodySize_ = 0;
-    response_.sequence = -1;
     while (!head.empty()) {
         const std::string_view line = head.substr(0, head.find("\r\n"));
         head.remove_prefix(line.size() + 2);
@@ -124,24 +112,33 @@ RtspParser::Found RtspParser::takeHead() {
     return Found::Response;
 }
 
+RtspParser::Found RtspParser::takeFirstLine(std::string_view line) {
+    constexpr std::string_view version = "RTSP/1.";
+    constexpr std::size_t statusAt = 9; // behind the version's last digit and a blank
+    constexpr std::size_t statusSize = 3;
+    response_ = {};
+    response_.sequence = -1;
+    const bool answers = line.starts_with(version) && line.size() >= statusAt &&
+                         readNumber(line.substr(statusAt, statusSize), 100, 999, response_.status);
+    isRequest_ = !line.starts_with(version) && line.find(" RTSP/1.") != std::string_view::npos;
+    return isText(line) && (answers || isRequest_) ? Found::Response : refuse("it does not speak RTSP");
+}
+
 RtspParser::Found RtspParser::takeHeader(std::string_view line) {
     const std::size_t colon = line.find(':');
     if (colon == std::string_view::npos || colon == 0 || !isText(line)) {
         return refuse("its headers are no headers");
     }
-    std::string name(trimmed(line.substr(0, colon)));
-    for (char& character : name) {
-        character = character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-    }
+    std::string name = inSmallLetters(trimmed(line.substr(0, colon)));
     const std::string_view value = trimmed(line.substr(colon + 1));
     int number = 0;
     if (name == "content-length") {
-        if (!readNumber(value, number) || static_cast<std::size_t>(number) > longestBody) {
+        if (!readNumber(value, 0, static_cast<int>(longestBody), number)) {
             return refuse("its answer has no length that can be taken");
         }
         bodySize_ = static_cast<std::size_t>(number);
-    } else if (name == "cseq" && readNumber(value, number)) {
-        response_.sequence = number;
+    } else if (name == "cseq") {
+        readNumber(value, 0, std::numeric_limits<int>::max(), response_.sequence);
     }
     response_.headers.emplace_back(std::move(name), value);
     return Found::Response;

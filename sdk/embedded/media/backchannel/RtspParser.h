@@ -31,6 +31,7 @@ private:
     Found refuse(const char* complaint);
     bool skipMedia();
     Found takeHead();
+    Found takeFirstLine(std::string_view line);
     Found takeHeader(std::string_view line);
 
     std::string buffer_;
