@@ -45,7 +45,8 @@ private:
     static int pictures(Stream& stream);
     QByteArray camera(const char* path, const char* user = "", const char* password = "") const;
 
-    RtspServer server_{{"--user", "viewer", "--password", "secret"}};
+    const QTemporaryDir ears_;
+    RtspServer server_{{"--user", "viewer", "--password", "secret", "--ears", ears_.path()}};
     RecordingUi ui_;
     std::unique_ptr<QTemporaryDir> dir_;
     std::unique_ptr<AppManager> manager_;
@@ -134,7 +135,7 @@ void tst_CameraRoad::picturesArrive() {
     ProxyServer proxy;
     if (!proxyKind.isEmpty())
         QVERIFY(proxy.start(proxyKind, proxyUser));
-    start(camera("/live", "viewer", "secret"), proxyKind.isEmpty() ? QVariantMap() : proxy.settings());
+    start(camera("/hears-pcmu", "viewer", "secret"), proxyKind.isEmpty() ? QVariantMap() : proxy.settings());
     const DeviceRecord* const device = manager_->context().devices.device(QStringLiteral("porch"));
     QVERIFY(device != nullptr && device->isVideo() && device->isOnline() && device->isAdmin);
     const auto stream = open();
@@ -144,6 +145,13 @@ void tst_CameraRoad::picturesArrive() {
     const QVariantMap parameters = opened.value(QStringLiteral("avparam")).toMap();
     QCOMPARE(parameters.value(QStringLiteral("weidth")).toInt(), 320);
     QCOMPARE(parameters.value(QStringLiteral("framerate")).toInt(), 25);
+    // Whether it can be talked to is asked beside the stream, on the same road.
+    QTRY_COMPARE_WITH_TIMEOUT(report(*stream, QStringLiteral("avopen"))
+                                  .value(QStringLiteral("avparam"))
+                                  .toMap()
+                                  .value(QStringLiteral("audioplay"))
+                                  .toInt(),
+                              3, 60000);
     const int id = opened.value(QStringLiteral("reqid")).toInt();
     QVERIFY(id > 0);
     manager_->StopRequest(id);

@@ -7,7 +7,8 @@ Streams: /live (H.264, SPS and PPS in the stream), /bare (SPS and PPS in the des
 limited range, all white), /full (the same samples, said to be of full range), /resize (changes its size every second), /h265, /mjpeg,
 /audio (G.711 alone), /both (H.264 and G.711), /pcma, /pcmu, /aac, /opus (H.264 and a tone in this codec), /quiet
 (its sound stops and comes back, every second), /nosetup (refuses to set up its sound), /hang (never answers
-DESCRIBE), /slow (answers after a second).
+DESCRIBE), /slow (answers after a second). With --ears, as a camera that can be talked to: /hears-pcmu, /hears-pcma,
+/hears-wide (A-law of 16 kHz), which write what they hear as NAME.raw (16 bits, in their rate) into that folder.
 """
 
 import argparse
@@ -53,6 +54,14 @@ STREAMS = {
     "/opus": f"{LIVE} {TONE.format(freq=1500, rate=48000, channels=2)} ! opusenc ! rtpopuspay name=pay1 pt=98",
     "/quiet": f"{LIVE} {ALAW.format(' ! valve name=valve')}",
     "/nosetup": f"{LIVE} {ALAW.format('')}",
+}
+
+RTP = "application/x-rtp,media=audio,payload={pt},clock-rate={rate},encoding-name={name}"
+EAR = "( capsfilter caps={caps} name=depay_backchannel ! rtp{codec}depay ! {law} ! filesink name=ear async=false"
+EARS = {
+    "/hears-pcmu": ("pcmu", "mulawdec", RTP.format(pt=0, rate=8000, name="PCMU")),
+    "/hears-pcma": ("pcma", "alawdec", RTP.format(pt=8, rate=8000, name="PCMA")),
+    "/hears-wide": ("pcma", "alawdec", RTP.format(pt=97, rate=16000, name="PCMA")),
 }
 
 
@@ -104,6 +113,17 @@ def refuse_sound(client, context):
     return GstRtsp.RTSPStatusCode.UNSUPPORTED_MEDIA_TYPE if refused else GstRtsp.RTSPStatusCode.OK
 
 
+def make_ear(path, folder):
+    """A camera's stream, and beside it what writes down what is said to the camera."""
+    codec, law, caps = EARS[path]
+    factory = GstRtspServer.RTSPOnvifMediaFactory()
+    factory.set_media_gtype(GstRtspServer.RTSPOnvifMedia.__gtype__)
+    factory.set_launch(f"( {LIVE} )")
+    ear = EAR.format(caps=caps, codec=codec, law=law)
+    factory.set_backchannel_launch(f"{ear} sync=false buffer-mode=unbuffered location={folder}{path}.raw )")
+    return factory
+
+
 def require_password(server, user, password, method):
     auth = GstRtspServer.RTSPAuth()
     auth.set_supported_methods(method)
@@ -129,11 +149,12 @@ def main():
     parser.add_argument("--user")
     parser.add_argument("--password", default="")
     parser.add_argument("--auth", choices=("basic", "digest"), default="digest")
+    parser.add_argument("--ears", metavar="FOLDER")
     options = parser.parse_args()
 
     Gst.init(None)
     loop = GLib.MainLoop()
-    server = GstRtspServer.RTSPServer()
+    server = GstRtspServer.RTSPOnvifServer() if options.ears else GstRtspServer.RTSPServer()
     server.set_address("127.0.0.1")
     server.set_service(options.port)
     server.get_thread_pool().set_max_threads(-1)
@@ -142,6 +163,8 @@ def main():
     for path, description in STREAMS.items():
         factories[path] = GstRtspServer.RTSPMediaFactory()
         factories[path].set_launch(f"( {description} )")
+    for path in EARS if options.ears else ():
+        factories[path] = make_ear(path, options.ears)
     factories["/resize"].connect("media-configure", change_size)
     factories["/quiet"].connect("media-configure", interrupt_sound)
     server.connect("client-connected", lambda _server, client: client.connect("pre-setup-request", refuse_sound))
@@ -149,7 +172,7 @@ def main():
     factories["/slow"] = SlowFactory(1)
     for path, factory in factories.items():
         # A client that comes back at once would meet a shared stream that is just being ended.
-        factory.set_shared(path != "/nosetup")
+        factory.set_shared(path != "/nosetup" and path not in EARS)
         if options.user:
             allow_users(factory)
         server.get_mount_points().add_factory(path, factory)

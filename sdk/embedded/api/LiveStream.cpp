@@ -258,7 +258,9 @@ void LiveStream::closed(int leg, StreamError reason) {
 }
 
 void LiveStream::close(StreamError reason) {
-    const bool unreachable = reason == StreamError::AddressUnreachable || reason == StreamError::TimedOut;
+    // A camera may take no second connection for talk and show its pictures all the same.
+    const bool unreachable =
+        !wishes_.talk && (reason == StreamError::AddressUnreachable || reason == StreamError::TimedOut);
     if (unreachable && parts_.cameras.find(wishes_.camera) != nullptr)
         parts_.cameras.setReachable(wishes_.camera, false);
     if (!request_->end())

@@ -94,10 +94,16 @@ void SharedStream::stage(OpenStage stage) {
 }
 
 void SharedStream::opened(const StreamParameters& parameters) {
-    open_ = true;
+    const bool goesOn = std::exchange(open_, true) && parameters.talk != parameters_.talk;
     parameters_ = parameters;
     silent_ = !parameters.sound;
-    stopDecoding();
+    if (goesOn) {
+        for (const auto& member : members_) {
+            member->toldOpen = false;
+        }
+    } else {
+        stopDecoding();
+    }
     takeNewSubscribers();
     tellState();
 }
@@ -115,6 +121,11 @@ void SharedStream::frame(const CodedFrame& frame) {
     } else if (decoder_ != nullptr || frame.keyFrame) {
         decode(frame);
     }
+}
+
+bool SharedStream::watched() const {
+    return std::any_of(members_.begin(), members_.end(),
+                       [](const auto& member) { return member->decoded || member->coded; });
 }
 
 bool SharedStream::soundWanted() const {

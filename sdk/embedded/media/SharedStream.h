@@ -65,6 +65,7 @@ private:
     void stage(OpenStage stage) override;
     void opened(const StreamParameters& parameters) override;
     void frame(const CodedFrame& frame) override;
+    bool watched() const override;
     bool soundWanted() const override;
     void sound(const SoundBlock& sound) override;
     void log(const std::string& line) override;

@@ -75,7 +75,7 @@ struct StreamParameters {
     int frameRate = 0;          ///< frames per second, rounded; 25 when the camera does not say
     std::string connectionType; ///< shown to the user: "LOOP", "RTSP/TCP", "RTSP/PROXY", "FILE"
     bool sound = false;         ///< there is sound that can be decoded
-    bool talk = false;          ///< the camera can be talked to
+    bool talk = false;          ///< the camera can be talked to; of a network camera that may be told later
     friend bool operator==(const StreamParameters&, const StreamParameters&) = default;
 };
 
@@ -112,8 +112,9 @@ struct SoundBlock {
 
 /// Receives what happens on one subscription. Calls come from threads of the hub, one at a time for one listener.
 /// Order: any number of `onStage`, then `onOpened`, then frames; after a lost connection the same again; `onClosed`
-/// is the last call. The first frame after `onOpened` is a key frame (coded) or its picture (decoded). Sound comes
-/// between the frames, as the stream brings it.
+/// is the last call. `onOpened` comes again when it turns out that the camera can be talked to. The first frame after
+/// `onOpened` is a key frame (coded) or its picture (decoded). Sound comes between the frames, as the stream brings
+/// it.
 class StreamListener {
 public:
     virtual ~StreamListener() = default;
@@ -125,8 +126,8 @@ public:
     virtual void onClosed(StreamError reason) = 0;
 };
 
-/// What a subscriber wants. Who wants nothing but to listen or to talk takes part in whatever stream of the camera
-/// runs already, and ends with `NoSound`, `NoTalk` or `TalkBusy` where that cannot be.
+/// What a subscriber wants. Who wants nothing but to listen, or to talk to a recorded scene, takes part in whatever
+/// stream of the camera runs already, and ends with `NoSound`, `NoTalk` or `TalkBusy` where that cannot be.
 struct Subscription {
     std::string camera; ///< subscriptions with equal camera, quality and source share one reader and one decoder
     Quality quality = Quality::Light;
@@ -135,7 +136,8 @@ struct Subscription {
     bool coded = false;                                   ///< deliver access units
     std::optional<std::chrono::milliseconds> openTimeout; ///< none: the hub's own limits of the network alone
     bool sound = false;                                   ///< deliver sound
-    std::shared_ptr<Talk> talk = nullptr;                 ///< not null: hold the way to the camera open for it
+    /// Not null: hold the way to the camera open for it. With a network camera that is all that is done.
+    std::shared_ptr<Talk> talk = nullptr;
 };
 
 } // namespace ipncsdk::media

@@ -3,6 +3,7 @@
 #include "media/JpegEncoder.h"
 #include "media/SharedStream.h"
 #include "media/WholeFile.h"
+#include "media/backchannel/BackChannelReader.h"
 #include "media/file/FileReader.h"
 #include "media/loop/LoopReader.h"
 #include "media/rtsp/RtspReader.h"
@@ -28,6 +29,7 @@ constexpr std::chrono::seconds snapshotPatience{3};
 
 /// Equal keys share a stream.
 struct StreamKey {
+    bool talk = false; ///< the way to a network camera; then there is one of them, whatever follows below
     std::string camera;
     Quality quality = Quality::Light;
     Source source;
@@ -129,6 +131,7 @@ private:
     void finished(Id subscriberId) override;
     // The functions below want mutex_ to be held.
     std::unique_ptr<StreamReader> makeReader(const StreamKey& key);
+    StreamKey keyOf(const Subscription& wanted) const;
     std::shared_ptr<TalkLine> lineOf(const std::string& camera);
     const Running* find(const Subscription& wanted) const;
 
@@ -136,6 +139,7 @@ private:
 
     const HubOptions options_;
     LoopLibrary library_;
+    const std::shared_ptr<BackChannels> backChannels_ = std::make_shared<BackChannels>();
 
     std::mutex stopMutex_; ///< held while `stop` works; taken before `mutex_`
     std::mutex mutex_;
@@ -155,9 +159,20 @@ std::unique_ptr<StreamReader> StreamHub::Impl::makeReader(const StreamKey& key) 
         return std::make_unique<FileReader>(*file, key.camera,
                                             FileOptions{options_.firstPause, options_.longestPause});
     }
-    return std::make_unique<RtspReader>(
-        std::get<RtspSource>(key.source),
-        RtspOptions{options_.socketDelegate, options_.firstPause, options_.longestPause, options_.networkTimeout});
+    const auto& source = std::get<RtspSource>(key.source);
+    RtspOptions options{options_.socketDelegate, options_.firstPause, options_.longestPause, options_.networkTimeout,
+                        backChannels_};
+    if (key.talk) {
+        return std::make_unique<BackChannelReader>(key.camera, source, std::move(options), lineOf(key.camera));
+    }
+    return std::make_unique<RtspReader>(key.camera, source, std::move(options));
+}
+
+/// Who talks to a network camera takes the way that is known to be one, through whichever of its addresses.
+StreamKey StreamHub::Impl::keyOf(const Subscription& wanted) const {
+    const bool talk = wanted.talk != nullptr && std::holds_alternative<RtspSource>(wanted.source);
+    const auto way = talk ? backChannels_->wayTo(wanted.camera) : std::nullopt;
+    return {talk, wanted.camera, wanted.quality, way ? Source(*way) : wanted.source};
 }
 
 std::pair<StreamHub::Id, std::shared_ptr<SharedStream>>
@@ -178,8 +193,8 @@ StreamHub::Impl::attach(const Subscription& subscription, std::shared_ptr<Stream
         entries_[id] = {std::move(subscriber), known->stream};
         return {id, known->stream};
     }
-    const StreamKey key{subscription.camera, subscription.quality, subscription.source};
-    const char* quality = key.quality == Quality::Main ? " (main)" : " (light)";
+    const StreamKey key = keyOf(subscription);
+    const char* quality = key.talk ? " (talk)" : key.quality == Quality::Main ? " (main)" : " (light)";
     auto stream =
         std::make_shared<SharedStream>(loggable(key.camera) + quality, makeReader(key), *this, options_.log);
     stream->add(subscriber);
@@ -203,14 +218,15 @@ std::shared_ptr<TalkLine> StreamHub::Impl::lineOf(const std::string& camera) {
 /// The running stream that a subscription joins: the one that it names, or for those who want no pictures another one
 /// of the same camera, so that a camera is not asked twice; null when there is none.
 const StreamHub::Impl::Running* StreamHub::Impl::find(const Subscription& wanted) const {
-    const StreamKey key{wanted.camera, wanted.quality, wanted.source};
+    const StreamKey key = keyOf(wanted);
     const bool anyStream = (wanted.sound || wanted.talk != nullptr) && !wanted.decoded && !wanted.coded;
     const Running* other = nullptr;
     for (const Running& running : running_) {
-        if (running.key == key) {
+        if (running.key == key || (key.talk && running.key.talk && running.key.camera == key.camera)) {
             return &running;
         }
-        const bool serves = running.key.camera == key.camera && running.key.quality != key.quality;
+        const bool serves =
+            running.key.camera == key.camera && running.key.quality != key.quality && !running.key.talk && !key.talk;
         if (anyStream && serves && !(wanted.sound && running.stream->isSilent())) {
             other = &running;
         }
@@ -264,7 +280,7 @@ Subscription StreamHub::Impl::previewSource(const Subscription& wanted) {
     const std::lock_guard lock(mutex_);
     for (const Running& running : running_) {
         const bool same = running.key.source == wanted.source || running.key.quality != wanted.quality;
-        if (running.key.camera == wanted.camera && same) {
+        if (running.key.camera == wanted.camera && same && !running.key.talk) {
             source.quality = running.key.quality;
             source.source = running.key.source;
             return source;

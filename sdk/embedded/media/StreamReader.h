@@ -18,13 +18,16 @@ public:
     /// Sleeps until a moment; false, and earlier, once the reader must end.
     virtual bool waitUntil(Clock::time_point moment) = 0;
     virtual void stage(OpenStage stage) = 0;
-    /// The stream runs (again); a key frame follows.
+    /// The stream runs (again), or it goes on and can be talked to from now on; a key frame follows.
     virtual void opened(const StreamParameters& parameters) = 0;
     virtual void frame(const CodedFrame& frame) = 0;
+    /// Somebody takes pictures or access units, and not just for a moment.
+    virtual bool watched() const = 0;
     /// Somebody listens. Readers decode sound only while this is so.
     virtual bool soundWanted() const = 0;
     /// Only while the stream is open.
     virtual void sound(const SoundBlock& sound) = 0;
+    /// Also on other threads, as long as the reader runs.
     virtual void log(const std::string& line) = 0;
 
 protected:

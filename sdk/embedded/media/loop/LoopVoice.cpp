@@ -24,9 +24,6 @@ static_assert(loopLength * LoopVoice::rate / loopFrameRate % (16 * stepSamples) 
 static_assert(pitches * rhythmCount == LoopVoice::patterns);
 static_assert(LoopVoice::rate % loopFrameRate == 0);
 
-/// Talk begins to be played when this much of it has come, so that it does not stutter.
-constexpr std::size_t talkDelay = LoopVoice::rate / 5;
-
 /// How loud a note is at a sample of its step, 0 to 1.
 float envelope(int sample) {
     const int edge = std::min(sample, noteSamples - sample);
@@ -40,7 +37,7 @@ float envelope(int sample) {
 } // namespace
 
 LoopVoice::LoopVoice(int number, std::shared_ptr<const TalkLine> line)
-    : line_(std::move(line)) {
+    : talk_(std::move(line)) {
     const int own = (number % patterns + patterns) % patterns;
     // Neighbours are a fifth apart; those of one pitch have rhythms that differ.
     pitch_ = lowestPitch * std::exp2(static_cast<float>(own * 7 % pitches) / 12) / static_cast<float>(rate);
@@ -79,50 +76,12 @@ void LoopVoice::addTones(int frame, float gain, float nextGain) {
     }
 }
 
-bool LoopVoice::isTalkedTo() {
-    if (talk_ != nullptr) {
-        return true;
-    }
-    auto newest = line_->talk();
-    // One that ended before it was met has been said to somebody else.
-    if (newest == nullptr || newest->hasEnded()) {
-        return false;
-    }
-    talk_ = std::move(newest);
-    place_ = talk_->placeBefore(talkDelay);
-    playing_ = everLost_ = false;
-    return true;
-}
-
 void LoopVoice::addTalk() {
-    if (talk_ == nullptr) {
-        return;
-    }
-    // Asked before what is left is looked at: nothing comes behind the end.
-    const bool ended = talk_->hasEnded();
-    playing_ = playing_ || ended || talk_->waiting(place_) >= talkDelay;
-    if (!playing_) {
-        return;
-    }
     std::array<std::int16_t, frameSamples> said{};
-    bool lost = false;
-    const std::size_t count = talk_->take(place_, said, lost);
-    lost_ = lost_ || (lost && !everLost_);
-    everLost_ = everLost_ || lost;
+    const std::size_t count = talk_.take(said);
     for (std::size_t index = 0; index < count; ++index) {
         samples_[index] = static_cast<std::int16_t>(std::clamp(samples_[index] + said[index], -32768, 32767));
     }
-    if (count == frameSamples) {
-        return;
-    }
-    playing_ = false;
-    if (ended) {
-        talk_.reset();
-    }
-}
-
-bool LoopVoice::hasLostTalk() {
-    return std::exchange(lost_, false);
 }
 
 } // namespace ipncsdk::media

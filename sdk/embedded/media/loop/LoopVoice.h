@@ -2,7 +2,7 @@
 
 #include "media/Stream.h"
 #include "media/loop/LoopFormat.h"
-#include "media/sound/Talk.h"
+#include "media/sound/TalkPlayer.h"
 
 #include <array>
 #include <cstdint>
@@ -28,26 +28,20 @@ public:
     /// The sound beside a picture, by the picture's number in the loop: one channel, valid until the next call. To be
     /// asked for every picture while somebody talks (`isTalkedTo`), or else talk piles up.
     SoundBlock next(int frame);
-    bool isTalkedTo();
+    bool isTalkedTo() { return talk_.isTalkedTo(); }
     /// True once for each talk of which something was lost, because it came faster than it could be played.
-    bool hasLostTalk();
+    bool hasLostTalk() { return talk_.hasLost(); }
 
 private:
     void addTones(int frame, float gain, float nextGain);
     void addTalk();
 
-    const std::shared_ptr<const TalkLine> line_;
+    TalkPlayer talk_;
     float pitch_ = 0;     ///< of the lower tone, in turns a sample
     unsigned rhythm_ = 0; ///< bit n: a tone sounds in the n-th step of the pattern
     float gain_ = 0;      ///< of the tones, at the end of the last block
     int nextFrame_ = -1;  ///< that follows on the last block
     std::array<std::int16_t, frameSamples> samples_{};
-
-    std::shared_ptr<Talk> talk_; ///< that is heard; null while there is none
-    Talk::Place place_;
-    bool playing_ = false; ///< enough of the talk has come to begin with
-    bool lost_ = false;    ///< not reported yet
-    bool everLost_ = false;
 };
 
 } // namespace ipncsdk::media

@@ -12,15 +12,19 @@ Resolver::Resolver(const std::string& host) {
     boost::system::error_code error;
     boost::asio::ip::make_address(host, error);
     if (!error) {
-        *state_ = State::Found;
+        answer_->addresses = {host};
+        answer_->state = State::Found;
         return;
     }
-    std::thread([host, state = state_] {
+    std::thread([host, answer = answer_] {
         boost::asio::io_context context;
         boost::asio::ip::tcp::resolver resolver(context);
         boost::system::error_code failure;
         const auto found = resolver.resolve(host, std::string(), failure);
-        *state = failure || found.empty() ? State::Unknown : State::Found;
+        for (const auto& entry : found) {
+            answer->addresses.push_back(entry.endpoint().address().to_string());
+        }
+        answer->state = failure || found.empty() ? State::Unknown : State::Found;
     }).detach();
 }
 

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ipncsdk::media {
 
@@ -15,10 +16,17 @@ public:
     /// Begins the look-up.
     explicit Resolver(const std::string& host);
 
-    State state() const { return *state_; }
+    State state() const { return answer_->state; }
+    /// Numeric addresses, the best first; only once the state is `Found`.
+    const std::vector<std::string>& addresses() const { return answer_->addresses; }
 
 private:
-    std::shared_ptr<std::atomic<State>> state_ = std::make_shared<std::atomic<State>>(State::Pending);
+    struct Answer {
+        std::vector<std::string> addresses; ///< written before `state`
+        std::atomic<State> state{State::Pending};
+    };
+
+    std::shared_ptr<Answer> answer_ = std::make_shared<Answer>();
 };
 
 } // namespace ipncsdk::media

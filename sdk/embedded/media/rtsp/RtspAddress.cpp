@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 namespace ipncsdk::media {
 
@@ -126,14 +127,16 @@ std::optional<RtspAddress> RtspAddress::parse(const RtspSource& source) {
     if (!user.empty() || !password.empty()) {
         address.credentials_ = encoded(user) + ':' + encoded(password);
     }
+    address.user_ = std::move(user);
+    address.password_ = std::move(password);
     address.path_ = path.empty() || path.front() != '/' ? '/' + std::string(path) : std::string(path);
     return address.url().size() <= longestUrl ? std::optional(address) : std::nullopt;
 }
 
-std::string RtspAddress::urlTo(const std::string& host, std::uint16_t port) const {
+std::string RtspAddress::urlTo(const std::string& host, std::uint16_t port, const std::string& credentials) const {
     std::string url = secure_ ? "rtsps://" : "rtsp://";
-    if (!credentials_.empty()) {
-        url += credentials_ + '@';
+    if (!credentials.empty()) {
+        url += credentials + '@';
     }
     url += host.find(':') == std::string::npos ? host : '[' + host + ']';
     return url + ':' + std::to_string(port) + path_;

@@ -1,5 +1,6 @@
 #include "media/rtsp/RtspReader.h"
 
+#include "media/backchannel/BackChannelQuestion.h"
 #include "media/rtsp/RtspAddress.h"
 #include "media/rtsp/RtspSession.h"
 
@@ -39,8 +40,9 @@ bool isFinal(StreamError error) {
 
 } // namespace
 
-RtspReader::RtspReader(RtspSource source, RtspOptions options)
-    : source_(std::move(source))
+RtspReader::RtspReader(std::string camera, RtspSource source, RtspOptions options)
+    : camera_(std::move(camera))
+    , source_(std::move(source))
     , options_(std::move(options)) {}
 
 StreamError RtspReader::run(ReaderHost& host) {
@@ -51,6 +53,8 @@ StreamError RtspReader::run(ReaderHost& host) {
         return StreamError::AddressUnreachable;
     }
     const std::string place = "the camera at " + address->host() + ':' + std::to_string(address->port()) + ' ';
+    BackChannelQuestion question({camera_, source_, options_.socketDelegate, options_.networkTimeout},
+                                 options_.backChannels, [&host](const std::string& line) { host.log(line); });
     StreamClock clock;
     bool everOpened = false;
     bool withSound = true;
@@ -60,7 +64,8 @@ StreamError RtspReader::run(ReaderHost& host) {
         StreamError error = StreamError::None;
         bool soundRefused = false;
         {
-            RtspSession session(host, *address, clock, delegate, options_.networkTimeout, everOpened, withSound);
+            RtspSession session(host, *address, clock, question, delegate, options_.networkTimeout, everOpened,
+                                withSound);
             error = session.run();
             // Some cameras describe sound and then refuse it; that must not cost the pictures.
             soundRefused = error == StreamError::StreamNotFound && session.failedWithSound();

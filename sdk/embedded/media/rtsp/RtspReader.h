@@ -1,9 +1,12 @@
 #pragma once
 
 #include "media/StreamReader.h"
+#include "media/backchannel/BackChannels.h"
 
 #include <chrono>
 #include <functional>
+#include <memory>
+#include <string>
 
 namespace ipncsdk {
 class TCPSocketDelegate;
@@ -17,15 +20,17 @@ struct RtspOptions {
     std::chrono::milliseconds firstPause;
     std::chrono::milliseconds longestPause;
     std::chrono::milliseconds networkTimeout;
+    std::shared_ptr<BackChannels> backChannels; ///< never null
 };
 
 /// Reads a network camera over RTSP and makes a lost connection again by itself.
 class RtspReader final : public StreamReader {
 public:
-    RtspReader(RtspSource source, RtspOptions options);
+    RtspReader(std::string camera, RtspSource source, RtspOptions options);
     StreamError run(ReaderHost& host) override;
 
 private:
+    const std::string camera_;
     const RtspSource source_;
     const RtspOptions options_;
 };

@@ -39,10 +39,12 @@ int frameRateOf(double fromStream, const AVStream& stream) {
 } // namespace
 
 RtspSession::RtspSession(ReaderHost& host, const RtspAddress& address, StreamClock& clock,
-                         TCPSocketDelegate* delegate, milliseconds silence, bool limitOpening, bool withSound)
+                         BackChannelQuestion& question, TCPSocketDelegate* delegate, milliseconds silence,
+                         bool limitOpening, bool withSound)
     : host_(host)
     , address_(address)
     , clock_(clock)
+    , question_(question)
     , silence_(silence)
     , limitOpening_(limitOpening)
     , withSound_(withSound)
@@ -223,8 +225,23 @@ void RtspSession::handOver(const AVPacket& packet) {
         time = std::chrono::microseconds(av_rescale_q(ticks, stream_->time_base, {1, 1'000'000}));
     }
     const CodedFrame frame{unit->bytes.data(), unit->bytes.size(), unit->keyFrame, clock_.at(time, Clock::now())};
+    if (opened_ && frame.keyFrame) {
+        tellTalk();
+    }
     if (opened_ || (frame.keyFrame && openWith(frame))) {
         host_.frame(frame);
+    }
+}
+
+/// Whether the camera can be talked to is asked once its pictures come, so that nobody waits for that. Those who have
+/// been told otherwise hear it before a key frame, as they would of a stream that begins.
+void RtspSession::tellTalk() {
+    if (host_.watched()) {
+        question_.ask(address_);
+    }
+    if (!parameters_.talk && question_.isAnsweredYes()) {
+        parameters_.talk = true;
+        host_.opened(parameters_);
     }
 }
 
@@ -260,8 +277,16 @@ bool RtspSession::openWith(const CodedFrame& keyFrame) {
     if (decoder.reordering() == 0) {
         clock_.keepOrder();
     }
-    host_.opened({picture.width, picture.height, frameRateOf(decoder.frameRate(), *stream_),
-                  relay_ != nullptr ? "RTSP/PROXY" : "RTSP/TCP", sound_ != nullptr});
+    parameters_ = {picture.width,
+                   picture.height,
+                   frameRateOf(decoder.frameRate(), *stream_),
+                   relay_ != nullptr ? "RTSP/PROXY" : "RTSP/TCP",
+                   sound_ != nullptr,
+                   question_.isAnsweredYes()};
+    host_.opened(parameters_);
+    if (host_.watched()) {
+        question_.ask(address_);
+    }
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "media/AnnexB.h"
 #include "media/Ffmpeg.h"
 #include "media/StreamReader.h"
+#include "media/backchannel/BackChannelQuestion.h"
 #include "media/rtsp/Relay.h"
 #include "media/rtsp/RtspAddress.h"
 #include "media/rtsp/StreamClock.h"
@@ -18,9 +19,9 @@ class RtspSession final {
 public:
     /// `silence` is how long nothing may come once the stream runs, and before as well when `limitOpening`.
     /// `delegate` (may be null) carries the connection, is made to connect at once, and is closed at the end.
-    /// Without `withSound` the camera is asked for its video alone.
-    RtspSession(ReaderHost& host, const RtspAddress& address, StreamClock& clock, TCPSocketDelegate* delegate,
-                std::chrono::milliseconds silence, bool limitOpening, bool withSound);
+    /// Without `withSound` the camera is asked for its video alone. `question` is asked while somebody watches.
+    RtspSession(ReaderHost& host, const RtspAddress& address, StreamClock& clock, BackChannelQuestion& question,
+                TCPSocketDelegate* delegate, std::chrono::milliseconds silence, bool limitOpening, bool withSound);
     ~RtspSession();
     RtspSession(const RtspSession&) = delete;
     RtspSession& operator=(const RtspSession&) = delete;
@@ -44,12 +45,14 @@ private:
     StreamError readFrames();
     void handOver(const AVPacket& packet);
     bool openWith(const CodedFrame& keyFrame);
+    void tellTalk();
     void chooseStreams();
     void hear(const AVPacket& packet);
 
     ReaderHost& host_;
     const RtspAddress& address_;
     StreamClock& clock_;
+    BackChannelQuestion& question_;
     const std::chrono::milliseconds silence_;
     const bool limitOpening_;
     const bool withSound_;
@@ -70,6 +73,7 @@ private:
     unsigned described_ = 0; ///< streams that the camera was seen to have
     bool playing_ = false;   ///< the camera has agreed to play
     bool opened_ = false;
+    StreamParameters parameters_; ///< as told to the host, once `opened_`
 };
 
 } // namespace ipncsdk::media

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -73,9 +74,14 @@ public:
     /// The talk that began last, also when it has ended; null when there was none.
     [[nodiscard]] std::shared_ptr<Talk> talk() const;
 
+    /// Takes the one way there is to a camera, until `leave`; false while somebody else has it.
+    bool enter() { return !taken_.exchange(true); }
+    void leave() { taken_ = false; }
+
 private:
     mutable std::mutex mutex_;
     std::shared_ptr<Talk> talk_; ///< guarded by mutex_
+    std::atomic<bool> taken_{false};
 };
 
 } // namespace ipncsdk::media

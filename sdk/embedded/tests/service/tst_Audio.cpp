@@ -120,6 +120,7 @@ private slots:
     void heardBack();
     void secondTalkerIsRefused();
     void networkCamera();
+    void networkCameraIsTalkedTo();
 };
 
 void tst_Audio::refusals_data() {
@@ -494,6 +495,43 @@ void tst_Audio::networkCamera() {
     Ear deaf(sdk);
     deaf.listen("porch");
     QCOMPARE(deaf.messages.waitForType("avclose").at("retcode"), Json(7));
+}
+
+void tst_Audio::networkCameraIsTalkedTo() {
+    const QTemporaryDir folder;
+    RtspServer server({"--ears", folder.path(), "--user", "viewer", "--password", "secret"});
+    QVERIFY(server.start());
+    TestSdk sdk(realHub());
+    const QString cameras = R"({"cameras": [{"ipncid": "porch", "main": "%1", "light": "%2"},
+                                            {"ipncid": "gate", "main": "%3", "light": "%3"}]})";
+    sdk.write("config/service.json", cameras
+                                         .arg(QString::fromStdString(server.url("/live", "viewer:secret@")),
+                                              QString::fromStdString(server.url("/hears-pcmu", "viewer:secret@")),
+                                              QString::fromStdString(server.url("/hears-pcma", "viewer:wrong@")))
+                                         .toStdString());
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    Ear eye(sdk);
+    eye.open("porch", {{"recvdecodeavdata", true}});
+    QVERIFY(waitFor([&] {
+        const auto opened = eye.messages.ofType("avopen");
+        return !opened.empty() && opened.back().at("avparam").at("audioplay") == Json(3);
+    }));
+    Ear mouth(sdk);
+    mouth.talk("porch", 8000);
+    QCOMPARE(mouth.messages.waitForType("avopen").at("avparam").at("audioplay"), Json(3));
+    const auto words = media::tone(440, 8000, 8000);
+    QCOMPARE(mouth.say(words.data(), words.size() * 2).at("retcode"), Json(0));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(folder.filePath("hears-pcmu.raw")).size() > 12000, 60000);
+    Ear second(sdk);
+    second.talk("porch");
+    QCOMPARE(second.messages.waitForType("avclose").at("retcode"), Json(9));
+    mouth.stop();
+    QVERIFY(!mouth.wasCalledLate());
+    Ear stranger(sdk);
+    stranger.talk("gate");
+    QCOMPARE(stranger.messages.waitForType("avclose").at("retcode"), Json(12));
+    QVERIFY(eye.messages.ofType("avclose").empty());
 }
 
 QTEST_GUILESS_MAIN(tst_Audio)
