@@ -5,6 +5,7 @@
 #include "media/sound/Talk.h"
 
 #include <utility>
+#include <variant>
 
 namespace ipncsdk::api {
 
@@ -259,7 +260,7 @@ void LiveStream::closed(int leg, StreamError reason) {
 
 void LiveStream::close(StreamError reason) {
     const bool unreachable = reason == StreamError::AddressUnreachable || reason == StreamError::TimedOut;
-    if (unreachable && parts_.cameras.find(wishes_.camera) != nullptr)
+    if (unreachable && !std::holds_alternative<media::LoopSource>(wishes_.source))
         parts_.cameras.setReachable(wishes_.camera, false);
     if (!request_->end())
         return;
