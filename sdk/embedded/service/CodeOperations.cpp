@@ -1,4 +1,3 @@
-#include "base/Text.h"
 #include "service/Operations.h"
 #include "service/Params.h"
 #include "store/Accounts.h"
