@@ -2,6 +2,7 @@
 
 #include "api/SocketDelegate.h"
 #include "base/Log.h"
+#include "service/ComputerId.h"
 #include "store/Accounts.h"
 #include "store/DatabaseFile.h"
 #include "world/FirstWorld.h"
@@ -24,25 +25,31 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     : root_(std::move(root))
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
-    , accounts_(database_, cameras_, *clock_, options.passwordCost) {
+    , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
     openStore(options, device::loadServiceConfig(root_));
     accounts_.load();
     hub_ = options.makeHub(hubOptions());
-    video_ = std::make_unique<VideoService>(
-        VideoService::Parts{database_, cameras_, accounts_.session(), requests_, *hub_, service_, pictures_, root_});
+    video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
+                                                                requests_, *hub_, service_, pictures_, root_});
 }
 
 Engine::~Engine() = default;
 
 void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
     const auto storePath = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
-    const auto fill = [this](soci::session& sql) {
+    store::StoreContent content;
+    content.fill = [this](soci::session& sql) {
         world::fillFirstWorld(sql, [this](const std::string& password) { return accounts_.hasher().hash(password); });
     };
-    auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, fill);
+    content.upgrade = world::fillWaiting;
+    auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, content);
     if (!opened.notice.empty())
         notice(opened.notice);
+    outbox_ = std::make_unique<service::Outbox>(root_, config.smsGateway, *clock_);
+    watch_ =
+        std::make_unique<StoreWatch>(std::move(opened.changes), [this] { service_.post([this] { lookAround(); }); });
     if (opened.session) {
+        key_ = store::StoreKey::beside(storePath);
         database_.use(std::move(opened.session));
         const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
             cameras_.enter(sql, std::move(config.cameras), config.mistakes);
@@ -94,6 +101,28 @@ void Engine::deliverNotices() {
 
 void Engine::tell(const Json& message) {
     service_.post([this, text = toText(message)] { channel_.deliver(text); });
+}
+
+void Engine::lookAround() {
+    const auto look = accounts_.look();
+    if (look.logout)
+        loggedOut(*look.logout);
+    else if (look.listsChanged)
+        listsChanged();
+}
+
+void Engine::loggedOut(const std::string& reason) {
+    watch_->setActive(false);
+    video_->closeAll(media::StreamError::NotSignedIn);
+    Json message = {{"type", "logout"}};
+    if (!reason.empty())
+        message["reason"] = reason;
+    tell(message);
+}
+
+void Engine::listsChanged() {
+    video_->closeForbidden();
+    tell({{"type", "freshlist"}});
 }
 
 int Engine::nextRequestId() {
@@ -187,7 +216,10 @@ void Engine::stop() {
     stopping_ = true;
     // First the callbacks, then what waits: what the client asked for before is still done, only not answered.
     keeper_.shut();
+    watch_->stop();
+    outbox_->cancel();
     service_.finish();
+    messages_.finish(true);
     hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
     hub_.reset();

@@ -3,6 +3,7 @@
 #include "api/CallbackKeeper.h"
 #include "api/ClientChannel.h"
 #include "api/Request.h"
+#include "api/StoreWatch.h"
 #include "api/VideoHub.h"
 #include "api/VideoService.h"
 #include "api/Worker.h"
@@ -14,8 +15,11 @@
 #include "ipncsdk/ZELIPNCSDK.h"
 #include "service/AccountService.h"
 #include "service/Documents.h"
+#include "service/Outbox.h"
 #include "service/PasswordHasher.h"
+#include "service/TextMessage.h"
 #include "store/Database.h"
+#include "store/StoreKey.h"
 
 #include <atomic>
 #include <chrono>
@@ -73,6 +77,16 @@ private:
     void openStore(const RuntimeOptions& options, device::ServiceConfig config);
     void notice(const std::string& text);
     void deliverNotices();
+    /// Acts on what others have done to the session or to the lists of its account. On the service worker; at the
+    /// beginning of every request, so that none is done for a session that is over.
+    void lookAround();
+    /// Ends the streams and tells the client that nobody is signed in any more.
+    void loggedOut(const std::string& reason);
+    /// Ends what may not be watched any more and has the client read its lists again.
+    void listsChanged();
+    /// Sends the message from a thread of its own and answers the request then.
+    void sendMessage(const RequestPointer& request, const service::TextMessage& message, const std::string& response,
+                     const std::string& refusal);
     /// Sends an unsolicited message from the service worker, behind what it does now.
     void tell(const Json& message);
     int nextRequestId();
@@ -108,14 +122,18 @@ private:
     std::mutex noticeMutex_;
     std::vector<std::string> notices_; ///< guarded by noticeMutex_; wait for a client callback
     store::Database database_;
+    store::StoreKey key_; ///< set at start-up, then read only
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
     service::Documents documents_{database_, cameras_, accounts_};
     device::DeviceRequests devices_{database_, cameras_};
     std::unique_ptr<VideoHub> hub_;
+    std::unique_ptr<service::Outbox> outbox_;
     Worker service_{1};
     Worker pictures_{2};
+    Worker messages_{2}; ///< waits for the gateway
     std::unique_ptr<VideoService> video_;
+    std::unique_ptr<StoreWatch> watch_;
 };
 
 } // namespace ipncsdk::api

@@ -35,10 +35,12 @@ const std::vector<Engine::Route>& Engine::commands() {
 }
 
 void Engine::loginCommand(const RequestPointer& request, const Json& message) {
+    lookAround();
     const auto before = accounts_.session().current();
     const Reply reply = accounts_.signIn(message);
-    if (before && before != accounts_.session().current())
+    if (before && !service::isSameAccount(before, accounts_.session().current()))
         video_->closeAll(media::StreamError::NotSignedIn);
+    watch_->setActive(accounts_.session().current().has_value());
     request->respond(resultText("login", reply.code));
     if (reply.code == ServiceCode::Done)
         tell({{"type", "freshlist"}});
@@ -47,13 +49,12 @@ void Engine::loginCommand(const RequestPointer& request, const Json& message) {
 void Engine::logoutCommand(const RequestPointer& request, const Json& /*message*/) {
     const ServiceCode code = accounts_.signOut();
     if (code == ServiceCode::Done)
-        video_->closeAll(media::StreamError::NotSignedIn);
+        loggedOut({});
     request->respond(resultText("logout", code));
-    if (code == ServiceCode::Done)
-        tell({{"type", "logout"}});
 }
 
 void Engine::freshListCommand(const RequestPointer& request, const Json& /*message*/) {
+    lookAround();
     const ServiceCode code = accounts_.session().current() ? ServiceCode::Done : ServiceCode::NotSignedIn;
     request->respond(resultText("freshlist", code));
     if (code == ServiceCode::Done)
@@ -68,6 +69,7 @@ void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*mess
 }
 
 void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {
+    lookAround();
     if (!stopping_)
         video_->change(request, message);
 }

@@ -42,33 +42,61 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
     if (!operation || (params != nullptr && !params->is_object()))
         return respond(request, responseText("urlreq", request->id(), ServiceCode::BadRequest,
                                              {{"clienttype", echo(operation)}}));
+    lookAround();
     const auto before = accounts_.session().current();
     const auto outcome = accounts_.perform(*operation, params != nullptr ? *params : Json::object());
-    if (before && before != accounts_.session().current())
+    const auto after = accounts_.session().current();
+    if (before && after && !service::isSameAccount(before, after))
         video_->closeAll(media::StreamError::NotSignedIn);
-    respond(request, responseText("urlreq", request->id(), outcome.reply, {{"clienttype", echo(operation)}}));
-    if (outcome.listsChanged)
-        tell({{"type", "freshlist"}});
+    watch_->setActive(after.has_value());
+    const auto response = [&](const Reply& reply) {
+        return responseText("urlreq", request->id(), reply, {{"clienttype", echo(operation)}});
+    };
+    if (outcome.message)
+        return sendMessage(request, *outcome.message, response(outcome.reply), response(ServiceCode::MessageFailed));
+    respond(request, response(outcome.reply));
+    if (outcome.logout)
+        loggedOut(*outcome.logout);
+    else if (outcome.listsChanged)
+        listsChanged();
+}
+
+void Engine::sendMessage(const RequestPointer& request, const service::TextMessage& message,
+                         const std::string& response, const std::string& refusal) {
+    messages_.post([this, request, message, response, refusal] {
+        const service::Outbox::Sent sent = outbox_->send(message);
+        if (!sent.done)
+            accounts_.withdraw(message);
+        service_.post([this, request, sent, text = sent.done ? response : refusal] {
+            respond(request, text);
+            if (sent.told)
+                tell(*sent.told);
+        });
+    });
 }
 
 void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
     const auto caller = accounts_.session().current();
     const Reply reply = caller ? devices_.parameters(caller->id, message) : Reply(ServiceCode::NotSignedIn);
     respond(request, responseText("p2pmsg", request->id(), reply, {{"ipncid", echo(textAt(message, "ipncid"))}}));
 }
 
 void Engine::serverRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
     const auto caller = accounts_.session().current();
     const Reply reply = caller ? devices_.serverData(caller->id, message) : Reply(ServiceCode::NotSignedIn);
     respond(request, responseText("serverreq", request->id(), reply));
 }
 
 void Engine::videoRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
     if (!stopping_)
         video_->open(request, message);
 }
 
 void Engine::previewRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
     if (!stopping_)
         video_->preview(request, message);
 }

@@ -5,6 +5,7 @@
 #include "media/sound/Talk.h"
 
 #include <utility>
+#include <variant>
 
 namespace ipncsdk::api {
 
@@ -261,7 +262,7 @@ void LiveStream::close(StreamError reason) {
     // A camera may take no second connection for talk and show its pictures all the same.
     const bool unreachable =
         !wishes_.talk && (reason == StreamError::AddressUnreachable || reason == StreamError::TimedOut);
-    if (unreachable && parts_.cameras.find(wishes_.camera) != nullptr)
+    if (unreachable && !std::holds_alternative<media::LoopSource>(wishes_.source))
         parts_.cameras.setReachable(wishes_.camera, false);
     if (!request_->end())
         return;

@@ -41,7 +41,7 @@ public:
     /// Gets the outcome of a change once, on the service worker.
     using Result = std::function<void(media::StreamError outcome)>;
 
-    /// `wishes` say which camera and what of it; quality and source come with each leg.
+    /// `wishes` say which camera and what of it; which quality and source are shown comes with each leg.
     LiveStream(std::shared_ptr<Request> request, const Parts& parts, media::Subscription wishes);
     /// Says how many coded frames the client got: what was recorded can be held against it.
     ~LiveStream();

@@ -2,6 +2,7 @@
 
 #include "api/VideoMessages.h"
 #include "base/Text.h"
+#include "device/AddedCameras.h"
 #include "device/DeviceRequests.h"
 #include "media/sound/Talk.h"
 
@@ -165,7 +166,8 @@ void VideoService::open(const std::shared_ptr<Request>& request, const Json& mes
     if (const auto* reason = std::get_if<StreamError>(&found))
         return refuse(*request, *reason);
     const auto live = std::make_shared<LiveStream>(
-        request, LiveStream::Parts{parts_.requests, parts_.cameras, parts_.hub, parts_.service}, wishes->stream);
+        request, LiveStream::Parts{parts_.requests, parts_.cameras, parts_.hub, parts_.service},
+        std::get<media::Subscription>(found));
     if (request->bind(live))
         live->open(std::get<media::Subscription>(found), wishes->mainStream);
 }
@@ -291,19 +293,51 @@ void VideoService::stop(int requestId) {
 }
 
 void VideoService::closeAll(StreamError reason) {
-    for (const auto& request : parts_.requests.all()) {
-        if (!request->live())
-            continue;
-        const auto live = request->end();
-        if (!live)
-            continue;
-        if (*live) {
-            for (const int hubId : (*live)->end(reason))
-                parts_.hub.unsubscribe(hubId);
-        }
-        request->respond(closeText(request->id(), reason));
-        parts_.requests.take(request->id());
+    for (const auto& request : parts_.requests.all())
+        close(request, reason);
+}
+
+void VideoService::close(const std::shared_ptr<Request>& request, StreamError reason) {
+    if (!request->live())
+        return;
+    const auto live = request->end();
+    if (!live)
+        return;
+    if (*live) {
+        for (const int hubId : (*live)->end(reason))
+            parts_.hub.unsubscribe(hubId);
     }
+    request->respond(closeText(request->id(), reason));
+    parts_.requests.take(request->id());
+}
+
+void VideoService::closeForbidden() {
+    const auto caller = parts_.session.current();
+    if (!caller)
+        return;
+    std::vector<std::pair<std::shared_ptr<Request>, StreamError>> forbidden;
+    parts_.database.read("check who may watch", [&](soci::session& sql) {
+        for (const auto& request : parts_.requests.all()) {
+            const auto live = request->live();
+            if (!live)
+                continue;
+            if (const StreamError reason = refusalOf(sql, caller->id, live->wishes()); reason != StreamError::None)
+                forbidden.emplace_back(request, reason);
+        }
+        return ServiceCode::Done;
+    });
+    for (const auto& [request, reason] : forbidden)
+        close(request, reason);
+}
+
+StreamError VideoService::refusalOf(soci::session& sql, store::AccountId account, const media::Subscription& wishes) {
+    const auto placed = store::deviceOf(sql, account, wishes.camera);
+    // A share that was taken back leaves the device where it is; a deleted one is not there any more.
+    if (!placed)
+        return store::deviceById(sql, wishes.camera) ? StreamError::NoRight : StreamError::UnknownDevice;
+    const bool allowed = device::allows(*placed, device::Right::Video) &&
+                         (!wishes.coded || device::allows(*placed, device::Right::Record));
+    return allowed ? StreamError::None : StreamError::NoRight;
 }
 
 VideoService::Found VideoService::streamFor(const media::Subscription& wishes, bool mainStream) {
@@ -326,8 +360,13 @@ VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initial
     if (!caller)
         return StreamError::NotSignedIn;
     std::optional<store::PlacedDevice> placed;
+    std::optional<device::NetworkCamera> camera;
     const ServiceCode code = parts_.database.read("look up a device", [&](soci::session& sql) {
         placed = device::visibleDevice(sql, caller->id, ipncid, parts_.cameras);
+        if (placed && placed->device.origin == device::addedOrigin)
+            camera = device::addedCamera(sql, ipncid, parts_.key);
+        else if (const auto* const known = parts_.cameras.find(ipncid); known != nullptr)
+            camera = *known;
         return ServiceCode::Done;
     });
     if (code != ServiceCode::Done)
@@ -341,15 +380,14 @@ VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initial
             return StreamError::NoRight;
     }
     // A network camera that failed before is tried again: only trying shows whether it is back.
-    if (!placed->device.online)
+    if (!placed->device.online || (placed->device.origin == device::addedOrigin && !camera))
         return StreamError::DeviceOffline;
     media::Subscription subscription;
     subscription.camera = ipncid;
-    const device::NetworkCamera* const camera = parts_.cameras.find(ipncid);
     // One address for both is one stream, whatever it is called.
-    const bool both = camera != nullptr && camera->mainUrl == camera->lightUrl;
+    const bool both = camera && camera->mainUrl == camera->lightUrl;
     subscription.quality = mainStream || both ? media::Quality::Main : media::Quality::Light;
-    subscription.source = sourceOf(placed->device, camera, mainStream, parts_.root);
+    subscription.source = sourceOf(placed->device, camera ? &*camera : nullptr, mainStream, parts_.root);
     return subscription;
 }
 

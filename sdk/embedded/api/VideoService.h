@@ -10,6 +10,7 @@
 #include "media/Stream.h"
 #include "service/Session.h"
 #include "store/Database.h"
+#include "store/StoreKey.h"
 
 #include <filesystem>
 #include <initializer_list>
@@ -25,6 +26,7 @@ public:
     struct Parts {
         store::Database& database;
         device::NetworkCameras& cameras;
+        const store::StoreKey& key;
         const service::Session& session;
         RequestTable& requests;
         VideoHub& hub;
@@ -51,6 +53,8 @@ public:
 
     /// Ends one request, with the guarantees of `CallbackKeeper::close`. Any thread.
     void stop(int requestId);
+    /// Closes the streams of devices that the account may not watch any more. On the service worker.
+    void closeForbidden();
     /// Closes every stream with `reason`. On the service worker.
     void closeAll(media::StreamError reason);
 
@@ -59,6 +63,9 @@ private:
 
     /// The stream that a video request asks for, or why the account can't have it.
     Found streamFor(const media::Subscription& wishes, bool mainStream);
+    /// Why the account may not watch a device that it watches; `None` when it may.
+    media::StreamError refusalOf(soci::session& sql, store::AccountId account, const media::Subscription& wishes);
+    void close(const std::shared_ptr<Request>& request, media::StreamError reason);
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
     static void refuseChange(Request& request);

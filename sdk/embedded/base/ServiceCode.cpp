@@ -28,8 +28,34 @@ const char* errorText(ServiceCode code) {
         return "(ipnc offline)";
     case ServiceCode::TryLater:
         return "(try later)";
+    case ServiceCode::Unbound:
+        return "(not bind)";
+    case ServiceCode::NumberTaken:
+        return "(phonenumber exist)";
+    case ServiceCode::CodeWrong:
+        return "(checkcode error)";
+    case ServiceCode::CodeTimeout:
+        return "(checkcode timeout)";
+    case ServiceCode::NotFriend:
+        return "(not friend)";
+    case ServiceCode::FriendExists:
+        return "(friend exist)";
+    case ServiceCode::DeviceTaken:
+        return "(ipnc exist)";
+    case ServiceCode::FileError:
+        return "(file error)";
     case ServiceCode::StoreError:
         return "(store error)";
+    case ServiceCode::MessageFailed:
+        return "(sms error)";
+    case ServiceCode::MessageLimit:
+        return "(sms limit)";
+    case ServiceCode::FriendSelf:
+        return "(friend self)";
+    case ServiceCode::WordWrong:
+        return "(word error)";
+    case ServiceCode::NotFound:
+        return "(http 404)";
     }
     return "(bad request)";
 }

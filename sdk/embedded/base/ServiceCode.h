@@ -17,7 +17,20 @@ enum class ServiceCode : int {
     GroupNotEmpty = 9,
     DeviceOffline = 10,
     TryLater = 11,
-    StoreError = 20
+    Unbound = 12,
+    NumberTaken = 13,
+    CodeWrong = 14,
+    CodeTimeout = 15,
+    NotFriend = 16,
+    FriendExists = 17,
+    DeviceTaken = 18,
+    FileError = 19,
+    StoreError = 20,
+    MessageFailed = 21,
+    MessageLimit = 22,
+    FriendSelf = 23,
+    WordWrong = 24,
+    NotFound = 404
 };
 
 /// The "errcode" text of a code, such as "(not login)"; empty for `Done`.

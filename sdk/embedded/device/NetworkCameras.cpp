@@ -1,6 +1,7 @@
 #include "device/NetworkCameras.h"
 
 #include "base/JsonText.h"
+#include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
 
@@ -50,7 +51,7 @@ void NetworkCameras::enter(soci::session& sql, std::vector<NetworkCamera> camera
     std::map<std::string, NetworkCamera> entered;
     for (NetworkCamera& camera : cameras) {
         const auto known = store::deviceById(sql, camera.ipncid);
-        if (known && known->origin != configOrigin) {
+        if ((known && known->origin != configOrigin) || store::waitingDevice(sql, camera.ipncid)) {
             mistakes.push_back({ConfigMistake::Kind::IdTaken, camera.line, "ipncid"});
             continue;
         }

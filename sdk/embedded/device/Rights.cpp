@@ -17,14 +17,22 @@ constexpr std::array rightKeys = {RightKey{Right::Admin, "admin"}, RightKey{Righ
 
 } // namespace
 
-Json authorityOf(const store::PlacedDevice& device) {
-    const bool owner = device.rights.empty();
-    Json given = owner ? Json::object() : Json::parse(device.rights, nullptr, false);
+Json authorityOfShare(const std::string& rights) {
+    const Json given = Json::parse(rights, nullptr, false);
     Json authority = Json::object();
     for (const RightKey& row : rightKeys)
-        authority[row.key] = owner || flagAt(given, row.key).value_or(false);
+        authority[row.key] = flagAt(given, row.key).value_or(false);
     // A share never makes an administrator, whatever stands in it.
-    authority["admin"] = owner;
+    authority["admin"] = false;
+    return authority;
+}
+
+Json authorityOf(const store::PlacedDevice& device) {
+    if (!device.rights.empty())
+        return authorityOfShare(device.rights);
+    Json authority = Json::object();
+    for (const RightKey& row : rightKeys)
+        authority[row.key] = true;
     return authority;
 }
 

@@ -3,6 +3,8 @@
 #include "base/JsonText.h"
 #include "store/Devices.h"
 
+#include <string>
+
 namespace ipncsdk::device {
 
 /// What an account may do with a device; the keys of the "authority" object.
@@ -16,6 +18,9 @@ enum class Right {
 
 /// The "authority" object of a device as the account sees it, with a flag for every right.
 Json authorityOf(const store::PlacedDevice& device);
+
+/// The same for a friend, from the JSON text that the store keeps of the share.
+Json authorityOfShare(const std::string& rights);
 
 bool allows(const store::PlacedDevice& device, Right right);
 

@@ -52,6 +52,8 @@ constexpr std::array mistakeTexts = {
     MistakeText{Kind::UnknownGroup, "no group has this name, the first one is taken",
                 "没有该名称的分组, 已放入第一个分组"},
     MistakeText{Kind::IdTaken, "a device of the service has this id", "设备编号已被其它设备使用"},
+    MistakeText{Kind::BadGateway, "this is not an address of the form http(s)://host[:port]/path",
+                "不是 http(s)://主机[:端口]/路径 形式的地址"},
 };
 
 const MistakeText& textOf(Kind kind) {
@@ -186,6 +188,29 @@ void readCameras(const LineMember& member, ServiceConfig& config) {
         readCamera(member.value.items[i], "cameras[" + std::to_string(i) + "]", config);
 }
 
+bool isWebAddress(const std::string& url) {
+    const std::string start = lowered(url.substr(0, 8));
+    const std::size_t host = start == "https://" ? 8 : start.compare(0, 7, "http://") == 0 ? 7 : 0;
+    return host != 0 && url.size() > host && url[host] != '/' && isPlainText(url, longestPath) &&
+           url.find(' ') == std::string::npos;
+}
+
+/// A gateway with a mistake stays one: codes that were meant for a phone must not be shown instead.
+void readGateway(const LineMember& member, ServiceConfig& config) {
+    config.smsGateway = SmsGatewayConfig{};
+    if (member.value.kind != LineNode::Kind::Object) {
+        config.mistakes.push_back({Kind::WrongType, member.value.line, "smsgateway"});
+        return;
+    }
+    ObjectReader reader(member.value, "smsgateway.", config.mistakes);
+    reader.checkKeys({"url", "token"});
+    SmsGatewayConfig gateway;
+    bool usable = reader.required("url", Kind::BadGateway, isWebAddress, gateway.url);
+    usable = reader.text("token", longestPath, gateway.token) && usable;
+    if (usable)
+        config.smsGateway = std::move(gateway);
+}
+
 bool isStorePath(const std::string& path) {
     return !path.empty() && isPlainText(path, longestPath) && path.find('"') == std::string::npos;
 }
@@ -224,8 +249,10 @@ ServiceConfig parseServiceConfig(std::string_view text) {
         return config;
     }
     ObjectReader reader(parsed.root, {}, config.mistakes);
-    reader.checkKeys({"store", "cameras"});
+    reader.checkKeys({"store", "smsgateway", "cameras"});
     reader.optional("store", Kind::BadText, isStorePath, config.store);
+    if (const LineMember* gateway = reader.find("smsgateway"); gateway != nullptr)
+        readGateway(*gateway, config);
     if (const LineMember* cameras = reader.find("cameras"); cameras != nullptr)
         readCameras(*cameras, config);
     return config;

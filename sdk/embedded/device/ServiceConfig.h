@@ -20,6 +20,12 @@ struct NetworkCamera {
     int line = 0;      ///< of its entry in the file
 };
 
+/// The server that takes text messages.
+struct SmsGatewayConfig {
+    std::string url; ///< "http://..." or "https://..."; empty when the entry has a mistake: nothing can be sent then
+    std::string token; ///< sent as a bearer token unless empty
+};
+
 struct ConfigMistake {
     enum class Kind {
         Unreadable,
@@ -33,7 +39,8 @@ struct ConfigMistake {
         UnknownKey,
         DuplicateKey,
         UnknownGroup,
-        IdTaken
+        IdTaken,
+        BadGateway
     };
     Kind kind = Kind::NotJson;
     int line = 0;    ///< from 1; 0 when no line is meant
@@ -48,6 +55,7 @@ struct ConfigMistake {
 struct ServiceConfig {
     std::string store = "service/service.db"; ///< UTF-8; relative to the data root
     std::vector<NetworkCamera> cameras;
+    std::optional<SmsGatewayConfig> smsGateway;
     std::vector<ConfigMistake> mistakes;
 };
 

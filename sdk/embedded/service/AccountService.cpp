@@ -3,6 +3,9 @@
 #include "base/Text.h"
 #include "service/Operations.h"
 #include "store/Schema.h"
+#include "store/Sessions.h"
+
+#include <utility>
 
 namespace ipncsdk::service {
 
@@ -14,12 +17,17 @@ constexpr std::size_t longestPassword = 128;
 
 } // namespace
 
-AccountService::AccountService(store::Database& database, const device::NetworkCameras& cameras, const Clock& clock,
-                               PasswordHasher::Cost cost)
+AccountService::AccountService(store::Database& database, const device::NetworkCameras& cameras,
+                               const store::StoreKey& key, const Clock& clock, PasswordHasher::Cost cost,
+                               std::string computer)
     : database_(database)
     , cameras_(cameras)
+    , key_(key)
+    , computer_(std::move(computer))
     , guard_(clock)
-    , hasher_(cost) {}
+    , words_(clock)
+    , hasher_(cost)
+    , codes_(clock, key) {}
 
 void AccountService::load() {
     database_.read("read what it remembers", [this](soci::session& sql) {
@@ -29,21 +37,72 @@ void AccountService::load() {
 }
 
 AccountService::Outcome AccountService::perform(const std::string& operation, const Json& params) {
+    Outcome outcome;
     if (operation == "logon") {
-        Reply reply = signIn(params);
-        const bool done = reply.code == ServiceCode::Done;
-        return {std::move(reply), done};
+        outcome.reply = signIn(params);
+        outcome.listsChanged = outcome.reply.code == ServiceCode::Done;
+        return outcome;
     }
     const Operation* row = findOperation(operation);
-    if (row == nullptr)
-        return {ServiceCode::NotSupported, false};
     const auto caller = session_.current();
-    if (row->needsSignIn && !caller)
-        return {ServiceCode::NotSignedIn, false};
-    const OperationContext context{database_, cameras_, caller.value_or(SignedIn{})};
-    Reply reply = row->run(context, params);
-    const bool changed = row->changesLists && reply.code == ServiceCode::Done;
-    return {std::move(reply), changed};
+    if (row == nullptr || (row->needsSignIn && !caller)) {
+        outcome.reply = row == nullptr ? ServiceCode::NotSupported : ServiceCode::NotSignedIn;
+        return outcome;
+    }
+    Effects effects;
+    const OperationContext context{database_, cameras_, key_,      codes_,  hasher_,
+                                   words_,    session_, computer_, effects, caller.value_or(SignedIn{})};
+    outcome.reply = row->run(context, params);
+    if (outcome.reply.code != ServiceCode::Done)
+        return outcome;
+    outcome.message = std::move(effects.message);
+    if (effects.signedOut)
+        outcome.logout = "unbind";
+    else if (caller && effects.concerned.count(caller->id) > 0) {
+        outcome.listsChanged = true;
+        noteRevision();
+    }
+    return outcome;
+}
+
+AccountService::Look AccountService::look() {
+    Look look;
+    const auto caller = session_.current();
+    if (!caller)
+        return look;
+    store::SessionState state;
+    const ServiceCode code = database_.read("look at the session", [&](soci::session& sql) {
+        state = store::sessionState(sql, caller->id, computer_);
+        return ServiceCode::Done;
+    });
+    if (code != ServiceCode::Done)
+        return look;
+    look.logout = endOf(*caller, state);
+    if (look.logout) {
+        session_.set(std::nullopt);
+        return look;
+    }
+    look.listsChanged = std::exchange(seenRevision_, state.revision) != state.revision;
+    return look;
+}
+
+void AccountService::noteRevision() {
+    database_.read("note what was changed", [this](soci::session& sql) {
+        if (const auto caller = session_.current())
+            seenRevision_ = store::sessionState(sql, caller->id, computer_).revision;
+        return ServiceCode::Done;
+    });
+}
+
+void AccountService::withdraw(const TextMessage& message) {
+    database_.change("take a message back", [&](soci::session& sql) {
+        VerificationCodes::withdraw(sql, message);
+        return ServiceCode::Done;
+    });
+}
+
+bool AccountService::holds(soci::session& sql, const SignedIn& session) const {
+    return !endOf(session, store::sessionState(sql, session.id, computer_));
 }
 
 Reply AccountService::signIn(const Json& params) {
@@ -54,8 +113,11 @@ Reply AccountService::signIn(const Json& params) {
     if (!guard_.mayTry(*phone))
         return ServiceCode::TryLater;
     std::optional<store::Account> account;
+    store::SessionState state;
     const ServiceCode code = database_.read("read an account", [&](soci::session& sql) {
         account = store::accountByPhone(sql, *phone);
+        if (account)
+            state = store::sessionState(sql, account->id, computer_);
         return ServiceCode::Done;
     });
     if (code != ServiceCode::Done)
@@ -66,7 +128,10 @@ Reply AccountService::signIn(const Json& params) {
         return ServiceCode::PasswordWrong;
     }
     guard_.succeeded(*phone);
-    session_.set(SignedIn{account->id, account->phone});
+    if (!state.bound)
+        return ServiceCode::Unbound;
+    session_.set(SignedIn{account->id, account->phone, state.passwordEpoch, state.bindingEpoch});
+    seenRevision_ = state.revision;
     rememberSignIn();
     return Reply(Json{{"phonenumber", account->phone}, {"nickname", account->nickname}});
 }

@@ -6,25 +6,31 @@
 #include "service/PasswordHasher.h"
 #include "service/Session.h"
 #include "service/SignInGuard.h"
+#include "service/TextMessage.h"
+#include "service/VerificationCodes.h"
 #include "store/Database.h"
+#include "store/StoreKey.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
-#include <string_view>
 
 namespace ipncsdk::service {
 
 /// Answers the account requests. One thread, but for the session, which anyone may read.
 class AccountService final {
 public:
-    AccountService(store::Database& database, const device::NetworkCameras& cameras, const Clock& clock,
-                   PasswordHasher::Cost cost);
+    /// `computer` marks what belongs to the machine on which this process runs.
+    AccountService(store::Database& database, const device::NetworkCameras& cameras, const store::StoreKey& key,
+                   const Clock& clock, PasswordHasher::Cost cost, std::string computer);
     AccountService(const AccountService&) = delete;
     AccountService& operator=(const AccountService&) = delete;
 
     struct Outcome {
         Reply reply;
-        bool listsChanged = false; ///< the client must read the device lists again
+        bool listsChanged = false;          ///< the client must read the device lists again
+        std::optional<TextMessage> message; ///< to be sent before the reply; when that fails it is `withdraw`n
+        std::optional<std::string> logout;  ///< the session is over, with the reason as "logout" tells it
     };
 
     /// Does the operation ("clienttype") with its parameters.
@@ -35,7 +41,19 @@ public:
     /// Signs out; `NotSignedIn` when nobody is.
     ServiceCode signOut();
 
+    /// What others, in this process or another, have done to the session since it was last looked at.
+    struct Look {
+        bool listsChanged = false;
+        std::optional<std::string> logout; ///< the session was ended now, with the reason as "logout" tells it
+    };
+    Look look();
+
+    /// Forgets a message that could not be handed over. Any thread.
+    void withdraw(const TextMessage& message);
+
     [[nodiscard]] const Session& session() const { return session_; }
+    /// True when the session still holds by the store. In the caller's transaction; any thread.
+    [[nodiscard]] bool holds(soci::session& sql, const SignedIn& session) const;
     [[nodiscard]] const PasswordHasher& hasher() const { return hasher_; }
     /// True once somebody has signed in to this store, in this run or before.
     [[nodiscard]] bool everSignedIn() const { return everSignedIn_; }
@@ -44,12 +62,19 @@ public:
 
 private:
     void rememberSignIn();
+    /// The account's revision as the client is going to read it.
+    void noteRevision();
 
     store::Database& database_;
     const device::NetworkCameras& cameras_;
+    const store::StoreKey& key_;
+    const std::string computer_;
     SignInGuard guard_;
+    SignInGuard words_;
     PasswordHasher hasher_;
+    VerificationCodes codes_;
     Session session_;
+    long long seenRevision_ = 0; ///< what the client has been told to read, of the session's account
     std::atomic<bool> everSignedIn_{false};
 };
 

@@ -82,6 +82,9 @@ std::optional<Json> Documents::deviceList() const {
     Json groups = Json::array();
     const auto caller = accounts_.session().current();
     const auto collect = [&](soci::session& sql) {
+        // Another process may have ended the session a moment ago.
+        if (!accounts_.holds(sql, *caller))
+            return ServiceCode::Done;
         std::map<store::GroupId, Json> members;
         for (const store::PlacedDevice& placed : store::devicesOf(sql, caller->id)) {
             const std::string& id = placed.device.ipncid;

@@ -1,6 +1,6 @@
-#include "device/DeviceRequests.h"
-#include "device/Rights.h"
+#include "service/FriendRecords.h"
 #include "service/Operations.h"
+#include "service/Params.h"
 #include "store/Accounts.h"
 #include "store/Devices.h"
 
@@ -8,51 +8,7 @@ namespace ipncsdk::service {
 
 namespace {
 
-Json friendRecord(const store::Friend& person) {
-    return {{"friendphone", person.phone},
-            {"nickname", person.nickname},
-            {"phoneid", person.phone},
-            {"remarkname", person.remark}};
-}
-
-Json friendList(const std::vector<store::Friend>& friends) {
-    Json list = Json::array();
-    for (const store::Friend& person : friends)
-        list.push_back(friendRecord(person));
-    return list;
-}
-
-/// The account's devices with its own rights on each; those of friends name the friend.
-Json deviceRights(const std::vector<store::PlacedDevice>& devices, const OperationContext& context) {
-    Json list = Json::array();
-    for (const store::PlacedDevice& placed : devices) {
-        const store::Device& device = placed.device;
-        if (device.origin == "config" && context.cameras.find(device.ipncid) == nullptr)
-            continue;
-        const Json authority = device::authorityOf(placed);
-        Json row = {{"ipncid", device.ipncid},
-                    {"name", device.name},
-                    {"nickname", placed.nickname},
-                    {"admin", authority["admin"]},
-                    {"authority", authority}};
-        if (device.owner != context.caller.id)
-            row["friendphone"] = placed.ownerPhone;
-        list.push_back(std::move(row));
-    }
-    return list;
-}
-
-/// The shares gathered under one key of theirs: [{outerKey: X, listKey: [Y...]}...], in order.
-Json gathered(const std::vector<store::Share>& shares, const char* outerKey, std::string store::Share::*outer,
-              const char* listKey, std::string store::Share::*inner) {
-    std::map<std::string, Json> rows;
-    for (const store::Share& share : shares)
-        rows[share.*outer].push_back(share.*inner);
-    Json list = Json::array();
-    for (auto& [name, members] : rows)
-        list.push_back({{outerKey, name}, {listKey, std::move(members)}});
-    return list;
-}
+constexpr std::size_t mostFriends = 1000;
 
 } // namespace
 
@@ -65,32 +21,60 @@ Reply getFriends(const OperationContext& context, const Json& /*params*/) {
     return code == ServiceCode::Done ? Reply(Json{{"friendlist", std::move(list)}}) : Reply(code);
 }
 
-Reply getAllDeviceShareList(const OperationContext& context, const Json& /*params*/) {
-    std::vector<store::Friend> friends;
-    std::vector<store::PlacedDevice> devices;
-    std::vector<store::Share> shares;
-    const ServiceCode code = context.database.read("read shares", [&](soci::session& sql) {
-        friends = store::friendsOf(sql, context.caller.id);
-        devices = store::devicesOf(sql, context.caller.id);
-        shares = store::sharesBy(sql, context.caller.id);
+Reply addFriend(const OperationContext& context, const Json& params) {
+    const auto phone = textAt(params, "friendphone");
+    const auto remark = nameAt(params, "remarkname");
+    if (!phone || !remark)
+        return ServiceCode::BadRequest;
+    Json record;
+    const ServiceCode code = context.change("add a friend", [&](soci::session& sql) {
+        const auto self = store::accountById(sql, context.caller.id);
+        const auto other = store::accountByPhone(sql, *phone);
+        if (!self || !other)
+            return ServiceCode::UnknownNumber;
+        if (other->id == self->id)
+            return ServiceCode::FriendSelf;
+        if (store::friendOf(sql, self->id, *phone))
+            return ServiceCode::FriendExists;
+        if (store::friendsOf(sql, self->id).size() >= mostFriends)
+            return ServiceCode::BadRequest;
+        store::insertFriendship(sql, self->id, *remark, other->id, self->nickname);
+        context.effects.concerned = {self->id, other->id};
+        record = friendRecord({other->id, other->phone, other->nickname, *remark});
         return ServiceCode::Done;
     });
-    if (code != ServiceCode::Done)
-        return code;
-    Json phones = Json::array();
-    for (const store::Friend& person : friends)
-        phones.push_back(person.phone);
-    Json flat = Json::array();
-    for (const store::Share& share : shares)
-        flat.push_back({{"friendphone", share.friendPhone}, {"ipncid", share.ipncid}, {"share", true}});
-    return Reply(Json{
-        {"friendlist", friendList(friends)},
-        {"phonelist", std::move(phones)},
-        {"ipnclist", deviceRights(devices, context)},
-        {"devicesharelist", std::move(flat)},
-        {"friendshare",
-         gathered(shares, "friendphone", &store::Share::friendPhone, "ipnclist", &store::Share::ipncid)},
-        {"ipncshare", gathered(shares, "ipncid", &store::Share::ipncid, "phonelist", &store::Share::friendPhone)}});
+    return code == ServiceCode::Done ? Reply(std::move(record)) : Reply(code);
+}
+
+Reply setFriendParam(const OperationContext& context, const Json& params) {
+    const auto phone = textAt(params, "friendphone");
+    const auto remark = nameAt(params, "remarkname");
+    if (!phone || !remark)
+        return ServiceCode::BadRequest;
+    return context.change("set a friend's remark", [&](soci::session& sql) {
+        const auto other = store::friendOf(sql, context.caller.id, *phone);
+        if (!other)
+            return ServiceCode::NotFriend;
+        store::setRemark(sql, context.caller.id, other->id, *remark);
+        context.effects.concerned.insert(context.caller.id);
+        return ServiceCode::Done;
+    });
+}
+
+Reply deleteFriend(const OperationContext& context, const Json& params) {
+    const auto phone = textAt(params, "friendphone");
+    if (!phone)
+        return ServiceCode::BadRequest;
+    return context.change("end a friendship", [&](soci::session& sql) {
+        const auto other = store::friendOf(sql, context.caller.id, *phone);
+        if (!other)
+            return ServiceCode::NotFriend;
+        store::removeSharesOf(sql, context.caller.id, other->id);
+        store::removeSharesOf(sql, other->id, context.caller.id);
+        store::removeFriendship(sql, context.caller.id, other->id);
+        context.effects.concerned = {context.caller.id, other->id};
+        return ServiceCode::Done;
+    });
 }
 
 } // namespace ipncsdk::service

@@ -2,8 +2,6 @@
 #include "service/Params.h"
 #include "store/Groups.h"
 
-#include <algorithm>
-
 namespace ipncsdk::service {
 
 namespace {
@@ -17,10 +15,11 @@ Reply addGroup(const OperationContext& context, const Json& params) {
     if (!name)
         return ServiceCode::BadRequest;
     store::GroupId id = 0;
-    const ServiceCode code = context.database.change("add a group", [&](soci::session& sql) {
+    const ServiceCode code = context.change("add a group", [&](soci::session& sql) {
         if (store::groupsOf(sql, context.caller.id).size() >= mostGroups)
             return ServiceCode::BadRequest;
         id = store::insertGroup(sql, context.caller.id, *name);
+        context.effects.concerned.insert(context.caller.id);
         return ServiceCode::Done;
     });
     return code == ServiceCode::Done ? Reply(Json{{"groupid", std::to_string(id)}}) : Reply(code);
@@ -31,8 +30,11 @@ Reply editGroup(const OperationContext& context, const Json& params) {
     const auto name = nameAt(params, "name");
     if (!id || !name)
         return ServiceCode::BadRequest;
-    return context.database.change("rename a group", [&](soci::session& sql) {
-        return store::renameGroup(sql, context.caller.id, *id, *name) ? ServiceCode::Done : ServiceCode::UnknownGroup;
+    return context.change("rename a group", [&](soci::session& sql) {
+        if (!store::renameGroup(sql, context.caller.id, *id, *name))
+            return ServiceCode::UnknownGroup;
+        context.effects.concerned.insert(context.caller.id);
+        return ServiceCode::Done;
     });
 }
 
@@ -40,16 +42,13 @@ Reply deleteGroup(const OperationContext& context, const Json& params) {
     const auto id = groupIdAt(params, "groupid");
     if (!id)
         return ServiceCode::BadRequest;
-    return context.database.change("delete a group", [&](soci::session& sql) {
-        const auto groups = store::groupsOf(sql, context.caller.id);
-        const auto isThis = [&](const store::Group& group) {
-            return group.id == *id;
-        };
-        if (std::none_of(groups.begin(), groups.end(), isThis))
+    return context.change("delete a group", [&](soci::session& sql) {
+        if (!store::hasGroup(sql, context.caller.id, *id))
             return ServiceCode::UnknownGroup;
         if (store::groupSize(sql, context.caller.id, *id) > 0)
             return ServiceCode::GroupNotEmpty;
         store::removeGroup(sql, context.caller.id, *id);
+        context.effects.concerned.insert(context.caller.id);
         return ServiceCode::Done;
     });
 }
@@ -59,8 +58,11 @@ Reply moveGroupIndex(const OperationContext& context, const Json& params) {
     const auto index = indexAt(params, "index");
     if (!id || !index)
         return ServiceCode::BadRequest;
-    return context.database.change("move a group", [&](soci::session& sql) {
-        return store::moveGroup(sql, context.caller.id, *id, *index) ? ServiceCode::Done : ServiceCode::UnknownGroup;
+    return context.change("move a group", [&](soci::session& sql) {
+        if (!store::moveGroup(sql, context.caller.id, *id, *index))
+            return ServiceCode::UnknownGroup;
+        context.effects.concerned.insert(context.caller.id);
+        return ServiceCode::Done;
     });
 }
 

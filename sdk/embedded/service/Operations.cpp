@@ -1,5 +1,7 @@
 #include "service/Operations.h"
 
+#include "store/Sessions.h"
+
 #include <algorithm>
 #include <array>
 
@@ -8,20 +10,49 @@ namespace ipncsdk::service {
 namespace {
 
 constexpr std::array operations = {
-    Operation{"checkphone", false, false, checkPhone},
-    Operation{"getpersioninfo", true, false, getPersonInfo},
-    Operation{"setphoneparam", true, false, setPhoneParam},
-    Operation{"addgroup", true, true, addGroup},
-    Operation{"editgroup", true, true, editGroup},
-    Operation{"delgroup", true, true, deleteGroup},
-    Operation{"movegroupindex", true, true, moveGroupIndex},
-    Operation{"setipncparam", true, true, setIpncParam},
-    Operation{"movedeviceindex", true, true, moveDeviceIndex},
-    Operation{"getfriends", true, false, getFriends},
-    Operation{"getalldevicesharelist", true, false, getAllDeviceShareList},
+    Operation{"checkphone", false, checkPhone},
+    Operation{"logincode", false, sendRegisterCode},
+    Operation{"changepascode", false, sendPasswordCode},
+    Operation{"rebindcode", false, sendRebindCode},
+    Operation{"checkmessagecode", false, checkMessageCode},
+    Operation{"loginphone", false, registerPhone},
+    Operation{"changephonepas", false, changePassword},
+    Operation{"rebindphone", false, rebindPhone},
+    Operation{"unbindphonemode", true, unbindPhone},
+    Operation{"getpersioninfo", true, getPersonInfo},
+    Operation{"setphoneparam", true, setPhoneParam},
+    Operation{"uploadhead", true, uploadHead},
+    Operation{"downhead", true, downHead},
+    Operation{"addgroup", true, addGroup},
+    Operation{"editgroup", true, editGroup},
+    Operation{"delgroup", true, deleteGroup},
+    Operation{"movegroupindex", true, moveGroupIndex},
+    Operation{"setipncparam", true, setIpncParam},
+    Operation{"setipncadminparam", true, setIpncAdminParam},
+    Operation{"movedeviceindex", true, moveDeviceIndex},
+    Operation{"addipnc", true, addIpnc},
+    Operation{"delipnc", true, deleteIpnc},
+    Operation{"getfriends", true, getFriends},
+    Operation{"addfriend", true, addFriend},
+    Operation{"setfriendparam", true, setFriendParam},
+    Operation{"delfriend", true, deleteFriend},
+    Operation{"getalldevicesharelist", true, getAllDeviceShareList},
+    Operation{"setfrienddeviceshare", true, setFriendDeviceShare},
 };
 
 } // namespace
+
+ServiceCode OperationContext::change(const char* what, const store::Database::Work& work) const {
+    return database.change(what, [&](soci::session& sql) {
+        effects.concerned.clear();
+        const ServiceCode code = work(sql);
+        if (code == ServiceCode::Done) {
+            for (const store::AccountId account : effects.concerned)
+                store::touch(sql, account);
+        }
+        return code;
+    });
+}
 
 const Operation* findOperation(std::string_view name) {
     const auto* found = std::find_if(operations.begin(), operations.end(),

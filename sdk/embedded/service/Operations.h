@@ -2,25 +2,51 @@
 
 #include "base/Reply.h"
 #include "device/NetworkCameras.h"
+#include "service/PasswordHasher.h"
 #include "service/Session.h"
+#include "service/SignInGuard.h"
+#include "service/TextMessage.h"
+#include "service/VerificationCodes.h"
 #include "store/Database.h"
+#include "store/StoreKey.h"
 
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
 #include <string_view>
 
 namespace ipncsdk::service {
+
+/// What an operation brings about besides its reply.
+struct Effects {
+    std::set<store::AccountId> concerned; ///< accounts whose clients must read their lists again
+    std::optional<TextMessage> message;   ///< to be sent; the reply waits for it
+    bool signedOut = false;               ///< the caller's session is over, see `Session`
+};
 
 /// What an operation works on.
 struct OperationContext {
     store::Database& database;
     const device::NetworkCameras& cameras;
+    const store::StoreKey& key;
+    const VerificationCodes& codes;
+    const PasswordHasher& hasher;
+    SignInGuard& words; ///< slows down the guessing of devices' words
+    Session& session;
+    const std::string& computer; ///< where this process runs
+    Effects& effects;
     SignedIn caller; ///< empty for operations that need no sign-in
+
+    /// Runs `work` as `Database::change` does; the accounts that it enters into `effects.concerned` are told, in all
+    /// processes.
+    ServiceCode change(const char* what, const store::Database::Work& work) const;
 };
 
 /// One account request: its name ("clienttype") and what does it.
 struct Operation {
     const char* name;
     bool needsSignIn;
-    bool changesLists; ///< done, it makes the client read the device lists again
     Reply (*run)(const OperationContext& context, const Json& params);
 };
 
@@ -30,8 +56,19 @@ const Operation* findOperation(std::string_view name);
 // The operations, by subject. Texts are checked for length and well-formedness, rights by the caller's account.
 
 Reply checkPhone(const OperationContext& context, const Json& params);
+Reply sendRegisterCode(const OperationContext& context, const Json& params);
+Reply sendPasswordCode(const OperationContext& context, const Json& params);
+Reply sendRebindCode(const OperationContext& context, const Json& params);
+Reply checkMessageCode(const OperationContext& context, const Json& params);
+Reply registerPhone(const OperationContext& context, const Json& params);
+Reply changePassword(const OperationContext& context, const Json& params);
+Reply rebindPhone(const OperationContext& context, const Json& params);
+Reply unbindPhone(const OperationContext& context, const Json& params);
+
 Reply getPersonInfo(const OperationContext& context, const Json& params);
 Reply setPhoneParam(const OperationContext& context, const Json& params);
+Reply uploadHead(const OperationContext& context, const Json& params);
+Reply downHead(const OperationContext& context, const Json& params);
 
 Reply addGroup(const OperationContext& context, const Json& params);
 Reply editGroup(const OperationContext& context, const Json& params);
@@ -39,9 +76,16 @@ Reply deleteGroup(const OperationContext& context, const Json& params);
 Reply moveGroupIndex(const OperationContext& context, const Json& params);
 
 Reply setIpncParam(const OperationContext& context, const Json& params);
+Reply setIpncAdminParam(const OperationContext& context, const Json& params);
 Reply moveDeviceIndex(const OperationContext& context, const Json& params);
+Reply addIpnc(const OperationContext& context, const Json& params);
+Reply deleteIpnc(const OperationContext& context, const Json& params);
 
 Reply getFriends(const OperationContext& context, const Json& params);
+Reply addFriend(const OperationContext& context, const Json& params);
+Reply setFriendParam(const OperationContext& context, const Json& params);
+Reply deleteFriend(const OperationContext& context, const Json& params);
 Reply getAllDeviceShareList(const OperationContext& context, const Json& params);
+Reply setFriendDeviceShare(const OperationContext& context, const Json& params);
 
 } // namespace ipncsdk::service

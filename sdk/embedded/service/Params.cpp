@@ -13,6 +13,11 @@ std::optional<std::string> nameAt(const Json& params, const char* key) {
     return name;
 }
 
+std::optional<std::string> phoneAt(const Json& params, const char* key) {
+    auto phone = textAt(params, key);
+    return phone && isPhoneNumber(*phone) ? phone : std::nullopt;
+}
+
 std::optional<store::GroupId> groupIdAt(const Json& params, const char* key) {
     if (const auto number = integerAt(params, key))
         return *number;

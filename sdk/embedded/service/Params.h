@@ -15,6 +15,9 @@ constexpr std::size_t longestName = 64;
 /// A name: 1 to `longestName` characters of plain text that is not blank.
 std::optional<std::string> nameAt(const Json& params, const char* key);
 
+/// A phone number as accounts have them.
+std::optional<std::string> phoneAt(const Json& params, const char* key);
+
 /// A group's id, which documents give as text; a whole number is taken too. Nothing when it is neither; 0, which
 /// no group has, when the text is no number.
 std::optional<store::GroupId> groupIdAt(const Json& params, const char* key);

@@ -19,23 +19,29 @@ Reply checkPhone(const OperationContext& context, const Json& params) {
 
 Reply getPersonInfo(const OperationContext& context, const Json& /*params*/) {
     std::optional<store::Account> account;
+    bool hasHead = false;
     const ServiceCode code = context.database.read("read an account", [&](soci::session& sql) {
         account = store::accountById(sql, context.caller.id);
+        hasHead = store::hasHeadPicture(sql, context.caller.id);
         return account ? ServiceCode::Done : ServiceCode::UnknownNumber;
     });
     if (code != ServiceCode::Done)
         return code;
-    return Reply(
-        Json{{"persioninfo",
-              {{"nickname", account->nickname}, {"phoneid", account->phone}, {"phonenumber", account->phone}}}});
+    return Reply(Json{{"persioninfo",
+                       {{"nickname", account->nickname},
+                        {"phoneid", account->phone},
+                        {"phonenumber", account->phone},
+                        {"hashead", hasHead}}}});
 }
 
 Reply setPhoneParam(const OperationContext& context, const Json& params) {
     const auto nickname = nameAt(params, "nickname");
     if (!nickname)
         return ServiceCode::BadRequest;
-    return context.database.change("set a nickname", [&](soci::session& sql) {
+    return context.change("set a nickname", [&](soci::session& sql) {
         store::setNickname(sql, context.caller.id, *nickname);
+        for (const store::Friend& person : store::friendsOf(sql, context.caller.id))
+            context.effects.concerned.insert(person.id);
         return ServiceCode::Done;
     });
 }

@@ -28,6 +28,9 @@ ServiceCode Database::change(const char* what, const Work& work) {
         return ServiceCode::StoreError;
     try {
         soci::transaction transaction(*session_);
+        // A transaction that reads before it writes can't write any more once another process has. One that begins
+        // with writing waits for its turn instead.
+        *session_ << "update facts set value = value where name = 'schemaversion'";
         const ServiceCode code = work(*session_);
         if (code == ServiceCode::Done)
             transaction.commit();

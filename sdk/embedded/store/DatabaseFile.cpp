@@ -20,6 +20,7 @@ namespace fs = std::filesystem;
 
 enum class Finding {
     Sound,      ///< tables of ours, checked whole
+    Older,      ///< tables of an earlier version of ours, checked whole
     Empty,      ///< no tables at all: a first start, or one that did not finish
     Damaged,    ///< not a store of ours, or broken
     Unavailable ///< can't be reached or is held by another program: says nothing about its content
@@ -68,6 +69,18 @@ bool passesCheck(soci::session& sql, std::string& reason) {
     return true;
 }
 
+Finding findingOf(SchemaState state) {
+    switch (state) {
+    case SchemaState::Current:
+        return Finding::Sound;
+    case SchemaState::Older:
+        return Finding::Older;
+    case SchemaState::Faulty:
+        break;
+    }
+    return Finding::Damaged;
+}
+
 Inspected inspect(const fs::path& file, std::chrono::milliseconds busyTimeout) {
     Inspected inspected;
     try {
@@ -79,11 +92,8 @@ Inspected inspect(const fs::path& file, std::chrono::milliseconds busyTimeout) {
             inspected.finding = Finding::Damaged;
         } else if (tableCount == 0) {
             inspected.finding = Finding::Empty;
-        } else if (auto fault = schemaFault(sql)) {
-            inspected.reason = std::move(*fault);
-            inspected.finding = Finding::Damaged;
         } else {
-            inspected.finding = Finding::Sound;
+            inspected.finding = findingOf(inspectSchema(sql, inspected.reason));
         }
     } catch (const soci::sqlite3_soci_error& error) {
         inspected.reason = error.get_error_message();
@@ -135,28 +145,76 @@ std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
     return target;
 }
 
-bool create(soci::session& sql, const std::function<void(soci::session&)>& fill, std::string& reason) {
+/// Makes or migrates the tables in one transaction.
+bool complete(Inspected& inspected, const StoreContent& content) {
     try {
+        soci::session& sql = *inspected.session;
         soci::transaction transaction(sql);
-        createSchema(sql);
-        fill(sql);
+        if (inspected.finding == Finding::Empty) {
+            createSchema(sql);
+            content.fill(sql);
+        } else {
+            migrateSchema(sql);
+            content.upgrade(sql);
+        }
         transaction.commit();
         return true;
     } catch (const std::exception& error) {
-        reason = error.what();
+        inspected.reason = error.what();
         return false;
+    }
+}
+
+bool isIncomplete(const Inspected& inspected) {
+    return inspected.finding == Finding::Empty || inspected.finding == Finding::Older;
+}
+
+/// SQLite keeps a number for each connection that changes when another one has committed.
+class DataVersion final : public ChangeProbe {
+public:
+    explicit DataVersion(std::unique_ptr<soci::session> session)
+        : session_(std::move(session))
+        , last_(read()) {}
+
+    bool changed() override {
+        try {
+            const long long now = read();
+            return std::exchange(last_, now) != now;
+        } catch (const std::exception& error) {
+            logLine(std::string("the store can't be watched: ") + error.what());
+            return false;
+        }
+    }
+
+private:
+    long long read() {
+        long long version = 0;
+        *session_ << "pragma data_version", soci::into(version);
+        return version;
+    }
+
+    std::unique_ptr<soci::session> session_;
+    long long last_;
+};
+
+std::unique_ptr<ChangeProbe> makeProbe(const fs::path& file, std::chrono::milliseconds busyTimeout) {
+    try {
+        return std::make_unique<DataVersion>(connect(file, busyTimeout));
+    } catch (const std::exception& error) {
+        logLine(std::string("changes of other programs will not be seen: ") + error.what());
+        return nullptr;
     }
 }
 
 OpenedFile unavailable(const fs::path& file, const std::string& reason) {
     logLine("the store " + utf8(file) + " can't be used: " + reason);
-    return {nullptr, "服务数据库 " + utf8(file.filename()) + " 无法使用: " + reason};
+    return {nullptr, nullptr, "服务数据库 " + utf8(file.filename()) + " 无法使用: " + reason};
 }
 
 } // namespace
 
 OpenedFile openDatabaseFile(const fs::path& file, std::chrono::milliseconds busyTimeout, const Clock& clock,
-                            const std::function<void(soci::session&)>& fill) {
+                            const StoreContent& content) {
     if (utf8(file).find('"') != std::string::npos)
         return unavailable(file, "its path holds a quotation mark");
     std::error_code error;
@@ -175,13 +233,16 @@ OpenedFile openDatabaseFile(const fs::path& file, std::chrono::milliseconds busy
         opened.notice = "服务数据库已损坏, 原文件保存为 " + utf8(target->filename()) + ", 已新建数据库。";
         inspected = inspect(file, busyTimeout);
     }
-    if (inspected.finding == Finding::Empty) {
-        std::string reason;
-        if (!create(*inspected.session, fill, reason))
+    if (isIncomplete(inspected) && !complete(inspected, content)) {
+        // Another process may have done it in the meantime.
+        const std::string reason = inspected.reason;
+        inspected = inspect(file, busyTimeout);
+        if (inspected.finding != Finding::Sound)
             return unavailable(file, reason);
-    } else if (inspected.finding != Finding::Sound) {
+    } else if (!isIncomplete(inspected) && inspected.finding != Finding::Sound) {
         return unavailable(file, inspected.reason);
     }
+    opened.changes = makeProbe(file, busyTimeout);
     opened.session = std::move(inspected.session);
     return opened;
 }

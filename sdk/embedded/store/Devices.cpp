@@ -116,17 +116,69 @@ void insertShare(soci::session& sql, const std::string& ipncid, AccountId friend
     place(sql, friendId, ipncid, groupOfFriend, nickname);
 }
 
+void setShareRights(soci::session& sql, const std::string& ipncid, AccountId friendId, const std::string& rights) {
+    sql << "update shares set rights = :rights where ipncid = :device and friendid = :friend",
+        soci::use(rights, "rights"), soci::use(ipncid, "device"), soci::use(friendId, "friend");
+}
+
+std::optional<std::string> shareRights(soci::session& sql, const std::string& ipncid, AccountId friendId) {
+    std::string rights;
+    sql << "select rights from shares where ipncid = :device and friendid = :friend", soci::into(rights),
+        soci::use(ipncid, "device"), soci::use(friendId, "friend");
+    return sql.got_data() ? std::make_optional(rights) : std::nullopt;
+}
+
+void removeShare(soci::session& sql, const std::string& ipncid, AccountId friendId) {
+    sql << "delete from shares where ipncid = :device and friendid = :friend", soci::use(ipncid, "device"),
+        soci::use(friendId, "friend");
+    sql << "delete from placements where ipncid = :device and accountid = :friend", soci::use(ipncid, "device"),
+        soci::use(friendId, "friend");
+}
+
+void removeSharesOf(soci::session& sql, AccountId owner, AccountId friendId) {
+    sql << "delete from placements where accountid = :friend and ipncid in"
+           " (select ipncid from devices where ownerid = :owner)",
+        soci::use(friendId, "friend"), soci::use(owner, "owner");
+    sql << "delete from shares where friendid = :friend and ipncid in"
+           " (select ipncid from devices where ownerid = :owner)",
+        soci::use(friendId, "friend"), soci::use(owner, "owner");
+}
+
+std::vector<AccountId> friendsWith(soci::session& sql, const std::string& ipncid) {
+    AccountId row = 0;
+    soci::statement statement = (sql.prepare << "select friendid from shares where ipncid = :device", soci::into(row),
+                                 soci::use(ipncid, "device"));
+    statement.execute();
+    std::vector<AccountId> accounts;
+    while (statement.fetch())
+        accounts.push_back(row);
+    return accounts;
+}
+
 std::vector<Share> sharesBy(soci::session& sql, AccountId owner) {
     Share row;
     soci::statement statement =
-        (sql.prepare << "select s.ipncid, a.phone from shares s join devices d on d.ipncid = s.ipncid"
+        (sql.prepare << "select s.ipncid, a.phone, s.rights from shares s join devices d on d.ipncid = s.ipncid"
                         " join accounts a on a.id = s.friendid where d.ownerid = :owner order by s.ipncid, a.phone",
-         soci::into(row.ipncid), soci::into(row.friendPhone), soci::use(owner, "owner"));
+         soci::into(row.ipncid), soci::into(row.friendPhone), soci::into(row.rights), soci::use(owner, "owner"));
     statement.execute();
     std::vector<Share> shares;
     while (statement.fetch())
         shares.push_back(row);
     return shares;
+}
+
+void setDeviceInfo(soci::session& sql, const std::string& ipncid, const std::string& info) {
+    sql << "update devices set info = :info where ipncid = :device", soci::use(info, "info"),
+        soci::use(ipncid, "device");
+}
+
+void removeDevice(soci::session& sql, const std::string& ipncid) {
+    for (const char* statement :
+         {"delete from placements where ipncid = :device", "delete from shares where ipncid = :device",
+          "delete from parameters where ipncid = :device", "delete from netcameras where ipncid = :device",
+          "delete from devices where ipncid = :device"})
+        sql << statement, soci::use(ipncid, "device");
 }
 
 void setDeviceNickname(soci::session& sql, AccountId account, const std::string& ipncid,

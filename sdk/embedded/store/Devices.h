@@ -13,7 +13,8 @@ namespace ipncsdk::store {
 struct Device {
     std::string ipncid;
     AccountId owner = 0;
-    std::string origin; ///< "loop": a recorded scene; "config": a network camera of the configuration file
+    std::string origin; ///< "loop": a recorded scene; "config": a network camera of the configuration file; "net":
+                        ///< a network camera that the owner added
     std::string name;
     std::string type;
     bool online = true;
@@ -38,6 +39,7 @@ struct PlacedDevice {
 struct Share {
     std::string ipncid;
     std::string friendPhone;
+    std::string rights; ///< "authority" as JSON text
 };
 
 // All of these work in the caller's transaction and throw what the connection throws.
@@ -55,8 +57,21 @@ void updateConfigured(soci::session& sql, const Device& device);
 /// Gives a friend rights on a device and places it for the friend.
 void insertShare(soci::session& sql, const std::string& ipncid, AccountId friendId, const std::string& rights,
                  GroupId groupOfFriend, const std::string& nickname);
+void setShareRights(soci::session& sql, const std::string& ipncid, AccountId friendId, const std::string& rights);
+/// The friend's rights on the device; nothing when it is not shared with this friend.
+std::optional<std::string> shareRights(soci::session& sql, const std::string& ipncid, AccountId friendId);
+/// Takes the device from the friend: rights and place.
+void removeShare(soci::session& sql, const std::string& ipncid, AccountId friendId);
+/// Takes all devices of the owner from the friend.
+void removeSharesOf(soci::session& sql, AccountId owner, AccountId friendId);
+/// Who has been given the device.
+std::vector<AccountId> friendsWith(soci::session& sql, const std::string& ipncid);
 /// What the account shares out, by device.
 std::vector<Share> sharesBy(soci::session& sql, AccountId owner);
+
+void setDeviceInfo(soci::session& sql, const std::string& ipncid, const std::string& info);
+/// Removes a device with everything that hangs on it: places, shares, parameters, address.
+void removeDevice(soci::session& sql, const std::string& ipncid);
 
 void setDeviceNickname(soci::session& sql, AccountId account, const std::string& ipncid, const std::string& nickname);
 /// Puts a device at `index` (from 0) of a group of the account; an index behind the last one means the end.

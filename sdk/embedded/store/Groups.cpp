@@ -28,6 +28,13 @@ std::vector<Group> groupsOf(soci::session& sql, AccountId account) {
     return groups;
 }
 
+bool hasGroup(soci::session& sql, AccountId account, GroupId group) {
+    long long count = 0;
+    sql << "select count(*) from devicegroups where id = :id and accountid = :account", soci::into(count),
+        soci::use(group, "id"), soci::use(account, "account");
+    return count > 0;
+}
+
 GroupId insertGroup(soci::session& sql, AccountId account, const std::string& name) {
     GroupId id = 0;
     long long position = 0;

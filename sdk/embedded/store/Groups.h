@@ -21,6 +21,7 @@ struct Group {
 
 /// The account's groups in display order.
 std::vector<Group> groupsOf(soci::session& sql, AccountId account);
+bool hasGroup(soci::session& sql, AccountId account, GroupId group);
 /// Adds a group behind the others.
 GroupId insertGroup(soci::session& sql, AccountId account, const std::string& name);
 bool renameGroup(soci::session& sql, AccountId account, GroupId group, const std::string& name);

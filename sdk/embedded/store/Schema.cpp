@@ -9,7 +9,7 @@ namespace ipncsdk::store {
 namespace {
 
 // Ids are bigint: with a plain integer the connection's library cuts wide values.
-constexpr std::array tables = {
+constexpr std::array statementsOfVersion1 = {
     "create table facts ("
     " name varchar(64) not null primary key,"
     " value varchar(1000) not null)",
@@ -34,7 +34,8 @@ constexpr std::array tables = {
     " position bigint not null)",
 
     // origin: "loop" is a recorded scene, "config" a network camera of the configuration file, whose address is not
-    // kept here. configgroup is the group that the file named when the camera was last put into it.
+    // kept here, "net" one that an account added. configgroup is the group that the file named when the camera was
+    // last put into it.
     "create table devices ("
     " ipncid varchar(256) not null primary key,"
     " ownerid bigint not null references accounts(id),"
@@ -75,8 +76,80 @@ constexpr std::array tables = {
     " primary key (ipncid, name))",
 };
 
+// Times are milliseconds since the beginning of 1970, UTC.
+constexpr std::array statementsOfVersion2 = {
+    // revision grows with every change that an account's clients must read; epoch with every change of its password,
+    // which ends the sessions that were begun before.
+    "alter table accounts add column countrycode varchar(8) not null default '86'",
+    "alter table accounts add column revision bigint not null default 0",
+    "alter table accounts add column epoch bigint not null default 0",
+
+    // A computer without a row may sign in. epoch grows each time the account is unbound from it.
+    "create table bindings ("
+    " accountid bigint not null references accounts(id),"
+    " computer varchar(64) not null,"
+    " bound bigint not null,"
+    " epoch bigint not null,"
+    " primary key (accountid, computer))",
+
+    // The code last sent to a number, as a keyed hash.
+    "create table codes ("
+    " phone varchar(32) not null primary key,"
+    " purpose varchar(16) not null,"
+    " countrycode varchar(8) not null,"
+    " hash varchar(128) not null,"
+    " sentat bigint not null,"
+    " tries bigint not null)",
+
+    // When codes were sent, for the limits; of the last day only.
+    "create table codesends ("
+    " phone varchar(32) not null,"
+    " sentat bigint not null)",
+    "create index codesendsofnumber on codesends (phone, sentat)",
+
+    // A code that was entered rightly opens one submission, from the computer where it was entered.
+    "create table checkedcodes ("
+    " phone varchar(32) not null,"
+    " purpose varchar(16) not null,"
+    " computer varchar(64) not null,"
+    " countrycode varchar(8) not null,"
+    " checkedat bigint not null,"
+    " primary key (phone, purpose, computer))",
+
+    // content is the picture's file in base64.
+    "create table headpictures ("
+    " accountid bigint not null primary key references accounts(id),"
+    " content text not null)",
+
+    // What somebody must know who adds a device, owned now or not.
+    "create table devicewords ("
+    " ipncid varchar(256) not null primary key,"
+    " word varchar(64) not null)",
+
+    // Devices that no account owns.
+    "create table waitingdevices ("
+    " ipncid varchar(256) not null primary key,"
+    " name varchar(256) not null,"
+    " type varchar(32) not null,"
+    " scene bigint not null,"
+    " phase bigint not null,"
+    " info text not null,"
+    " interfaces text not null,"
+    " extend text not null,"
+    " video text not null)",
+
+    // Addresses, user name and password of a network camera that an account added, sealed with the store's key.
+    "create table netcameras ("
+    " ipncid varchar(256) not null primary key references devices(ipncid),"
+    " sealed text not null)",
+
+    // Recorded scenes that an account of version 1 owns can be deleted now, and must be found again.
+    "insert into devicewords (ipncid, word)"
+    " select ipncid, 'word-' || lower(ipncid) from devices where origin = 'loop'",
+};
+
 // One statement a table that fails when a column is missing, and costs nothing when none is.
-constexpr std::array probes = {
+constexpr std::array probesOfVersion1 = {
     "select count(*) from facts where name = '' and value = ''",
     "select count(*) from accounts where id = 0 and phone = '' and nickname = '' and passwordhash = ''",
     "select count(*) from friends where accountid = 0 and friendid = 0 and remark = ''",
@@ -90,29 +163,58 @@ constexpr std::array probes = {
     "select count(*) from parameters where ipncid = '' and name = '' and value = ''",
 };
 
+constexpr std::array probesOfVersion2 = {
+    "select count(*) from accounts where countrycode = '' and revision = 0 and epoch = 0",
+    "select count(*) from bindings where accountid = 0 and computer = '' and bound = 0 and epoch = 0",
+    "select count(*) from codes where phone = '' and purpose = '' and countrycode = '' and hash = '' and sentat = 0"
+    " and tries = 0",
+    "select count(*) from codesends where phone = '' and sentat = 0",
+    "select count(*) from checkedcodes where phone = '' and purpose = '' and computer = '' and countrycode = ''"
+    " and checkedat = 0",
+    "select count(*) from headpictures where accountid = 0 and content = ''",
+    "select count(*) from devicewords where ipncid = '' and word = ''",
+    "select count(*) from waitingdevices where ipncid = '' and name = '' and type = '' and scene = 0 and phase = 0"
+    " and info = '' and interfaces = '' and extend = '' and video = ''",
+    "select count(*) from netcameras where ipncid = '' and sealed = ''",
+};
+
 constexpr auto versionFact = "schemaversion";
 
 } // namespace
 
 void createSchema(soci::session& sql) {
-    for (const char* table : tables)
-        sql << table;
+    for (const char* statement : statementsOfVersion1)
+        sql << statement;
+    setFact(sql, versionFact, "1");
+    migrateSchema(sql);
+}
+
+void migrateSchema(soci::session& sql) {
+    for (const char* statement : statementsOfVersion2)
+        sql << statement;
     setFact(sql, versionFact, std::to_string(schemaVersion));
 }
 
-std::optional<std::string> schemaFault(soci::session& sql) {
-    try {
-        for (const char* probe : probes) {
+SchemaState inspectSchema(soci::session& sql, std::string& fault) {
+    const auto probe = [&sql](const auto& statements) {
+        for (const char* statement : statements) {
             long long count = 0;
-            sql << probe, soci::into(count);
+            sql << statement, soci::into(count);
         }
+    };
+    try {
+        probe(probesOfVersion1);
         const std::string version = fact(sql, versionFact);
-        if (version != std::to_string(schemaVersion))
-            return "its version is '" + version + "', not " + std::to_string(schemaVersion);
+        if (version == "1")
+            return SchemaState::Older;
+        probe(probesOfVersion2);
+        if (version == std::to_string(schemaVersion))
+            return SchemaState::Current;
+        fault = "its version is '" + version + "', not " + std::to_string(schemaVersion);
     } catch (const soci::soci_error& error) {
-        return error.get_error_message();
+        fault = error.get_error_message();
     }
-    return std::nullopt;
+    return SchemaState::Faulty;
 }
 
 std::string fact(soci::session& sql, const std::string& name) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 namespace soci {
@@ -10,13 +9,22 @@ class session;
 namespace ipncsdk::store {
 
 /// The version that `createSchema` makes and the program understands.
-constexpr int schemaVersion = 1;
+constexpr int schemaVersion = 2;
 
 /// Makes the tables, empty, in the caller's transaction.
 void createSchema(soci::session& sql);
 
-/// Says what is wrong with the tables of an existing store, or nothing when they are those of `schemaVersion`.
-std::optional<std::string> schemaFault(soci::session& sql);
+/// Makes tables of version 1, with what is in them, tables of `schemaVersion`, in the caller's transaction.
+void migrateSchema(soci::session& sql);
+
+enum class SchemaState {
+    Current, ///< the tables of `schemaVersion`
+    Older,   ///< those of an earlier version, which `migrateSchema` takes
+    Faulty   ///< tables or columns are missing, or a later program made them
+};
+
+/// Looks at the tables of an existing store; `fault` says what is wrong with `Faulty` ones.
+SchemaState inspectSchema(soci::session& sql, std::string& fault);
 
 /// Facts about the store itself, one text a name; empty when never set.
 std::string fact(soci::session& sql, const std::string& name);

@@ -2,6 +2,7 @@
 
 #include "base/JsonText.h"
 #include "store/Accounts.h"
+#include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
 #include "world/WorldTables.h"
@@ -101,6 +102,18 @@ void insertPeople(soci::session& sql, const std::string& passwordHash) {
     }
 }
 
+/// The word of a camera that somebody owns: needed once the camera has been deleted and is to be added again.
+std::string wordOf(std::string ipncid) {
+    for (char& c : ipncid)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return "word-" + ipncid;
+}
+
+void insertCamera(soci::session& sql, const store::Device& device, store::GroupId group) {
+    store::insertDevice(sql, device, group, device.name);
+    store::setDeviceWord(sql, device.ipncid, wordOf(device.ipncid));
+}
+
 using GroupsOfFriends = std::array<store::GroupId, friends.size()>;
 
 /// Inserts one of the first account's groups with its cameras and what it shares of them; `number` counts the
@@ -121,7 +134,7 @@ void insertOwnGroup(soci::session& sql, const GroupPlan& plan, bool online, cons
                 device.extend = toText(Json::parse(board.extend));
             }
         }
-        store::insertDevice(sql, device, group, name);
+        insertCamera(sql, device, group);
         for (const OwnShare& share : ownShares) {
             if (isThis(share.camera))
                 store::insertShare(sql, device.ipncid, share.friendId, rightsOfFriends,
@@ -135,11 +148,11 @@ void insertGivenCameras(soci::session& sql, store::GroupId groupOfGiver) {
     int number = 100;
     for (const GivenCamera& given : givenCameras()) {
         ++number;
-        store::insertDevice(sql, cameraDevice(given.ipncid, given.name, giverId, number), groupOfGiver, given.name);
+        insertCamera(sql, cameraDevice(given.ipncid, given.name, giverId, number), groupOfGiver);
         store::insertShare(sql, given.ipncid, ownerId, given.rights, group, given.name);
     }
     // One that the friend keeps to itself.
-    store::insertDevice(sql, cameraDevice("FRD0005", "管理所院内", giverId, number + 1), groupOfGiver, "管理所院内");
+    insertCamera(sql, cameraDevice("FRD0005", "管理所院内", giverId, number + 1), groupOfGiver);
 }
 
 } // namespace
@@ -154,6 +167,18 @@ void fillFirstWorld(soci::session& sql, const std::function<std::string(const st
         insertOwnGroup(sql, plan, true, groupsOfFriends, number);
     insertGivenCameras(sql, groupsOfFriends[0]);
     insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
+    fillWaiting(sql);
+}
+
+void fillWaiting(soci::session& sql) {
+    int number = 0;
+    for (const WaitingCamera& camera : waitingCameras()) {
+        ++number;
+        if (store::isIdTaken(sql, camera.ipncid))
+            continue;
+        store::insertWaiting(sql, cameraDevice(camera.ipncid, camera.name, 0, 150 + number));
+        store::setDeviceWord(sql, camera.ipncid, camera.word);
+    }
 }
 
 } // namespace ipncsdk::world

@@ -14,8 +14,13 @@ namespace ipncsdk::world {
 constexpr auto firstPhone = "13800138000";
 constexpr auto firstPassword = "corvanta-8000";
 
-/// Fills an empty store: an account with groups and cameras, friends, shares in both directions. In the caller's
+/// Fills an empty store: an account with groups and cameras, friends, shares in both directions,
+/// cameras that wait to be added. In the caller's
 /// transaction; throws what the connection throws. `hashPassword` makes the text that the store keeps.
 void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword);
+
+/// Adds the cameras that no account owns at first, but for those whose ids are taken. In the caller's transaction;
+/// throws what the connection throws.
+void fillWaiting(soci::session& sql);
 
 } // namespace ipncsdk::world

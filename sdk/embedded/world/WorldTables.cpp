@@ -35,6 +35,16 @@ const std::vector<GivenCamera>& givenCameras() {
     return cameras;
 }
 
+const std::vector<WaitingCamera>& waitingCameras() {
+    static const std::vector<WaitingCamera> cameras = {
+        {"SPARE001", "备用一号", "word-0001"},
+        {"SPARE002", "备用二号", "word-0002"},
+        {"SPARE003", "备用三号", "word-0003"},
+        {"SPARE004", "备用四号", "word-0004"},
+    };
+    return cameras;
+}
+
 const std::vector<BoardPlan>& boards() {
     static const std::vector<BoardPlan> plans = {
         {"一号泵组",

@@ -20,6 +20,14 @@ struct GivenCamera {
 };
 const std::vector<GivenCamera>& givenCameras();
 
+/// Cameras that nobody owns until an account adds them by their words.
+struct WaitingCamera {
+    const char* ipncid;
+    const char* name;
+    const char* word;
+};
+const std::vector<WaitingCamera>& waitingCameras();
+
 /// What a camera carries besides its video; pids are unique in the whole world.
 struct BoardPlan {
     const char* camera;     ///< name of a camera of `ownGroups`

@@ -133,6 +133,36 @@ bool TestSdk::signIn(const std::string& phone) {
     return integerAt(response, "retcode") == 0;
 }
 
+bool TestSdk::registerAndSignIn(const std::string& phone) {
+    askAccount("logincode", {{"countrycode", "86"}, {"phonenumber", phone}});
+    askAccount("checkmessagecode", {{"phonenumber", phone}, {"checkcode", codeFor(phone)}});
+    const Json done = askAccount("loginphone", {{"phonenumber", phone}, {"phonepassword", world::firstPassword}});
+    return codeOf(done) == 0 && signIn(phone);
+}
+
+std::string TestSdk::codeFor(const std::string& phone) const {
+    const std::string mark = "验证码：";
+    std::ifstream in(path("service/outbox.jsonl"));
+    std::string code;
+    for (std::string line; std::getline(in, line);) {
+        const Json message = Json::parse(line);
+        const std::string text = message.at("text").get<std::string>();
+        if (message.at("phonenumber") == phone)
+            code = text.substr(text.find(mark) + mark.size(), 6);
+    }
+    return code;
+}
+
+void TestSdk::joinStoreOf(const TestSdk& other) const {
+    write("config/service.json",
+          toText({{"store", other.path("service/service.db").string()}, {"cameras", Json::array()}}));
+}
+
+void TestSdk::joinComputerOf(const TestSdk& other) const {
+    std::filesystem::create_directories(path("config"));
+    std::filesystem::copy_file(other.path("config/computer.id"), path("config/computer.id"));
+}
+
 void TestSdk::settle() {
     // The second round is behind what the first one's tasks posted.
     command({{"type", "try"}});
@@ -170,6 +200,10 @@ std::vector<std::string> TestSdk::filesIn(const std::string& relative) const {
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
+}
+
+int codeOf(const Json& response) {
+    return static_cast<int>(integerAt(response, "retcode").value_or(-1));
 }
 
 Json openMessage(const std::string& ipncid) {

@@ -71,6 +71,15 @@ public:
     bool signIn();
     bool signIn(const std::string& phone);
 
+    /// Registers a number with the usual password, and signs in with it.
+    bool registerAndSignIn(const std::string& phone);
+    /// The digits of the message sent last to a number through the outbox; empty when none was.
+    [[nodiscard]] std::string codeFor(const std::string& phone) const;
+
+    /// Before a start: lives on the store of another SDK, as a process on another computer does, or on the same one.
+    void joinStoreOf(const TestSdk& other) const;
+    void joinComputerOf(const TestSdk& other) const;
+
     /// Waits until everything sent before has been done.
     void settle();
 
@@ -89,6 +98,8 @@ public:
 private:
     api::RuntimeOptions options(api::HubFactory makeHub) const;
 };
+
+int codeOf(const Json& response);
 
 /// The "avreq" message for decoded pictures of a camera.
 Json openMessage(const std::string& ipncid);

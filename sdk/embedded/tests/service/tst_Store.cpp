@@ -1,10 +1,16 @@
 #include "TestSdk.h"
+#include "service/PasswordHasher.h"
+#include "world/FirstWorld.h"
 
 #include <QtTest>
 
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
+#include <memory>
+#include <thread>
+#include <vector>
 
 using namespace ipncsdk;
 using namespace ipncsdk::test;
@@ -18,6 +24,9 @@ private slots:
     void whatWasWrittenIsThereAfterARestart();
     void damagedStoreIsSetAside_data();
     void damagedStoreIsSetAside();
+    void olderStoreIsMigrated();
+    void olderStoreWithoutATableIsSetAside();
+    void manyProcessesMigrateOneStore();
     void setAsideStoreKeepsItsContent();
     void twoDamagedStoresInOneSecondBothStay();
     void emptyFileIsAFirstStart();
@@ -105,6 +114,86 @@ void tst_Store::damagedStoreIsSetAside() {
     // A new world stands in its place.
     QVERIFY(sdk.signIn());
     QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{70});
+}
+
+namespace {
+
+/// Puts a store of version 1 into the SDK's folder; all accounts have the usual password.
+void writeOlderStore(TestSdk& sdk) {
+    std::ifstream in(STORE_VERSION_1);
+    std::string script{std::istreambuf_iterator<char>(in), {}};
+    const std::string hash = service::PasswordHasher(service::PasswordHasher::least()).hash(world::firstPassword);
+    for (std::size_t at = 0; (at = script.find("HASH", at)) != std::string::npos;)
+        script.replace(at, 4, hash);
+    sdk.write("service/older.sql", script);
+    QCOMPARE(sdk.sqlite(".read '" + sdk.path("service/older.sql").string() + "'"), std::string("wal"));
+}
+
+} // namespace
+
+void tst_Store::olderStoreIsMigrated() {
+    TestSdk sdk;
+    writeOlderStore(sdk);
+    sdk.write("config/service.json", R"({"cameras":[{"ipncid":"porch","main":"rtsp://192.0.2.1/"}]})");
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    // What was there is there.
+    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{2});
+    QCOMPARE(sdk.device("CAM0001").at("nickname"), Json("改过的名"));
+    QCOMPARE(sdk.askAccount("getpersioninfo").at("resp").at("persioninfo").at("nickname"), Json("老中心"));
+    QVERIFY(sdk.document("firstaccount").empty());
+    const Json read = sdk.askDevice({{"ipncid", "CAM0001"}, {"getcmds", {"mirror"}}});
+    QCOMPARE(read.at("resp").at("getcmds").at("mirror"), Json(1));
+    // What is new works.
+    QCOMPARE(codeOf(sdk.askAccount("addipnc", {{"ipncid", "SPARE001"}, {"word", "word-0001"}})), 0);
+    QCOMPARE(codeOf(sdk.askAccount("addipnc", {{"ipncid", "SPARE002"}, {"word", "word-0002"}})), 18);
+    QCOMPARE(codeOf(sdk.askAccount("delipnc", {{"ipncid", "CAM0001"}})), 0);
+    QCOMPARE(codeOf(sdk.askAccount("addipnc", {{"ipncid", "CAM0001"}, {"word", "word-cam0001"}})), 0);
+    QCOMPARE(codeOf(sdk.askAccount("changepascode", {{"phonenumber", "13900139000"}})), 0);
+    sdk.settle();
+    QVERIFY(sdk.client.ofType("servicenotice").empty());
+    sdk.runtime.cleanup();
+    for (const std::string& name : sdk.filesIn("service"))
+        QVERIFY(name.find(".damaged") == std::string::npos);
+    // The tables are those of a new store.
+    TestSdk fresh;
+    QCOMPARE(fresh.start(), emSuccess);
+    fresh.runtime.cleanup();
+    const std::string columns =
+        "select m.name, c.name, c.type, c.pk from sqlite_master m, pragma_table_info(m.name) c"
+        " where m.type = 'table' order by 1, 2";
+    QCOMPARE(sdk.sqlite(columns), fresh.sqlite(columns));
+    QCOMPARE(sdk.sqlite("select value from facts where name = 'schemaversion'"), std::string("2"));
+    QCOMPARE(sdk.sqlite("pragma foreign_key_check"), std::string());
+}
+
+void tst_Store::olderStoreWithoutATableIsSetAside() {
+    TestSdk sdk;
+    writeOlderStore(sdk);
+    QCOMPARE(sdk.sqlite("drop table shares"), std::string());
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(!sdk.client.waitForType("servicenotice").is_null());
+    QVERIFY(sdk.signIn());
+    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{70});
+}
+
+void tst_Store::manyProcessesMigrateOneStore() {
+    TestSdk home;
+    writeOlderStore(home);
+    std::vector<std::unique_ptr<TestSdk>> sdks;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        sdks.push_back(std::make_unique<TestSdk>());
+        sdks.back()->joinStoreOf(home);
+        threads.emplace_back([sdk = sdks.back().get()] { sdk->start(); });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const auto& sdk : sdks) {
+        QVERIFY(sdk->signIn());
+        QCOMPARE(sdk->document("ipnclist").at("ipnclist").size(), std::size_t{1});
+        QVERIFY(sdk->client.ofType("servicenotice").empty());
+    }
 }
 
 void tst_Store::setAsideStoreKeepsItsContent() {
