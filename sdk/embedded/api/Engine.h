@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/CallbackKeeper.h"
+#include "api/CameraFinder.h"
 #include "api/ClientChannel.h"
 #include "api/Request.h"
 #include "api/VideoHub.h"
@@ -9,9 +10,11 @@
 #include "base/Clock.h"
 #include "base/JsonText.h"
 #include "device/DeviceRequests.h"
+#include "device/FoundCameras.h"
 #include "device/NetworkCameras.h"
 #include "device/ServiceConfig.h"
 #include "ipncsdk/ZELIPNCSDK.h"
+#include "onvif/Discovery.h"
 #include "service/AccountService.h"
 #include "service/Documents.h"
 #include "service/PasswordHasher.h"
@@ -33,6 +36,7 @@ struct RuntimeOptions {
     HubFactory makeHub;
     service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
+    onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -84,6 +88,7 @@ private:
     void deviceRequest(const RequestPointer& request, const Json& message);
     void serverRequest(const RequestPointer& request, const Json& message);
     void videoRequest(const RequestPointer& request, const Json& message);
+    void cameraRequest(const RequestPointer& request, const Json& message);
     void previewRequest(const RequestPointer& request, const Json& message);
     void unknownRequest(const RequestPointer& request, const Json& message);
 
@@ -110,11 +115,14 @@ private:
     store::Database database_;
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
-    service::Documents documents_{database_, cameras_, accounts_};
+    device::FoundCameras found_;
+    service::Documents documents_{database_, cameras_, found_, accounts_};
     device::DeviceRequests devices_{database_, cameras_};
     std::unique_ptr<VideoHub> hub_;
     Worker service_{1};
     Worker pictures_{2};
+    Worker network_{2};
+    std::unique_ptr<CameraFinder> finder_;
     std::unique_ptr<VideoService> video_;
 };
 

@@ -59,6 +59,8 @@ private:
 
     /// The stream that a video request asks for, or why the account can't have it.
     Found streamFor(const media::Subscription& wishes, bool mainStream);
+    /// The stream of an address that need not belong to a device yet.
+    Found streamAt(const Json& message) const;
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
     static void refuseChange(Request& request);

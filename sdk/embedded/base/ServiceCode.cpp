@@ -30,6 +30,14 @@ const char* errorText(ServiceCode code) {
         return "(try later)";
     case ServiceCode::StoreError:
         return "(store error)";
+    case ServiceCode::CameraPassword:
+        return "(camera password)";
+    case ServiceCode::CameraClock:
+        return "(camera clock)";
+    case ServiceCode::CameraFault:
+        return "(onvif fault)";
+    case ServiceCode::NoMedia:
+        return "(no media)";
     }
     return "(bad request)";
 }

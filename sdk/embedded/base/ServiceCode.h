@@ -17,7 +17,11 @@ enum class ServiceCode : int {
     GroupNotEmpty = 9,
     DeviceOffline = 10,
     TryLater = 11,
-    StoreError = 20
+    StoreError = 20,
+    CameraPassword = 25,
+    CameraClock = 26,
+    CameraFault = 27,
+    NoMedia = 28
 };
 
 /// The "errcode" text of a code, such as "(not login)"; empty for `Done`.

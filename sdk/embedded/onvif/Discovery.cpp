@@ -24,6 +24,7 @@ using asio::ip::udp;
 using std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds lookUpEvery{50};
+constexpr int receiveBuffer = 1 << 20;
 constexpr std::size_t largestDatagram = 65536;
 constexpr std::size_t mostDatagrams = 2000;
 constexpr std::size_t mostCameras = 256;
@@ -41,6 +42,9 @@ public:
                            !socket_.set_option(asio::ip::multicast::outbound_interface(address), error) &&
                            !socket_.set_option(asio::ip::multicast::hops(1), error) &&
                            !socket_.set_option(asio::ip::multicast::enable_loopback(true), error);
+        // Answers come all at once, and whoever fills a small buffer would silence the others. The system may allow
+        // less.
+        socket_.set_option(udp::socket::receive_buffer_size(receiveBuffer), error);
         if (ready)
             listen();
     }

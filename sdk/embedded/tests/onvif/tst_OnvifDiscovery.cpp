@@ -19,11 +19,12 @@ private slots:
 
 namespace {
 
-DiscoveryOptions optionsFor(int port, std::chrono::milliseconds round) {
+DiscoveryOptions optionsFor(int port, std::chrono::milliseconds round, int rounds) {
     DiscoveryOptions options;
     options.port = static_cast<std::uint16_t>(port);
     options.loopbackOnly = true;
     options.round = round;
+    options.rounds = rounds;
     return options;
 }
 
@@ -33,7 +34,7 @@ void tst_OnvifDiscovery::found() {
     const OnvifDevice first;
     const OnvifDevice second({}, {"--discovery-port", QString::number(first.searchPort()), "--uuid", "0-SECOND"});
     QCOMPARE(second.searchPort(), first.searchPort());
-    const auto cameras = discover(optionsFor(first.searchPort(), std::chrono::minutes(1)),
+    const auto cameras = discover(optionsFor(first.searchPort(), std::chrono::seconds(2), 30),
                                   [](const std::vector<FoundCamera>& sofar) { return sofar.size() >= 2; });
     QCOMPARE(cameras.size(), std::size_t{2});
     QCOMPARE(cameras[0].uuid, std::string("0-second"));
@@ -49,12 +50,12 @@ void tst_OnvifDiscovery::found() {
 
 void tst_OnvifDiscovery::nobody() {
     const OnvifDevice device({"no-relates"});
-    const auto cameras = discover(optionsFor(device.searchPort(), std::chrono::milliseconds(300)), nullptr);
+    const auto cameras = discover(optionsFor(device.searchPort(), std::chrono::milliseconds(300), 1), nullptr);
     QVERIFY(cameras.empty());
 }
 
 void tst_OnvifDiscovery::off() {
-    QVERIFY(discover(optionsFor(0, std::chrono::hours(1)), nullptr).empty());
+    QVERIFY(discover(optionsFor(0, std::chrono::hours(1), 2), nullptr).empty());
 }
 
 QTEST_GUILESS_MAIN(tst_OnvifDiscovery)
