@@ -28,7 +28,10 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
     openStore(options, device::loadServiceConfig(root_));
     accounts_.load();
-    hub_ = options.makeHub(hubOptions());
+    media::HubOptions hub = hubOptions();
+    finder_ = std::make_unique<CameraFinder>(
+        CameraFinder::Parts{requests_, found_, network_, stopping_, options.discovery, hub.socketDelegate});
+    hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
 }
@@ -222,6 +225,7 @@ void Engine::stop() {
     messages_.finish(true);
     hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
+    network_.finish(true); // what is under way there looks at `stopping_`
     hub_.reset();
     database_.close();
     channel_.install(nullptr);

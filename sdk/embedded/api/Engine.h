@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/CallbackKeeper.h"
+#include "api/CameraFinder.h"
 #include "api/ClientChannel.h"
 #include "api/Request.h"
 #include "api/StoreWatch.h"
@@ -10,9 +11,11 @@
 #include "base/Clock.h"
 #include "base/JsonText.h"
 #include "device/DeviceRequests.h"
+#include "device/FoundCameras.h"
 #include "device/NetworkCameras.h"
 #include "device/ServiceConfig.h"
 #include "ipncsdk/ZELIPNCSDK.h"
+#include "onvif/Discovery.h"
 #include "service/AccountService.h"
 #include "service/Documents.h"
 #include "service/Outbox.h"
@@ -37,6 +40,7 @@ struct RuntimeOptions {
     HubFactory makeHub;
     service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
+    onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -98,6 +102,7 @@ private:
     void deviceRequest(const RequestPointer& request, const Json& message);
     void serverRequest(const RequestPointer& request, const Json& message);
     void videoRequest(const RequestPointer& request, const Json& message);
+    void cameraRequest(const RequestPointer& request, const Json& message);
     void previewRequest(const RequestPointer& request, const Json& message);
     void unknownRequest(const RequestPointer& request, const Json& message);
 
@@ -125,13 +130,16 @@ private:
     store::StoreKey key_; ///< set at start-up, then read only
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
-    service::Documents documents_{database_, cameras_, accounts_};
+    device::FoundCameras found_;
+    service::Documents documents_{database_, cameras_, found_, accounts_};
     device::DeviceRequests devices_{database_, cameras_};
     std::unique_ptr<VideoHub> hub_;
     std::unique_ptr<service::Outbox> outbox_;
     Worker service_{1};
     Worker pictures_{2};
     Worker messages_{2}; ///< waits for the gateway
+    Worker network_{2};
+    std::unique_ptr<CameraFinder> finder_;
     std::unique_ptr<VideoService> video_;
     std::unique_ptr<StoreWatch> watch_;
 };

@@ -65,7 +65,12 @@ void Engine::freshListCommand(const RequestPointer& request, const Json& /*messa
 
 void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*message*/) {
     request->respond(resultText("freshlocal", ServiceCode::Done));
-    tell({{"type", "freshlocal"}, {"freshlocal", documents_.localDevices()}});
+    const auto tellAll = [this] {
+        tell({{"type", "freshlocal"}, {"freshlocal", documents_.localDevices()}});
+    };
+    // What is known comes at once; what the network adds, as it answers.
+    tellAll();
+    finder_->search(tellAll);
 }
 
 void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {

@@ -18,9 +18,9 @@ std::string echo(const std::optional<std::string>& name) {
 
 const std::vector<Engine::Route>& Engine::families() {
     static const std::vector<Route> routes = {
-        {"urlreq", &Engine::accountRequest},   {"p2pmsg", &Engine::deviceRequest},
-        {"serverreq", &Engine::serverRequest}, {"preview", &Engine::previewRequest},
-        {nullptr, &Engine::unknownRequest},
+        {"urlreq", &Engine::accountRequest},    {"p2pmsg", &Engine::deviceRequest},
+        {"serverreq", &Engine::serverRequest},  {"preview", &Engine::previewRequest},
+        {"onvifprobe", &Engine::cameraRequest}, {nullptr, &Engine::unknownRequest},
     };
     return routes;
 }
@@ -93,6 +93,12 @@ void Engine::videoRequest(const RequestPointer& request, const Json& message) {
     lookAround();
     if (!stopping_)
         video_->open(request, message);
+}
+
+void Engine::cameraRequest(const RequestPointer& request, const Json& message) {
+    if (!accounts_.session().current())
+        return respond(request, responseText("onvifprobe", request->id(), ServiceCode::NotSignedIn));
+    finder_->probe(request, message);
 }
 
 void Engine::previewRequest(const RequestPointer& request, const Json& message) {

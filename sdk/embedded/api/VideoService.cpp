@@ -27,6 +27,7 @@ constexpr std::int64_t leastPreviewWidth = 16;
 constexpr std::int64_t mostPreviewWidth = 1920;
 constexpr std::int64_t usualPreviewWidth = 320;
 constexpr std::size_t longestPath = 4096;
+constexpr std::size_t longestCredential = 256;
 constexpr std::int64_t usualTalkRate = 8000;
 constexpr std::int64_t usualTalkChannels = 1;
 
@@ -184,12 +185,13 @@ void VideoService::preview(const std::shared_ptr<Request>& request, const Json& 
         request->respond(toText(response));
         parts_.requests.take(request->id());
     };
-    const auto ipncid = textAt(message, "ipncid");
+    const bool atAddress = memberAt(message, "ipncid") == nullptr && memberAt(message, "url") != nullptr;
+    const auto ipncid = atAddress ? std::string() : textAt(message, "ipncid");
     const bool sized = memberAt(message, "width") != nullptr;
     const auto width = sized ? integerAt(message, "width") : usualPreviewWidth;
     if (!ipncid || !width || *width < leastPreviewWidth || *width > mostPreviewWidth)
         return finish(ipncid.value_or(""), StreamError::BadRequest, {});
-    Found found = lookUp(*ipncid, {device::Right::Video}, false);
+    Found found = atAddress ? streamAt(message) : lookUp(*ipncid, {device::Right::Video}, false);
     if (const auto* reason = std::get_if<StreamError>(&found))
         return finish(*ipncid, *reason, {});
     parts_.pictures.post([this, request, finish, ipncid = *ipncid, pixels = static_cast<int>(*width),
@@ -352,6 +354,23 @@ VideoService::Found VideoService::streamFor(const media::Subscription& wishes, b
         stream->openTimeout = wishes.openTimeout;
     }
     return found;
+}
+
+VideoService::Found VideoService::streamAt(const Json& message) const {
+    if (!parts_.session.current())
+        return StreamError::NotSignedIn;
+    const auto optionalText = [&message](const char* key) {
+        auto text = memberAt(message, key) == nullptr ? std::string() : textAt(message, key);
+        return text && isPlainText(*text, longestCredential) ? text : std::nullopt;
+    };
+    const auto url = textAt(message, "url");
+    const auto user = optionalText("user");
+    const auto password = optionalText("password");
+    if (!url || !user || !password || !device::parseRtspAddress(*url))
+        return StreamError::BadRequest;
+    media::Subscription subscription;
+    subscription.source = media::RtspSource{*url, *user, *password};
+    return subscription;
 }
 
 VideoService::Found VideoService::lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights,

@@ -66,6 +66,8 @@ private:
     /// Why the account may not watch a device that it watches; `None` when it may.
     media::StreamError refusalOf(soci::session& sql, store::AccountId account, const media::Subscription& wishes);
     void close(const std::shared_ptr<Request>& request, media::StreamError reason);
+    /// The stream of an address that need not belong to a device yet.
+    Found streamAt(const Json& message) const;
     Found lookUp(const std::string& ipncid, std::initializer_list<device::Right> rights, bool mainStream);
     void refuse(Request& request, media::StreamError reason);
     static void refuseChange(Request& request);

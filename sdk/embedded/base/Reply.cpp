@@ -7,12 +7,10 @@ std::string responseText(const char* family, int requestId, const Reply& reply, 
     message["type"] = family;
     message["reqid"] = requestId;
     message["retcode"] = static_cast<int>(reply.code);
-    if (reply.code == ServiceCode::Done) {
-        message["resp"] = reply.content;
-        message["resp"]["state"] = "ok";
-    } else {
-        message["resp"] = {{"state", "error"}, {"errcode", errorText(reply.code)}};
-    }
+    Json& content = message["resp"] = reply.content;
+    content["state"] = reply.code == ServiceCode::Done ? "ok" : "error";
+    if (reply.code != ServiceCode::Done)
+        content["errcode"] = errorText(reply.code);
     return toText(message);
 }
 

@@ -8,7 +8,7 @@
 
 namespace ipncsdk {
 
-/// What a request came to: a code, and for `Done` what the response's "resp" object holds besides "state".
+/// What a request came to: a code, and what the response's "resp" object holds besides "state" and "errcode".
 struct Reply {
     ServiceCode code = ServiceCode::Done;
     Json content = Json::object();

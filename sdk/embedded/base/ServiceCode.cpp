@@ -56,6 +56,14 @@ const char* errorText(ServiceCode code) {
         return "(word error)";
     case ServiceCode::NotFound:
         return "(http 404)";
+    case ServiceCode::CameraPassword:
+        return "(camera password)";
+    case ServiceCode::CameraClock:
+        return "(camera clock)";
+    case ServiceCode::CameraFault:
+        return "(onvif fault)";
+    case ServiceCode::NoMedia:
+        return "(no media)";
     }
     return "(bad request)";
 }

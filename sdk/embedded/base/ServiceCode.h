@@ -30,6 +30,10 @@ enum class ServiceCode : int {
     MessageLimit = 22,
     FriendSelf = 23,
     WordWrong = 24,
+    CameraPassword = 25,
+    CameraClock = 26,
+    CameraFault = 27,
+    NoMedia = 28,
     NotFound = 404
 };
 

@@ -39,9 +39,11 @@ Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCamera
 
 } // namespace
 
-Documents::Documents(store::Database& database, const device::NetworkCameras& cameras, const AccountService& accounts)
+Documents::Documents(store::Database& database, const device::NetworkCameras& cameras,
+                     const device::FoundCameras& found, const AccountService& accounts)
     : database_(database)
     , cameras_(cameras)
+    , found_(found)
     , accounts_(accounts) {}
 
 bool Documents::isKnown(std::string_view name) {
@@ -63,7 +65,7 @@ std::optional<Json> Documents::make(std::string_view name) const {
 }
 
 Json Documents::localDevices() const {
-    Json devices = Json::object();
+    Json devices = found_.localDevices(cameras_);
     for (const auto& [id, camera] : cameras_.all()) {
         const auto address = device::parseRtspAddress(camera.mainUrl);
         if (!address)
@@ -72,7 +74,11 @@ Json Documents::localDevices() const {
                        {"name", camera.name},
                        {"type", "video"},
                        {"ip", address->host},
-                       {"url", address->withoutPassword}};
+                       {"url", address->withoutPassword},
+                       {"mac", ""},
+                       {"added", true},
+                       {"onvif", false},
+                       {"model", "RTSP"}};
     }
     return devices;
 }

@@ -56,10 +56,10 @@ void Received::clear() {
     messages_.clear();
 }
 
-TestSdk::TestSdk(api::HubFactory makeHub)
-    : runtime(options(std::move(makeHub))) {}
+TestSdk::TestSdk(api::HubFactory makeHub, int searchPort)
+    : runtime(options(std::move(makeHub), searchPort)) {}
 
-api::RuntimeOptions TestSdk::options(api::HubFactory makeHub) const {
+api::RuntimeOptions TestSdk::options(api::HubFactory makeHub, int searchPort) const {
     api::RuntimeOptions options;
     options.root = folder.path().toStdString();
     options.clock = clock;
@@ -70,6 +70,8 @@ api::RuntimeOptions TestSdk::options(api::HubFactory makeHub) const {
         options.makeHub = std::move(makeHub);
     options.passwordCost = service::PasswordHasher::least();
     options.storeTimeout = std::chrono::seconds(1);
+    options.discovery.port = static_cast<std::uint16_t>(searchPort);
+    options.discovery.loopbackOnly = true;
     return options;
 }
 

@@ -53,7 +53,8 @@ private:
 /// An SDK on a temporary folder, with a fake hub (unless a test brings another one) and a clock that stands.
 class TestSdk final {
 public:
-    explicit TestSdk(api::HubFactory makeHub = nullptr);
+    /// `searchPort`: where network cameras are searched for on the loopback; 0: nowhere.
+    explicit TestSdk(api::HubFactory makeHub = nullptr, int searchPort = 0);
 
     /// Starts and installs a client callback that keeps the messages in `client`.
     emReturnValue start();
@@ -96,7 +97,7 @@ public:
     api::Runtime runtime;
 
 private:
-    api::RuntimeOptions options(api::HubFactory makeHub) const;
+    api::RuntimeOptions options(api::HubFactory makeHub, int searchPort) const;
 };
 
 int codeOf(const Json& response);
