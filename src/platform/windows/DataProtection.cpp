@@ -1,19 +1,18 @@
 #include "platform/DataProtection.h"
 
-#include <wincrypt.h>
 #include <windows.h>
 
 namespace corvanta::platform {
 
 namespace {
 
-using Call = BOOL(DATA_BLOB& in, DATA_BLOB& out);
+using Operation = BOOL (*)(DATA_BLOB& in, DATA_BLOB& out);
 
-std::optional<std::string> through(Call* call, const std::string& bytes) {
+std::optional<std::string> through(Operation operation, const std::string& bytes) {
     std::string copy = bytes; // the system takes no constant
     DATA_BLOB in{static_cast<DWORD>(copy.size()), reinterpret_cast<BYTE*>(copy.data())};
     DATA_BLOB out{};
-    if (call(in, out) == 0) {
+    if (operation(in, out) == 0) {
         return std::nullopt;
     }
     std::string result(reinterpret_cast<const char*>(out.pbData), out.cbData);
