@@ -9,10 +9,11 @@ corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libqt5svg5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libcurl4-openssl-dev libpugixml-dev
+    qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
 )
-corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri)
+corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
     sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi

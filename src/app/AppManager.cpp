@@ -1,6 +1,7 @@
 #include "app/AppManager.h"
 
 #include "account/AccountFlags.h"
+#include "account/PasswordVault.h"
 #include "base/AppUi.h"
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
@@ -78,6 +79,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     , settings_(paths.settingsFile())
     , poll_(settings_)
     , accountFlags_(std::make_unique<AccountFlags>(paths.accountFile()))
+    , vault_(std::make_unique<PasswordVault>(paths.vaultFile(), systemKeyStore()))
     , storage_(storageOf(settings_, queue_))
     , gateway_(sdk, queue_)
     , clientCallback_(settings_, *storage_, queue_, *this) {
@@ -147,7 +149,8 @@ void AppManager::prepareStorage() {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_, *this, *accountFlags_, paths_, ui_, poll_, *database_, *database_};
+    return {gateway_, settings_, devices_,   *this,      *accountFlags_, paths_,
+            ui_,      poll_,     *database_, *database_, *vault_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
@@ -252,8 +255,10 @@ void AppManager::localListReady(const QVariantMap& devices) {
     emit sig_freshlocal(devices);
 }
 
-void AppManager::signedOut() {
+void AppManager::signedOut(const QString& reason) {
     emit sig_logout();
+    if (!reason.isEmpty())
+        emit sig_logoutReason(reason);
 }
 
 void AppManager::sensorValues(const QString& time, const QVariantList& values) {
@@ -271,6 +276,10 @@ void AppManager::sdkCrashed() {
 
 void AppManager::notice(const QString& text) {
     emit sig_MessageBar(text);
+}
+
+void AppManager::textMessage(const QVariantMap& message) {
+    emit sig_sms(message);
 }
 
 void AppManager::connectionMade(TcpSocketManage* connection) {

@@ -17,6 +17,7 @@
 
 class AccountFlags;
 class AppUi;
+class PasswordVault;
 class RecordingStorage;
 class RepairThread;
 class SqlHelp;
@@ -84,11 +85,12 @@ private:
 
     void listReady() override;
     void localListReady(const QVariantMap& devices) override;
-    void signedOut() override;
+    void signedOut(const QString& reason) override;
     void sensorValues(const QString& time, const QVariantList& values) override;
     void alarm(const QVariantMap& message) override;
     void sdkCrashed() override;
     void notice(const QString& text) override;
+    void textMessage(const QVariantMap& message) override;
     void connectionMade(TcpSocketManage* connection) override;
     void connectionClosed(TcpSocketManage* connection) override;
 
@@ -98,6 +100,7 @@ private:
     Settings settings_;
     ScreenPoll poll_;
     std::unique_ptr<AccountFlags> accountFlags_;
+    std::unique_ptr<PasswordVault> vault_;
     std::unique_ptr<SqlHelp> database_; ///< opened by the constructor
     TaskQueue queue_; ///< from SDK threads to here; outlives the storage, the gateway and the callback
     std::unique_ptr<RecordingStorage> storage_;

@@ -30,6 +30,7 @@ constexpr std::array Types{
     TypeName{"sdkcrash", ClientCallback::Kind::SdkCrash},
     TypeName{"getsocketdelegate", ClientCallback::Kind::GetSocketDelegate},
     TypeName{"servicenotice", ClientCallback::Kind::ServiceNotice},
+    TypeName{"sms", ClientCallback::Kind::Sms},
 };
 
 QString textAt(const QVariantMap& map, const char* key) {
@@ -115,7 +116,7 @@ void ClientCallback::handle(Kind kind, const QVariantMap& message) const {
         events_.localListReady(message.value(QStringLiteral("freshlocal")).toMap());
         break;
     case Kind::Logout:
-        events_.signedOut();
+        events_.signedOut(textAt(message, "reason"));
         break;
     case Kind::SensorDataUpdate:
         events_.sensorValues(textAt(message, "updatetime"),
@@ -129,6 +130,9 @@ void ClientCallback::handle(Kind kind, const QVariantMap& message) const {
         break;
     case Kind::ServiceNotice:
         events_.notice(textAt(message, "text"));
+        break;
+    case Kind::Sms:
+        events_.textMessage(message);
         break;
     default: // answered where it arrived
         break;

@@ -23,11 +23,13 @@ public:
 
     virtual void listReady() = 0;
     virtual void localListReady(const QVariantMap& devices) = 0;
-    virtual void signedOut() = 0;
+    /// `reason` is empty when the service gives none.
+    virtual void signedOut(const QString& reason) = 0;
     virtual void sensorValues(const QString& time, const QVariantList& values) = 0;
     virtual void alarm(const QVariantMap& message) = 0;
     virtual void sdkCrashed() = 0;
     virtual void notice(const QString& text) = 0;
+    virtual void textMessage(const QVariantMap& message) = 0;
     /// Takes over a connection that was made for the SDK.
     virtual void connectionMade(TcpSocketManage* connection) = 0;
     /// The SDK is done with it.
@@ -56,6 +58,7 @@ public:
         SdkCrash,
         GetSocketDelegate,
         ServiceNotice,
+        Sms,
         Unknown
     };
     static Kind kindOf(const QString& type);

@@ -6,6 +6,7 @@ class AppPaths;
 class AppUi;
 class DeviceModel;
 class OperationLog;
+class PasswordVault;
 class ScreenPoll;
 class SdkGateway;
 class Settings;
@@ -23,4 +24,5 @@ struct AppContext {
     ScreenPoll& poll;
     OperationLog& operationLog; ///< where dialogs write down what their user did
     SqlHelp& database;
+    PasswordVault& vault; ///< protects what is remembered
 };

@@ -75,4 +75,8 @@ signals:
 
     /// An operation and its value for the main window, which passes it on as its own `sigDeal`.
     void sig_deal(QString operation, QVariant value);
+    /// A text message that no gateway has taken, for the user to read: "phonenumber", "text", "time".
+    void sig_sms(QVariantMap message);
+    /// The service has ended the sign-in and says why ("password", "unbind"); comes after `sig_logout`.
+    void sig_logoutReason(QString reason);
 };

@@ -16,6 +16,8 @@ public:
     const QString& root() const { return root_; }
     QString settingsFile() const { return root_ + QStringLiteral("/config/set.json"); }
     QString accountFile() const { return root_ + QStringLiteral("/config/account.json"); }
+    /// The key that protects the remembered password where the system does not.
+    QString vaultFile() const { return root_ + QStringLiteral("/config/vault.key"); }
     QString databaseFile() const { return root_ + QStringLiteral("/dataBase.db"); }
     /// The folders of the account's data; all end with a slash.
     QString workspaces() const { return root_ + QStringLiteral("/workspaces/"); }

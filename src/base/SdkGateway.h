@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QVariantMap>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -59,6 +60,10 @@ public:
     /// The phone number of the signed-in account.
     QString phoneId();
 
+    /// How long a reply is waited for before the user is told that none came.
+    std::chrono::milliseconds patience() const { return patience_; }
+    void setPatience(std::chrono::milliseconds patience) { patience_ = patience; }
+
     /// Lets no response through any more; returns when none is inside.
     void shutdown();
 
@@ -67,5 +72,6 @@ private:
 
     ipncsdk::ZELIPNCSDK& sdk_;
     TaskQueue& queue_;
+    std::chrono::milliseconds patience_{15000};
     std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
 };

@@ -65,9 +65,9 @@ QString logStatement(int type, bool allTime, const QString& part) {
     }
 }
 
-/// Executes a prepared insert with `values`; a statement that could not be prepared does nothing. What comes of it
+/// Executes a prepared statement with `values`; a statement that could not be prepared does nothing. What comes of it
 /// is told to nobody, as of every write.
-bool insert(QSqlQuery& query, const QString& statement, const QVariantList& values) {
+bool execute(QSqlQuery& query, const QString& statement, const QVariantList& values) {
     if (!query.prepare(statement))
         return false;
     for (const QVariant& value : values)
@@ -143,10 +143,10 @@ void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, cons
     query.finish();
     if (!known && !query.exec(QStringLiteral("alter table fireLogs add column alarmMap varchar")))
         return;
-    insert(query,
-           QStringLiteral("insert into fireLogs(fireDev, startDate, type, context,alarmMap) values(?, ?, ?, ?, "
-                          "?)"),
-           {fireDev, startDate, type, context, alarmMap});
+    execute(query,
+            QStringLiteral("insert into fireLogs(fireDev, startDate, type, context,alarmMap) values(?, ?, ?, ?, "
+                           "?)"),
+            {fireDev, startDate, type, context, alarmMap});
 }
 
 void SqlHelp::addLoginLog(const QString& loginUser, const QVariant& loginDate, const QVariant& logoutDate) {
@@ -156,19 +156,19 @@ void SqlHelp::addLoginLog(const QString& loginUser, const QVariant& loginDate, c
         return isTime ? time : QVariant(QLatin1String(""));
     };
     QSqlQuery query;
-    insert(query,
-           QStringLiteral("insert into loginLogs(loginUser, loginDate, logoutDate,startDate) values(?, ?, ?, "
-                          "?)"),
-           {loginUser, given(loginDate), given(logoutDate), QDateTime::currentDateTime()});
+    execute(query,
+            QStringLiteral("insert into loginLogs(loginUser, loginDate, logoutDate,startDate) values(?, ?, ?, "
+                           "?)"),
+            {loginUser, given(loginDate), given(logoutDate), QDateTime::currentDateTime()});
 }
 
 void SqlHelp::addOperateLog(const QString& user, const QVariant& startDate, const QString& type,
                             const QString& context, const QString& context1) {
     QSqlQuery query;
-    insert(query,
-           QStringLiteral("insert into operatelogs(user, startDate, type, context, context1) values(?, ?, ?, "
-                          "?, ?)"),
-           {user, startDate, type, context, context1});
+    execute(query,
+            QStringLiteral("insert into operatelogs(user, startDate, type, context, context1) values(?, ?, ?, "
+                           "?, ?)"),
+            {user, startDate, type, context, context1});
 }
 
 void SqlHelp::addInputData(int chartIndex, const QString& datavalue) {
@@ -193,8 +193,8 @@ void SqlHelp::clearInputDatas() {
 
 void SqlHelp::addElectronMap(int mapindex, const QString& mappid, const QString& mapname) {
     QSqlQuery query;
-    insert(query, QStringLiteral("insert into electronmaps(mapindex, mappid, mapname) values(?, ?, ?)"),
-           {mapindex, mappid, mapname});
+    execute(query, QStringLiteral("insert into electronmaps(mapindex, mappid, mapname) values(?, ?, ?)"),
+            {mapindex, mappid, mapname});
 }
 
 SqlHelp::ElectronMap SqlHelp::getElectronMap(int mapindex) {
@@ -209,13 +209,34 @@ void SqlHelp::clearElectronMaps() {
 void SqlHelp::savePhoneAndPassword(const QString& phonenumber, const QString& password) {
     QSqlQuery query;
     query.exec(QStringLiteral("delete from phonenumberAndpassword")); // at most one sign-in is remembered
-    insert(query, QStringLiteral("insert into phonenumberAndpassword(phonenumber, password) values(?, ?)"),
-           {phonenumber, password});
+    execute(query, QStringLiteral("insert into phonenumberAndpassword(phonenumber, password) values(?, ?)"),
+            {phonenumber, password});
 }
 
 SqlHelp::PhoneAndPassword SqlHelp::getPhoneAndPassword() {
     const QSqlRecord row = firstRow(QStringLiteral("select * from phonenumberAndpassword"));
     return {textOf(row, "phonenumber"), textOf(row, "password")};
+}
+
+QList<SqlHelp::PhoneAndPassword> SqlHelp::phonesAndPasswords() {
+    QList<PhoneAndPassword> rows;
+    QSqlQuery query;
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("select * from phonenumberAndpassword"));
+    while (query.next())
+        rows += {textOf(query.record(), "phonenumber"), textOf(query.record(), "password")};
+    return rows;
+}
+
+void SqlHelp::replacePassword(const QString& phonenumber, const QString& password) {
+    QSqlQuery query;
+    execute(query, QStringLiteral("update phonenumberAndpassword set password=? where phonenumber=?"),
+            {password, phonenumber});
+}
+
+void SqlHelp::forgetPhone(const QString& phonenumber) {
+    QSqlQuery query;
+    execute(query, QStringLiteral("delete from phonenumberAndpassword where phonenumber=?"), {phonenumber});
 }
 
 QList<QStringList> SqlHelp::queryLogs(int type, const QDateTime& start, const QDateTime& end, bool allTime, int limit,

@@ -55,6 +55,11 @@ public:
     /// The remembered sign-in: at most one.
     void savePhoneAndPassword(const QString& phonenumber, const QString& password);
     PhoneAndPassword getPhoneAndPassword();
+    /// All rows: files of other programs may hold several.
+    QList<PhoneAndPassword> phonesAndPasswords();
+    /// Another text for the password of a number that is remembered; nothing happens for others.
+    void replacePassword(const QString& phonenumber, const QString& password);
+    void forgetPhone(const QString& phonenumber);
 
     /// All rows of a log as texts, in the order of their ids; date-times as "yyyy-MM-dd hh:mm:ss". With `allTime`
     /// clear only those between `start` and `end`, both excluded. A limit and an offset other than -1 ask for a part.

@@ -22,6 +22,7 @@ protected:
     static const inline QString Number = QStringLiteral("13800138000");
     static const inline QString Password = QStringLiteral("corvanta-8000");
     static const inline QString SignIn = QStringLiteral("登录");
+    static const inline QString Account = QStringLiteral("账号");
     static const inline QString SignOut = QStringLiteral("退出登录");
     static const inline QString Settings = QStringLiteral("软件设置");
     static const inline QString Tip = QStringLiteral("提示");

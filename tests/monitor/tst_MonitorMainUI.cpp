@@ -11,6 +11,7 @@
 #include "video/ui/ItemVideo.h"
 
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QToolButton>
 #include <QtTest>
@@ -177,6 +178,10 @@ void tst_MonitorMainUI::signOutStopsEverything() {
     report(id, R"("type":"avopen","avparam":{})");
     QTRY_COMPARE(tile(0).requestId(), id);
     QTest::mouseClick(window_->findChild<QToolButton*>(QStringLiteral("accountButton")), Qt::LeftButton);
+    auto* const menu = window_->findChild<QMenu*>(QStringLiteral("accountMenu"));
+    QVERIFY(menu->isVisible());
+    menu->findChild<QAction*>(QStringLiteral("accountSignOut"))->trigger();
+    menu->hide();
     QCOMPARE(sdk_.stopped(), std::vector<int>{id});
     QCOMPARE(corvanta::json::parseObject(sdk_.configs().back()).value(QStringLiteral("type")).toString(),
              QStringLiteral("logout"));

@@ -4,48 +4,87 @@
 #include "base/ServerErrors.h"
 
 #include <QCoreApplication>
+#include <QDebug>
+#include <QObject>
 #include <QTimer>
 
 #include <memory>
+#include <set>
+#include <utility>
 
 namespace corvanta {
 namespace {
 
-/// One operation on its way; whichever comes first, reply or time-out, takes the reaction.
+/// The requests of a receiver that wait for their replies; its child, so gone with it.
+class Waiting final : public QObject {
+public:
+    static Waiting& of(QObject* receiver) {
+        for (QObject* const child : receiver->children()) {
+            if (auto* const known = dynamic_cast<Waiting*>(child))
+                return *known;
+        }
+        return *new Waiting(receiver); // the receiver owns it
+    }
+
+    std::set<std::string> texts;
+
+private:
+    explicit Waiting(QObject* receiver)
+        : QObject(receiver) {}
+};
+
+/// One operation on its way; whichever comes first, reply or time-out, takes the reaction. Called while the receiver
+/// lives.
 struct Pending {
     Reaction reaction;
+    QObject* receiver;
+    std::string json;
     bool answered = false;
 
-    void fail(const QString& text) {
+    bool begin() { return Waiting::of(receiver).texts.insert(json).second; }
+    bool end() {
         if (std::exchange(answered, true))
-            return;
-        if (reaction.failed)
+            return false;
+        Waiting::of(receiver).texts.erase(json);
+        return true;
+    }
+    void fail(const QString& text) {
+        if (end() && reaction.failed)
             reaction.failed(text);
     }
     void reply(const QVariantMap& map) {
-        if (!serverErrors::isSuccess(map)) {
-            fail(serverErrors::textOfReply(map));
+        if (!end())
             return;
+        if (serverErrors::isSuccess(map)) {
+            if (reaction.done)
+                reaction.done(map);
+        } else if (reaction.refused) {
+            reaction.refused(serverErrors::codeOf(map), serverErrors::textOfReply(map));
+        } else if (reaction.failed) {
+            reaction.failed(serverErrors::textOfReply(map));
         }
-        if (!std::exchange(answered, true) && reaction.done)
-            reaction.done(map);
     }
 };
 
 } // namespace
 
-void sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction) {
-    auto pending = std::make_shared<Pending>(Pending{std::move(reaction)});
+bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction) {
+    auto pending = std::make_shared<Pending>(Pending{std::move(reaction), receiver, json});
+    if (!pending->begin()) {
+        qDebug() << "a request that waits for its reply is not sent twice";
+        return false;
+    }
     const int requestId =
         gateway.request(json, receiver, [pending](const QVariantMap& reply) { pending->reply(reply); });
     if (requestId <= 0) {
         QTimer::singleShot(
             0, receiver, [pending] { pending->fail(QCoreApplication::translate("SendAndReact", "请求发送失败!")); });
-        return;
+        return true;
     }
-    QTimer::singleShot(pending->reaction.timeoutMs, receiver, [pending] {
+    QTimer::singleShot(gateway.patience(), receiver, [pending] {
         pending->fail(QCoreApplication::translate("SendAndReact", "服务器没有响应，请稍后再试!"));
     });
+    return true;
 }
 
 } // namespace corvanta

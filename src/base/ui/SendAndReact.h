@@ -15,11 +15,13 @@ namespace corvanta {
 struct Reaction {
     std::function<void(const QVariantMap& reply)> done; ///< the service says that it succeeded
     std::function<void(const QString& text)> failed;    ///< a text for the user says why not
-    int timeoutMs = 15000;                              ///< how long the service may take
+    /// Of a refusal by the service, in place of `failed`: its code ("(not login)") and the text for the user.
+    std::function<void(const QString& code, const QString& text)> refused = {};
 };
 
-/// Sends `json` and reacts once: to the reply, or with a text when none comes in time or it could not be sent.
-/// Nothing is called after `receiver` is gone. GUI thread.
-void sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction);
+/// Sends `json` and reacts once: to the reply, or with a text when none comes within the gateway's patience or it
+/// could not be sent. A request that waits for its reply is not sent a second time for the same receiver, whatever
+/// was clicked twice: false then, and nothing will be called. Nothing is called after `receiver` is gone. GUI thread.
+bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction);
 
 } // namespace corvanta

@@ -24,16 +24,43 @@ void TipDialog::addText(const QString& text) {
     body()->addWidget(label, 1);
 }
 
-bool TipDialog::ask(const QString& title, const QString& text, bool destructive, QWidget* parent) {
-    TipDialog dialog(title, text, parent);
-    auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("tipOk"));
-    auto* cancel = dialog.addButton(tr("取消"), QStringLiteral("tipCancel"), destructive);
+QString TipDialog::text() const {
+    return findChild<QLabel*>(QStringLiteral("tipText"))->text();
+}
+
+void TipDialog::addReject(const QString& text, bool destructive) {
+    auto* const ok = findChild<QPushButton*>(QStringLiteral("tipOk"));
+    auto* const cancel = addButton(text, QStringLiteral("tipCancel"), destructive);
     if (destructive) {
         ok->setDefault(false);
         ok->setAutoDefault(false);
         ok->setProperty("primary", false);
         cancel->setFocus();
     }
-    connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+bool TipDialog::ask(const QString& title, const QString& text, bool destructive, QWidget* parent) {
+    TipDialog dialog(title, text, parent);
+    dialog.addReject(tr("取消"), destructive);
     return dialog.exec() == QDialog::Accepted;
+}
+
+void TipDialog::tell(const QString& title, const QString& text, QWidget* parent) {
+    auto* const dialog = new TipDialog(title, text, parent); // deletes itself
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+void TipDialog::offer(const Question& question, QWidget* parent, Answers answers) {
+    auto* const dialog = new TipDialog(question.title, question.text, parent); // deletes itself
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const ok = dialog->findChild<QPushButton*>(QStringLiteral("tipOk"));
+    ok->setText(question.accept);
+    ok->setAccessibleName(question.accept);
+    dialog->addReject(question.reject, question.destructive);
+    connect(dialog, &QDialog::accepted, parent, std::move(answers.accepted));
+    if (answers.rejected)
+        connect(dialog, &QDialog::rejected, parent, std::move(answers.rejected));
+    dialog->open();
 }

@@ -383,6 +383,10 @@ void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
     add("groupDown", tr("下移"), isReal && dragEnabled() && hasNext,
         [this, id, row] { emit sigMoveGroup(id, row + 1); });
     menu.addSeparator();
+    add("groupNew", tr("新增分组"), dragEnabled(), [this] { emit sigEditGroup(QString()); });
+    add("groupRename", tr("编辑分组"), isReal, [this, id] { emit sigEditGroup(id); });
+    add("groupManage", tr("分组管理"), true, [this] { emit sigManageGroups(); });
+    menu.addSeparator();
     add("expandAll", tr("全部展开"), true, [this] { expandAll(); });
     add("collapseAll", tr("全部收起"), true, [this] { collapseAll(); });
     menu.exec(place);

@@ -51,6 +51,10 @@ signals:
     void sigRecordGroup(QString groupId, bool record);
     /// The group's devices are to have the first tiles.
     void sigDefaultGroup(QString groupId);
+    /// A group is to get another name; with an empty id a new one is to be made.
+    void sigEditGroup(QString groupId);
+    /// The list of groups is to be shown.
+    void sigManageGroups();
     /// A device is to stand at a place of a group, counted from 0 in the list as it will be then.
     void sigMoveDevice(QString ipncid, QString groupId, int index);
     void sigMoveGroup(QString groupId, int index);

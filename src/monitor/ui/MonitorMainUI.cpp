@@ -5,7 +5,6 @@
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/ListRefresh.h"
-#include "base/OperationLog.h"
 #include "base/RequestBuilder.h"
 #include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
@@ -17,6 +16,7 @@
 #include "monitor/Archive.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
+#include "monitor/ui/AccountControl.h"
 #include "monitor/ui/AudioControl.h"
 #include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
@@ -32,6 +32,7 @@
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
+#include "monitor/ui/settings/SettingsLog.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
 #include "storage/ui/StoredFilesPage.h"
@@ -58,6 +59,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     setObjectName(QStringLiteral("MonitorMainUI"));
     setAccessibleName(tr("主窗口"));
     build();
+    account_ = new AccountControl(context_, *topBar_, *this);
     live_ = new LiveVideo(context_, *grid_, this);
     poll_ = new PollRunner(context_, *live_, this);
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
@@ -180,7 +182,7 @@ void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamer
 
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
-    connect(topBar_, &TopBar::sigSignOut, this, &MonitorMainUI::signOut);
+    connect(account_, &AccountControl::sigSignOut, this, &MonitorMainUI::signOut);
     connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
@@ -223,8 +225,7 @@ void MonitorMainUI::openSettings() {
 }
 
 void MonitorMainUI::applySettings(const QStringList& changedKeys) {
-    context_.operationLog.addOperateLog(context_.gateway.phoneId(), QDateTime::currentDateTime(), tr("软件设置"),
-                                        tr("修改软件设置"), changedKeys.join(tr("，")));
+    corvanta::settings::logChanges(context_, changedKeys);
     if (changedKeys.contains(keys::AspectMode))
         applyAspectMode();
     if (changedKeys.contains(keys::DefaultGroup))
@@ -287,6 +288,8 @@ void MonitorMainUI::connectTree() {
     DeviceTree& tree = devices_->tree();
     connect(&tree, &DeviceTree::sigMoveDevice, order_, &DeviceOrder::moveDevice);
     connect(&tree, &DeviceTree::sigMoveGroup, order_, &DeviceOrder::moveGroup);
+    connect(&tree, &DeviceTree::sigEditGroup, account_, &AccountControl::openGroupEditor);
+    connect(&tree, &DeviceTree::sigManageGroups, account_, &AccountControl::openGroups);
     connect(&tree, &DeviceTree::sigDefaultGroup, this, &MonitorMainUI::setDefaultGroup);
     connect(live_, &LiveVideo::sigOpenChanged, &tree, &DeviceTree::setVideoOpen);
 }
@@ -382,6 +385,7 @@ void MonitorMainUI::onAccountChanged() {
         pollWaits_ = true;
     }
     topBar_->setAccount(number);
+    account_->onAccount(number);
     devices_->setSignedIn(!number.isEmpty());
 }
 

@@ -8,6 +8,7 @@
 #include <QVector>
 #include <QWidget>
 
+class AccountControl;
 class AudioControl;
 class DeviceOrder;
 class DevicePanel;
@@ -47,6 +48,7 @@ public:
 
     Fwidget& grid() const { return *grid_; }
     LiveVideo& live() const { return *live_; }
+    AccountControl& account() const { return *account_; }
     DevicePanel& devicePanel() const { return *devices_; }
     const DeviceModel& devices() const { return context_.devices; }
     const AppContext& context() const { return context_; }
@@ -119,6 +121,7 @@ private:
     MessageBar* bottomBar_ = nullptr;
     WaitOverlay* wait_ = nullptr;
     RecordingStorage& storage_;
+    AccountControl* account_ = nullptr;
     LiveVideo* live_ = nullptr;
     Recorder* recorder_ = nullptr;
     RecordControl* records_ = nullptr;

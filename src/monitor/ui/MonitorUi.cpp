@@ -5,6 +5,7 @@
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
 #include "monitor/ui/MonitorMainUI.h"
+#include "monitor/ui/settings/ProxyDialog.h"
 
 MonitorUi::MonitorUi() = default;
 MonitorUi::~MonitorUi() = default;
@@ -19,8 +20,13 @@ void MonitorUi::showTip(const QString& title, const QString& text) {
 }
 
 void MonitorUi::showSignIn(bool automatic) {
-    if (window_ != nullptr)
-        LoginDialog(*context_, automatic, window_).exec();
+    if (window_ == nullptr)
+        return;
+    LoginDialog dialog(*context_, automatic, window_);
+    dialog.setWindowModality(Qt::WindowModal); // the window of text messages stays in reach
+    QObject::connect(&dialog, &LoginDialog::sigProxy, &dialog,
+                     [this, &dialog] { ProxyDialog(*context_, &dialog).exec(); });
+    dialog.exec();
 }
 
 void MonitorUi::showWait(bool visible, const QRect& area, int milliseconds) {

@@ -8,6 +8,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QToolButton>
 
 namespace theme = corvanta::theme;
@@ -55,17 +56,36 @@ TopBar::TopBar(QWidget* parent)
     account_ = addButton(QStringLiteral("accountButton"), tr("登录"), QStringLiteral("user"));
     account_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(account_, &QToolButton::clicked, this, [this] {
-        if (signedIn_)
-            emit sigSignOut();
-        else
+        if (number_.isEmpty())
             emit sigSignIn();
+        else
+            accountMenu_->popup(account_->mapToGlobal(QPoint(0, account_->height())));
     });
+    accountMenu_ = makeAccountMenu();
     auto* const minimize = addButton(QStringLiteral("minimizeButton"), tr("最小化"), QStringLiteral("minimize"));
     connect(minimize, &QToolButton::clicked, this, &TopBar::sigMinimize);
     fullScreen_ = addButton(QStringLiteral("fullScreenButton"), tr("全屏"), QStringLiteral("fullscreen"));
     connect(fullScreen_, &QToolButton::clicked, this, &TopBar::sigFullScreen);
     auto* const close = addButton(QStringLiteral("closeButton"), tr("退出"), QStringLiteral("close"));
     connect(close, &QToolButton::clicked, this, &TopBar::sigClose);
+}
+
+QMenu* TopBar::makeAccountMenu() {
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("accountMenu"));
+    menu->setAccessibleName(tr("账号"));
+    const auto add = [this, menu](const QString& text, const char* objectName, AccountEntry entry) {
+        QAction* const action = menu->addAction(text);
+        action->setObjectName(QLatin1String(objectName));
+        connect(action, &QAction::triggered, this, [this, entry] { emit sigAccount(entry); });
+    };
+    add(tr("个人信息"), "accountPerson", AccountEntry::Person);
+    add(tr("好友管理"), "accountFriends", AccountEntry::Friends);
+    add(tr("分组管理"), "accountGroups", AccountEntry::Groups);
+    add(tr("权限设置"), "accountRights", AccountEntry::Rights);
+    menu->addSeparator();
+    add(tr("退出登录"), "accountSignOut", AccountEntry::SignOut);
+    return menu;
 }
 
 QToolButton* TopBar::addButton(const QString& objectName, const QString& text, const QString& drawing) {
@@ -94,13 +114,22 @@ void TopBar::resizeEvent(QResizeEvent* event) {
 }
 
 void TopBar::setAccount(const QString& phoneNumber) {
-    signedIn_ = !phoneNumber.isEmpty();
-    account_->setText(signedIn_ ? phoneNumber : tr("登录"));
-    account_->setAccessibleName(signedIn_ ? tr("退出登录") : tr("登录"));
-    account_->setToolTip(
-        corvanta::plainToolTip(signedIn_ ? tr("退出登录") + QLatin1Char('\n') + phoneNumber : tr("登录")));
-    account_->setIcon(
-        corvanta::svgIcon(signedIn_ ? QStringLiteral("signout") : QStringLiteral("user"), theme::TextOnDark));
+    number_ = phoneNumber;
+    showAccount();
+}
+
+void TopBar::setHead(const QIcon& head) {
+    head_ = head;
+    showAccount();
+}
+
+void TopBar::showAccount() {
+    const bool signedIn = !number_.isEmpty();
+    account_->setText(signedIn ? number_ : tr("登录"));
+    account_->setAccessibleName(signedIn ? tr("账号") : tr("登录"));
+    account_->setToolTip(corvanta::plainToolTip(signedIn ? tr("账号") + QLatin1Char('\n') + number_ : tr("登录")));
+    account_->setIcon(signedIn && !head_.isNull() ? head_
+                                                  : corvanta::svgIcon(QStringLiteral("user"), theme::TextOnDark));
 }
 
 void TopBar::setFullScreen(bool on) {

@@ -3,11 +3,16 @@
 #include "base/ui/DragArea.h"
 
 #include <QHash>
+#include <QIcon>
 
 class QHBoxLayout;
 class QLabel;
+class QMenu;
 class QToolButton;
 class VolumePopup;
+
+/// What the menu of a signed-in account offers.
+enum class AccountEntry { Person, Friends, Groups, Rights, SignOut };
 
 /// The strip at the top of the main window: title, modules, account, window buttons. Moves the window.
 class TopBar final : public DragArea {
@@ -18,6 +23,8 @@ public:
     void setTitle(const QString& title);
     /// The signed-in account's number, empty when nobody is signed in.
     void setAccount(const QString& phoneNumber);
+    /// The signed-in account's picture; a null one is the usual drawing.
+    void setHead(const QIcon& head);
     void setFullScreen(bool on);
     void setPolling(bool on);
     /// Volume (0 to 100), mute, and what is heard and talked to at the moment; blue while there is something.
@@ -37,7 +44,7 @@ signals:
     void sigSettings();
     void sigHelp();
     void sigSignIn();
-    void sigSignOut();
+    void sigAccount(AccountEntry entry);
     void sigMinimize();
     void sigFullScreen();
     void sigClose();
@@ -46,6 +53,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QMenu* makeAccountMenu();
+    void showAccount();
     QToolButton* addButton(const QString& objectName, const QString& text, const QString& drawing);
     void elideTitle();
 
@@ -57,6 +66,8 @@ private:
     QToolButton* sound_;
     VolumePopup* volume_;
     QToolButton* account_;
+    QMenu* accountMenu_;
+    QString number_; ///< of the signed-in account, empty when nobody is signed in
+    QIcon head_;
     QToolButton* fullScreen_;
-    bool signedIn_ = false;
 };
