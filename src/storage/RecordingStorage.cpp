@@ -57,7 +57,7 @@ int RecordingStorage::threshold() const {
 
 QString RecordingStorage::chooseDrive(const QStringList& except) const {
     const QStringList drives = drivesOf(settings_.forSdkThreads(), except);
-    const QString drive = storage::chooseDrive(drives, threshold(), *disks_);
+    QString drive = storage::chooseDrive(drives, threshold(), *disks_);
     if (!drive.isEmpty())
         room_->found();
     return drive;
