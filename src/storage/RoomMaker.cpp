@@ -73,8 +73,8 @@ void RoomMaker::begin(const std::vector<std::string>& drives, int threshold) {
     for (const std::string& drive : drives)
         roots += QString::fromStdString(drive);
     thread_ = std::make_unique<Thread>(roots, threshold, disks_);
-    connect(thread_.get(), &QThread::finished, this, &RoomMaker::onFinished);
-    thread_->start(QThread::LowPriority);
+    connect(thread_.get(), &BackgroundThread::finished, this, &RoomMaker::onFinished);
+    thread_->start();
 }
 
 void RoomMaker::onFinished() {

@@ -6,7 +6,7 @@ SearchDiskThread::SearchDiskThread(QStringList drives, corvanta::storage::FileQu
     : BackgroundThread(parent)
     , drives_(std::move(drives))
     , query_(std::move(query)) {
-    connect(this, &QThread::finished, this, &SearchDiskThread::sigResult);
+    connect(this, &BackgroundThread::finished, this, &SearchDiskThread::sigResult);
 }
 
 SearchDiskThread::~SearchDiskThread() {
