@@ -145,7 +145,7 @@ void AppManager::loadTimeZones() {
 void AppManager::prepareStorage() {
     storage_->prepareDrives();
     repair_ = std::make_unique<RepairThread>(storage_->searchedDrives());
-    repair_->start(QThread::LowestPriority);
+    repair_->start();
 }
 
 AppContext AppManager::context() {

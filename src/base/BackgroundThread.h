@@ -1,31 +1,32 @@
 #pragma once
 
-#include <QThread>
+#include <QObject>
 
-#include <atomic>
+#include <thread>
 
-/// Work in a thread of its own that is done once. `finished` tells that it is over.
+/// Work in a thread of its own that is done once.
 ///
-/// Whoever is about to read or destroy what the work has used calls `join` first, also in the destructor of the class
-/// that has it: the end is handed over by an atomic of ours, which, unlike Qt's own, tools that look for races see.
-class BackgroundThread : public QThread {
+/// A class that has such work calls `join` in its destructor, before anything that the work uses goes. Standard
+/// threads do it rather than Qt's: that the end of the one comes before the end of the other is then known to all,
+/// tools that look for races included.
+class BackgroundThread : public QObject {
+    Q_OBJECT
 public:
-    using QThread::QThread;
+    using QObject::QObject;
+    ~BackgroundThread() override;
 
+    /// Begins the work; once.
+    void start();
     /// Waits for the end, if it has been started. Not in the thread itself.
-    void join() {
-        wait();
-        static_cast<void>(ended_.load(std::memory_order_acquire));
-    }
+    void join();
+
+signals:
+    /// The work is over; in the thread of the receiver, which joins before it reads what was made.
+    void finished();
 
 protected:
-    virtual void work() = 0;
+    virtual void run() = 0;
 
 private:
-    void run() final {
-        work();
-        ended_.store(true, std::memory_order_release);
-    }
-
-    std::atomic<bool> ended_{false};
+    std::thread thread_;
 };

@@ -91,7 +91,7 @@ FileDeletion::~FileDeletion() {
     join();
 }
 
-void FileDeletion::work() {
+void FileDeletion::run() {
     for (const QString& path : paths_) {
         if (cancelled_)
             return;

@@ -43,7 +43,7 @@ public:
     const std::vector<corvanta::storage::Deletion>& results() const { return results_; }
 
 protected:
-    void work() override;
+    void run() override;
 
 private:
     const QStringList drives_;

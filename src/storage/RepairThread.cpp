@@ -19,7 +19,7 @@ RepairThread::~RepairThread() {
     join();
 }
 
-void RepairThread::work() {
+void RepairThread::run() {
     namespace storage = corvanta::storage;
     storage::FileQuery all;
     all.start = QDateTime(QDate(1, 1, 1), QTime(0, 0));

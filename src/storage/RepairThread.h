@@ -19,7 +19,7 @@ public:
     int repaired() const { return repaired_; }
 
 protected:
-    void work() override;
+    void run() override;
 
 private:
     const QStringList drives_;

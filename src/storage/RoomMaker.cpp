@@ -48,7 +48,7 @@ public:
     bool hasMadeRoom() const { return made_; }
 
 protected:
-    void work() override {
+    void run() override {
         // Where a drive has vanished or lies open to be read only, nothing is gained by a deletion.
         QStringList writable;
         for (const QString& drive : drives_) {
@@ -91,8 +91,8 @@ void RoomMaker::begin(const std::vector<std::string>& drives, int threshold) {
     for (const std::string& drive : drives)
         roots += QString::fromStdString(drive);
     thread_ = std::make_unique<Thread>(roots, threshold, disks_, deleting_);
-    connect(thread_.get(), &QThread::finished, this, &RoomMaker::onFinished);
-    thread_->start(QThread::LowPriority);
+    connect(thread_.get(), &BackgroundThread::finished, this, &RoomMaker::onFinished);
+    thread_->start();
 }
 
 void RoomMaker::onFinished() {

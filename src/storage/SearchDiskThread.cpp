@@ -6,7 +6,7 @@ SearchDiskThread::SearchDiskThread(QStringList drives, corvanta::storage::FileQu
     : BackgroundThread(parent)
     , drives_(std::move(drives))
     , query_(std::move(query)) {
-    connect(this, &QThread::finished, this, &SearchDiskThread::sigResult);
+    connect(this, &BackgroundThread::finished, this, &SearchDiskThread::sigResult);
 }
 
 SearchDiskThread::~SearchDiskThread() {
@@ -14,7 +14,7 @@ SearchDiskThread::~SearchDiskThread() {
     join();
 }
 
-void SearchDiskThread::work() {
+void SearchDiskThread::run() {
     result_ = corvanta::storage::searchFiles(drives_, query_, progress_);
 }
 

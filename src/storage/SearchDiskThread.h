@@ -24,7 +24,7 @@ signals:
     void sigResult();
 
 protected:
-    void work() override;
+    void run() override;
 
 private:
     const QStringList drives_;

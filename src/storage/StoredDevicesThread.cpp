@@ -2,6 +2,6 @@
 
 #include "storage/StoredFiles.h"
 
-void StoredDevicesThread::work() {
+void StoredDevicesThread::run() {
     devices_ = corvanta::storage::storedDevices(drives_);
 }

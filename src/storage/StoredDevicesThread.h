@@ -19,7 +19,7 @@ public:
     const QStringList& devices() const { return devices_; }
 
 protected:
-    void work() override;
+    void run() override;
 
 private:
     const QStringList drives_;

@@ -160,7 +160,7 @@ void tst_StoredFiles::cancelled() {
         SearchDiskThread thread({root()}, query("2024-02-01 00:00:00", "2024-02-28 23:59:59"));
         thread.cancel();
         thread.start();
-        QVERIFY(thread.wait(60000));
+        thread.join();
         QVERIFY(thread.takeResult().empty());
     }
     // Destroyed in the middle.
@@ -174,7 +174,7 @@ void tst_StoredFiles::deletedMeanwhile() {
     SearchDiskThread thread({root()}, query("2024-02-01 00:00:00", "2024-02-28 23:59:59"));
     thread.start();
     QVERIFY(QDir(root() + QStringLiteral("ZEL")).removeRecursively());
-    QVERIFY(thread.wait(60000));
+    thread.join();
     QVERIFY(thread.takeResult().size() <= 300);
 }
 

@@ -100,7 +100,7 @@ void FileActions::remove(const Choice& choice) {
         return;
     deleting_ = paths;
     deletion_ = std::make_unique<FileDeletion>(storage_.searchedDrives(), paths);
-    connect(deletion_.get(), &QThread::finished, this, &FileActions::onDeletionFinished);
+    connect(deletion_.get(), &BackgroundThread::finished, this, &FileActions::onDeletionFinished);
     deletion_->start();
     emit sigDeletionStarted();
 }

@@ -230,7 +230,7 @@ void StoredFilesPage::listDevices() {
     if (devicesThread_ != nullptr)
         return;
     devicesThread_ = new StoredDevicesThread(storage_.searchedDrives(), this);
-    connect(devicesThread_, &QThread::finished, this, [this] {
+    connect(devicesThread_, &BackgroundThread::finished, this, [this] {
         devicesThread_->join();
         storedDevices_ = devicesThread_->devices();
         devicesThread_->deleteLater();
