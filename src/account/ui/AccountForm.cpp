@@ -20,7 +20,7 @@ namespace corvanta::account {
 QFormLayout* makeForm() {
     auto* const form = new QFormLayout; // the layout it is added to owns it
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     form->setHorizontalSpacing(3 * theme::Step);
     form->setVerticalSpacing(3 * theme::Step);
     return form;
@@ -39,7 +39,8 @@ QLineEdit* addField(QFormLayout& form, const QString& label, const QString& name
 void tell(const QString& text, QWidget* parent) {
     // One answer for many requests is read once.
     const auto open = parent->findChildren<TipDialog*>(QString(), Qt::FindDirectChildrenOnly);
-    if (std::any_of(open.begin(), open.end(), [&text](const TipDialog* tip) { return tip->text() == text; }))
+    if (std::any_of(open.begin(), open.end(),
+                    [&text](const TipDialog* tip) { return tip->isVisible() && tip->text() == text; }))
         return;
     TipDialog::tell(QCoreApplication::translate("AccountForm", "提示"), text, parent);
 }

@@ -37,11 +37,11 @@ void AddEditFriendDialog::build(const FriendRecord& shown) {
     phone_ = account::addField(*form, tr("好友手机号"), tr("好友手机号"), QStringLiteral("friendPhone"));
     phone_->setText(shown.phone);
     phone_->setEnabled(isNew_);
-    if (!isNew_) { // of a new friend the name is known once he is one
-        name_ = account::addField(*form, tr("好 友 名 称"), tr("好友名称"), QStringLiteral("friendName"));
-        name_->setText(shown.nickname);
-        name_->setEnabled(false);
-    }
+    QLineEdit* const name = account::addField(*form, tr("好 友 名 称"), tr("好友名称"), QStringLiteral("friendName"));
+    name->setText(shown.nickname);
+    name->setEnabled(false); // the friend's own
+    if (isNew_)
+        name->setPlaceholderText(tr("添加成功后显示"));
     remark_ = account::addField(*form, tr("好 友 备 注"), tr("好友备注"), QStringLiteral("friendRemark"));
     remark_->setText(shown.remark);
     body()->addLayout(form);

@@ -30,7 +30,6 @@ private:
     QList<FriendRecord> known_;
     bool isNew_;
     QLineEdit* phone_ = nullptr;
-    QLineEdit* name_ = nullptr;
     QLineEdit* remark_ = nullptr;
     QPushButton* save_ = nullptr;
 };

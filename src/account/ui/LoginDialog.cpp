@@ -85,6 +85,7 @@ void LoginDialog::addFields() {
     password_->setMaxLength(LongestEntry);
     password_->setEchoMode(QLineEdit::Password);
     body()->addLayout(form);
+    numbers_->setFixedHeight(password_->sizeHint().height()); // an edit inside a box would be lower
     connect(forget_, &QToolButton::clicked, this, &LoginDialog::forgetNumber);
     connect(number, &QLineEdit::textChanged, this, &LoginDialog::showForget);
     connect(numbers_, qOverload<int>(&QComboBox::activated), this,

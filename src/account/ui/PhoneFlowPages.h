@@ -24,6 +24,8 @@ public:
     void setNumber(const QString& number, bool isFixed);
     /// Goes back to the first page with empty entries; a countdown that runs goes on.
     void restart();
+    /// Shows a page, counted from 0, whatever has been proved.
+    void showPage(int page);
     const corvanta::account::PhoneFlow& flow() const { return flow_; }
 
 public slots:
@@ -44,7 +46,6 @@ private:
     void addPasswordPage();
     QFormLayout* addPage(const char* hint, const char* objectName);
     QPushButton* makeCodeButton(const QString& objectName);
-    void showPage(int page);
     void showCountdown();
     void askForCode();
     void sendCode(const QString& number);

@@ -12,7 +12,7 @@
 
 namespace {
 
-const QSize Usual(560, 200);      // px
+const QSize Usual(720, 200);      // px
 constexpr int Gap = 16;           // px, to the corner of the window below
 constexpr int LongestShown = 512; // characters of a message
 enum Column { TimeColumn, PhoneColumn, TextColumn };

@@ -57,6 +57,7 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     buttons->setSpacing(2 * theme::Step);
     buttons->addStretch(1);
     insideColumn->addWidget(buttonRow_);
+    buttonRow_->hide(); // takes no room while it is empty
     outer->addWidget(inside, 1);
 }
 
@@ -69,6 +70,7 @@ QPushButton* FramedDialog::addButton(const QString& text, const QString& objectN
     button->setDefault(accepting);
     button->setProperty("primary", accepting);
     buttonRow_->layout()->addWidget(button);
+    buttonRow_->show();
     return button;
 }
 

@@ -1,5 +1,6 @@
 #include "monitor/ui/tour/AccountTour.h"
 
+#include "account/ui/PhoneFlowPages.h"
 #include "base/AppEvents.h"
 #include "monitor/ui/AccountControl.h"
 #include "monitor/ui/DevicePanel.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
-#include <QStackedWidget>
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
@@ -69,9 +69,7 @@ void AccountTour::flow(const QString& name, const char* link, bool hasPassword) 
     const auto page = [](int number) {
         return [number](QDialog& dialog) {
             dialog.findChild<QLineEdit*>(QStringLiteral("flowNumber"))->setText(QStringLiteral("13900139000"));
-            dialog.findChild<QWidget*>(QStringLiteral("phoneFlow"))
-                ->findChild<QStackedWidget*>()
-                ->setCurrentIndex(number);
+            dialog.findChild<PhoneFlowPages*>()->showPage(number);
         };
     };
     shown(name + QStringLiteral("-code"), page(1));
