@@ -118,7 +118,8 @@ def make_ear(path, folder):
     codec, law, caps = EARS[path]
     factory = GstRtspServer.RTSPOnvifMediaFactory()
     factory.set_media_gtype(GstRtspServer.RTSPOnvifMedia.__gtype__)
-    factory.set_launch(f"( {LIVE} )")
+    # Who talks need not set up the pictures, and pictures that lead nowhere would end the whole.
+    factory.set_launch(f"( {LIVE.replace('! rtph264pay', '! tee allow-not-linked=true ! rtph264pay')} )")
     ear = EAR.format(caps=caps, codec=codec, law=law)
     factory.set_backchannel_launch(f"{ear} sync=false buffer-mode=unbuffered location={folder}{path}.raw )")
     return factory
