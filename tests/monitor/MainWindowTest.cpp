@@ -84,8 +84,18 @@ void MainWindowTest::openByDoubleClick(const QString& name) {
     QTest::mouseDClick(tree().viewport(), Qt::LeftButton, Qt::NoModifier, place);
 }
 
+std::vector<FakeSdk::Request> MainWindowTest::requests() const {
+    std::vector<FakeSdk::Request> result;
+    for (const FakeSdk::Request& request : sdk_.requests()) {
+        const QVariantMap asked = corvanta::json::parseObject(request.json).value(QStringLiteral("urlreq")).toMap();
+        if (asked.value(QStringLiteral("reqtype")) != QStringLiteral("downhead"))
+            result.push_back(request);
+    }
+    return result;
+}
+
 QVariantMap MainWindowTest::lastRequest() const {
-    return corvanta::json::parseObject(sdk_.requests().back().json);
+    return corvanta::json::parseObject(requests().back().json);
 }
 
 QVariantMap MainWindowTest::lastOpenRequest() const {
@@ -94,7 +104,7 @@ QVariantMap MainWindowTest::lastOpenRequest() const {
 
 std::vector<int> MainWindowTest::openRequestsOf(const QString& ipncId) const {
     std::vector<int> result;
-    for (const FakeSdk::Request& request : sdk_.requests()) {
+    for (const FakeSdk::Request& request : requests()) {
         const QVariantMap wanted = corvanta::json::parseObject(request.json).value(QStringLiteral("avreq")).toMap();
         if (wanted.value(QStringLiteral("ipncid")).toString() == ipncId)
             result.push_back(request.id);

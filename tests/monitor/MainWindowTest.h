@@ -35,10 +35,12 @@ protected:
     QString message() const;
     QModelIndex treeIndex(const QString& text) const;
     void openByDoubleClick(const QString& name);
-    /// The last request, as sent.
+    /// What was asked of the SDK, but for the account's picture, which comes when it comes.
+    std::vector<FakeSdk::Request> requests() const;
+    /// The last of them, as sent.
     QVariantMap lastRequest() const;
     QVariantMap lastOpenRequest() const;
-    int lastId() const { return sdk_.requests().back().id; }
+    int lastId() const { return requests().back().id; }
     /// The id of the open-video requests sent for a device, in their order.
     std::vector<int> openRequestsOf(const QString& ipncId) const;
     void report(int id, const char* rest) { sdk_.respond(id, "{\"reqid\":" + std::to_string(id) + "," + rest + "}"); }

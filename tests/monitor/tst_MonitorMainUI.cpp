@@ -164,12 +164,12 @@ void tst_MonitorMainUI::reportsOfOtherRequestsChangeNothing() {
 
 void tst_MonitorMainUI::refusedDeviceShowsTheText() {
     window_->grid().setLayout(1, 1, false);
-    const std::size_t before = sdk_.requests().size();
+    const std::size_t before = requests().size();
     openByDoubleClick(QStringLiteral("B"));
     QCOMPARE(message(), QStringLiteral("请确认设备[b]在默认组[一组]中的索引小于64"));
-    QCOMPARE(sdk_.requests().size(), before);
+    QCOMPARE(requests().size(), before);
     openByDoubleClick(QStringLiteral("S")); // has no video
-    QCOMPARE(sdk_.requests().size(), before);
+    QCOMPARE(requests().size(), before);
 }
 
 void tst_MonitorMainUI::signOutStopsEverything() {
@@ -239,7 +239,7 @@ void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
     openByDoubleClick(QStringLiteral("大门"));
     openByDoubleClick(QStringLiteral("B"));
     std::vector<std::thread> threads;
-    for (const FakeSdk::Request& request : sdk_.requests()) {
+    for (const FakeSdk::Request& request : requests()) {
         threads.emplace_back([this, request, &stop, &sent] {
             const std::string id = "{\"reqid\":" + std::to_string(request.id);
             const std::string frame = id + ",\"type\":\"decodevideodata\",\"data\":" +

@@ -130,7 +130,7 @@ void tst_Wall::pollsPreviews() {
     manager_->setPollValue(Mode::Previews);
     QCOMPARE(lastRequest().value(QStringLiteral("reqtype")).toString(), QStringLiteral("preview"));
     QVERIFY(open().isEmpty());
-    const std::vector<FakeSdk::Request> sent = sdk_.requests();
+    const std::vector<FakeSdk::Request> sent = requests();
     QCOMPARE(sent.size(), std::size_t{2}); // a and d, online or not
     respondPreview(sent[0].id, 64);
     QTRY_VERIFY(tile(0).hasPreview());
@@ -226,7 +226,7 @@ void tst_Wall::previewIsShownAndGoes() {
     emit window_->sigDeal(QStringLiteral("更新设备预览"), QStringLiteral("a"));
     QVERIFY(lastId() > before);
     emit window_->sigDeal(QStringLiteral("更新设备预览"), QStringLiteral("b")); // shows none
-    QCOMPARE(sdk_.requests().size(), std::size_t{2});
+    QCOMPARE(requests().size(), std::size_t{2});
     QVERIFY(tile(0).hasPreview());
     report(lastId(), R"("type":"preview","retcode":2)");
     QTRY_VERIFY(!tile(0).hasPreview());
@@ -243,9 +243,9 @@ void tst_Wall::previewIsShownAndGoes() {
     openAndRun(QStringLiteral("a")); // the live video takes its place
     QVERIFY(!tile(0).hasPreview());
     QVERIFY(!window_->live().hasPreview(QStringLiteral("a")));
-    const std::size_t sent = sdk_.requests().size();
+    const std::size_t sent = requests().size();
     window_->live().openPreview(QStringLiteral("a")); // has better already
-    QCOMPARE(sdk_.requests().size(), sent);
+    QCOMPARE(requests().size(), sent);
 }
 
 void tst_Wall::streamsFollowTheirDevices() {
@@ -284,7 +284,7 @@ void tst_Wall::movedStreamsNeverPaintElsewhere() {
     openAndRun(QStringLiteral("b"));
     std::atomic<bool> stop{false};
     std::vector<std::thread> threads;
-    const std::vector<FakeSdk::Request> requests = sdk_.requests();
+    const std::vector<FakeSdk::Request> requests = this->requests();
     std::vector<std::vector<uchar>> pictures(2);
     for (std::size_t number = 0; number < 2; ++number) {
         const int width = number == 0 ? 64 : 32;
@@ -347,7 +347,7 @@ void tst_Wall::bigTilesGetTheMainStream() {
     window_->grid().setLayout(2, 2, false);
     QTest::qWait(0);
     QCOMPARE(changes().size(), 2);
-    QCOMPARE(sdk_.requests().size(), std::size_t{2}); // never by a new request
+    QCOMPARE(requests().size(), std::size_t{2}); // never by a new request
 }
 
 void tst_Wall::stateComesBack() {
@@ -435,10 +435,10 @@ void tst_Wall::movesAreAskedOfTheService() {
     QSignalSpy changed(&manager_->context().events, &AppEvents::sig_updateDeviceIndex);
     report(lastId(), R"("type":"urlreq","retcode":0,"resp":{"state":"ok"})");
     QTRY_COMPARE(changed.count(), 1);
-    const std::size_t sent = sdk_.requests().size();
+    const std::size_t sent = requests().size();
     emit tree().sigMoveDevice(QStringLiteral("a"), QStringLiteral("gone"), 0);
     emit tree().sigMoveGroup(QStringLiteral("gone"), 0);
-    QCOMPARE(sdk_.requests().size(), sent);
+    QCOMPARE(requests().size(), sent);
 }
 
 void tst_Wall::defaultGroupTakesTheFirstTiles() {
