@@ -13,7 +13,7 @@ std::string_view RtspResponse::header(std::string_view name) const {
 std::string RtspRequest::text(int sequence) const {
     std::string text = method + ' ' + url + " RTSP/1.0\r\nCSeq: " + std::to_string(sequence) + "\r\n";
     for (const auto& [name, value] : headers) {
-        text += name + ": " + value + "\r\n";
+        text.append(name).append(": ").append(value).append("\r\n");
     }
     return text + "\r\n";
 }
