@@ -28,9 +28,15 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
     openStore(options, device::loadServiceConfig(root_));
     accounts_.load();
+    deviceWatch_ = std::make_unique<DeviceWatch>([this] {
+        service_.post([this] { settleDevices(); });
+        return loops_.isBusy();
+    });
     media::HubOptions hub = hubOptions();
     finder_ = std::make_unique<CameraFinder>(
         CameraFinder::Parts{requests_, found_, network_, stopping_, options.discovery, hub.socketDelegate});
+    deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{database_, cameras_, loops_, accounts_.session(),
+                                                                    requests_, files_, stopping_, hub.loopFolder});
     hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
@@ -76,6 +82,9 @@ media::HubOptions Engine::hubOptions() {
     options.socketDelegate = [this] {
         return delegateFromReply(channel_.deliver(toText({{"type", "getsocketdelegate"}})));
     };
+    options.loopControl = [this](const std::string& camera) {
+        return loops_.of(camera);
+    };
     return options;
 }
 
@@ -112,6 +121,13 @@ void Engine::lookAround() {
         loggedOut(*look.logout);
     else if (look.listsChanged)
         listsChanged();
+}
+
+void Engine::settleDevices() {
+    if (devices_.settleLoops() && accounts_.session().current())
+        tell({{"type", "freshlist"}});
+    if (loops_.isBusy())
+        deviceWatch_->wake();
 }
 
 void Engine::loggedOut(const std::string& reason) {
@@ -220,12 +236,14 @@ void Engine::stop() {
     // First the callbacks, then what waits: what the client asked for before is still done, only not answered.
     keeper_.shut();
     watch_->stop();
+    deviceWatch_->stop();
     outbox_->cancel();
     service_.finish();
     messages_.finish(true);
     hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
-    network_.finish(true); // what is under way there looks at `stopping_`
+    files_.finish(true);
+    network_.finish(true); // what is under way there looks at `stopping_`, as in the files
     hub_.reset();
     database_.close();
     channel_.install(nullptr);

@@ -3,6 +3,8 @@
 #include "api/CallbackKeeper.h"
 #include "api/CameraFinder.h"
 #include "api/ClientChannel.h"
+#include "api/DeviceFiles.h"
+#include "api/DeviceWatch.h"
 #include "api/Request.h"
 #include "api/StoreWatch.h"
 #include "api/VideoHub.h"
@@ -12,6 +14,7 @@
 #include "base/JsonText.h"
 #include "device/DeviceRequests.h"
 #include "device/FoundCameras.h"
+#include "device/LoopDevice.h"
 #include "device/NetworkCameras.h"
 #include "device/ServiceConfig.h"
 #include "ipncsdk/ZELIPNCSDK.h"
@@ -88,6 +91,8 @@ private:
     void loggedOut(const std::string& reason);
     /// Ends what may not be watched any more and has the client read its lists again.
     void listsChanged();
+    /// Enters what devices have done by themselves. On the service worker.
+    void settleDevices();
     /// Sends the message from a thread of its own and answers the request then.
     void sendMessage(const RequestPointer& request, const service::TextMessage& message, const std::string& response,
                      const std::string& refusal);
@@ -103,6 +108,9 @@ private:
     void serverRequest(const RequestPointer& request, const Json& message);
     void videoRequest(const RequestPointer& request, const Json& message);
     void cameraRequest(const RequestPointer& request, const Json& message);
+    void downloadRequest(const RequestPointer& request, const Json& message);
+    void uploadRequest(const RequestPointer& request, const Json& message);
+    void newestVersionRequest(const RequestPointer& request, const Json& message);
     void previewRequest(const RequestPointer& request, const Json& message);
     void unknownRequest(const RequestPointer& request, const Json& message);
 
@@ -110,6 +118,8 @@ private:
     void logoutCommand(const RequestPointer& request, const Json& message);
     void freshListCommand(const RequestPointer& request, const Json& message);
     void freshLocalCommand(const RequestPointer& request, const Json& message);
+    void setNetCommand(const RequestPointer& request, const Json& message);
+    void wirelessCommand(const RequestPointer& request, const Json& message);
     void videoChangeCommand(const RequestPointer& request, const Json& message);
     void versionCommand(const RequestPointer& request, const Json& message);
     void tryCommand(const RequestPointer& request, const Json& message);
@@ -132,16 +142,20 @@ private:
     service::AccountService accounts_;
     device::FoundCameras found_;
     service::Documents documents_{database_, cameras_, found_, accounts_};
-    device::DeviceRequests devices_{database_, cameras_};
+    device::LoopDevices loops_{clock_};
+    device::DeviceRequests devices_{database_, cameras_, loops_};
     std::unique_ptr<VideoHub> hub_;
     std::unique_ptr<service::Outbox> outbox_;
     Worker service_{1};
     Worker pictures_{2};
     Worker messages_{2}; ///< waits for the gateway
     Worker network_{2};
+    Worker files_{1};
     std::unique_ptr<CameraFinder> finder_;
     std::unique_ptr<VideoService> video_;
+    std::unique_ptr<DeviceFiles> deviceFiles_;
     std::unique_ptr<StoreWatch> watch_;
+    std::unique_ptr<DeviceWatch> deviceWatch_;
 };
 
 } // namespace ipncsdk::api

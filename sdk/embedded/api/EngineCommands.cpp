@@ -18,6 +18,12 @@ std::string resultText(const std::string& command, ServiceCode code, Json more =
     return toText(more);
 }
 
+/// The device that a command names, for its result.
+Json idOf(const Json& message) {
+    const auto ipncid = textAt(message, "ipncid");
+    return {{"ipncid", ipncid && isPlainText(*ipncid, longestEcho) ? *ipncid : std::string()}};
+}
+
 } // namespace
 
 const std::vector<Engine::Route>& Engine::commands() {
@@ -26,6 +32,8 @@ const std::vector<Engine::Route>& Engine::commands() {
         {"logout", &Engine::logoutCommand},
         {"freshlist", &Engine::freshListCommand},
         {"freshlocal", &Engine::freshLocalCommand},
+        {"setnet", &Engine::setNetCommand},
+        {"apconfig", &Engine::wirelessCommand},
         {"avchange", &Engine::videoChangeCommand},
         {"version", &Engine::versionCommand},
         {"try", &Engine::tryCommand},
@@ -71,6 +79,20 @@ void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*mess
     // What is known comes at once; what the network adds, as it answers.
     tellAll();
     finder_->search(tellAll);
+}
+
+void Engine::setNetCommand(const RequestPointer& request, const Json& message) {
+    lookAround();
+    const auto caller = accounts_.session().current();
+    const ServiceCode code = caller ? devices_.setAddresses(caller->id, message) : ServiceCode::NotSignedIn;
+    request->respond(resultText("setnet", code, idOf(message)));
+}
+
+void Engine::wirelessCommand(const RequestPointer& request, const Json& message) {
+    lookAround();
+    const auto caller = accounts_.session().current();
+    const ServiceCode code = caller ? devices_.setWireless(caller->id, message) : ServiceCode::NotSignedIn;
+    request->respond(resultText("apconfig", code, idOf(message)));
 }
 
 void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {

@@ -18,9 +18,11 @@ std::string echo(const std::optional<std::string>& name) {
 
 const std::vector<Engine::Route>& Engine::families() {
     static const std::vector<Route> routes = {
-        {"urlreq", &Engine::accountRequest},    {"p2pmsg", &Engine::deviceRequest},
-        {"serverreq", &Engine::serverRequest},  {"preview", &Engine::previewRequest},
-        {"onvifprobe", &Engine::cameraRequest}, {nullptr, &Engine::unknownRequest},
+        {"urlreq", &Engine::accountRequest},      {"p2pmsg", &Engine::deviceRequest},
+        {"serverreq", &Engine::serverRequest},    {"preview", &Engine::previewRequest},
+        {"onvifprobe", &Engine::cameraRequest},   {"ipnclatestver", &Engine::newestVersionRequest},
+        {"downsdfile", &Engine::downloadRequest}, {"uploadipncfile", &Engine::uploadRequest},
+        {nullptr, &Engine::unknownRequest},
     };
     return routes;
 }
@@ -77,9 +79,29 @@ void Engine::sendMessage(const RequestPointer& request, const service::TextMessa
 
 void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
     lookAround();
+    if (DeviceFiles::isAboutFiles(message))
+        return deviceFiles_->cardRequest(request, message);
     const auto caller = accounts_.session().current();
     const Reply reply = caller ? devices_.parameters(caller->id, message) : Reply(ServiceCode::NotSignedIn);
     respond(request, responseText("p2pmsg", request->id(), reply, {{"ipncid", echo(textAt(message, "ipncid"))}}));
+    settleDevices();
+}
+
+void Engine::downloadRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
+    deviceFiles_->download(request, message);
+}
+
+void Engine::uploadRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
+    deviceFiles_->upload(request, message);
+}
+
+void Engine::newestVersionRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
+    const auto caller = accounts_.session().current();
+    const Reply reply = caller ? devices_.newestVersion(caller->id, message) : Reply(ServiceCode::NotSignedIn);
+    respond(request, responseText("ipnclatestver", request->id(), reply));
 }
 
 void Engine::serverRequest(const RequestPointer& request, const Json& message) {

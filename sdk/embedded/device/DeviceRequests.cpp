@@ -1,8 +1,15 @@
 #include "device/DeviceRequests.h"
 
+#include "device/DeviceWrites.h"
+#include "device/Firmware.h"
+#include "device/LoopPtz.h"
+#include "device/NetworkSettings.h"
 #include "device/ParameterTable.h"
+#include "device/PtzRequests.h"
 #include "device/Rights.h"
+#include "store/AddableDevices.h"
 #include "store/Parameters.h"
+#include "store/Sessions.h"
 
 #include <algorithm>
 #include <array>
@@ -14,62 +21,54 @@ namespace ipncsdk::device {
 
 namespace {
 
-constexpr std::size_t mostNames = 200;
 constexpr std::size_t mostInputs = 2000;
 
-struct Write {
-    const Parameter* parameter;
-    Json value; ///< as the store keeps it
-};
+constexpr auto loopOrigin = "loop";
+constexpr auto netName = "netstate";
+constexpr auto upgradeName = "upgradestate";
 
-/// One entry of "setcmds", checked.
-ServiceCode addWrite(const std::string& name, const Json& value, std::vector<Write>& writes) {
-    const Parameter* parameter = findParameter(name);
-    if (parameter == nullptr)
-        return ServiceCode::NotSupported;
-    auto accepted = acceptedValue(*parameter, value);
-    if (!parameter->writable || !accepted || writes.size() >= mostNames)
-        return ServiceCode::BadRequest;
-    writes.push_back({parameter, std::move(*accepted)});
-    return ServiceCode::Done;
+Json infoOf(const store::Device& device) {
+    Json info = Json::parse(device.info, nullptr, false);
+    return info.is_object() ? info : Json::object();
 }
 
-ServiceCode addWrites(const Json& object, std::vector<Write>& writes) {
-    for (const auto& [name, value] : object.items()) {
-        if (const ServiceCode code = addWrite(name, value, writes); code != ServiceCode::Done)
-            return code;
-    }
-    return ServiceCode::Done;
+/// Keeps the device's "info" and has everybody's clients read it who sees the device.
+void storeInfo(soci::session& sql, const store::Device& device) {
+    store::setDeviceInfo(sql, device.ipncid, device.info);
+    store::touch(sql, device.owner);
+    for (const store::AccountId account : store::friendsWith(sql, device.ipncid))
+        store::touch(sql, account);
 }
 
-/// "setcmds" is an object of names and values, or a list of such objects and of bare command names.
-ServiceCode readWrites(const Json& setcmds, std::vector<Write>& writes) {
-    if (setcmds.is_object())
-        return addWrites(setcmds, writes);
-    if (!setcmds.is_array())
-        return ServiceCode::BadRequest;
-    for (const Json& entry : setcmds) {
-        ServiceCode code = ServiceCode::BadRequest;
-        if (entry.is_object())
-            code = addWrites(entry, writes);
-        else if (entry.is_string())
-            code = addWrite(entry.get<std::string>(), nullptr, writes);
-        if (code != ServiceCode::Done)
-            return code;
-    }
-    return ServiceCode::Done;
+/// What an account must be allowed for a request; `writes` is null for one that only reads.
+std::vector<Right> rightsFor(const Json* names, const DeviceWrites* writes) {
+    std::vector<Right> rights;
+    if (writes != nullptr && writes->administers())
+        rights.push_back(Right::Admin);
+    if (writes != nullptr && !writes->moves.empty())
+        rights.push_back(Right::Ptz);
+    if (names == nullptr)
+        return rights;
+    const auto isPtz = [](const Json& name) {
+        return isPtzName(name.get<std::string>());
+    };
+    if (std::any_of(names->begin(), names->end(), isPtz))
+        rights.push_back(Right::Ptz);
+    if (names->empty() || !std::all_of(names->begin(), names->end(), isPtz))
+        rights.push_back(Right::Param);
+    return rights;
 }
 
-Json storedOrDefault(const Parameter& parameter, const std::map<std::string, std::string>& stored, const Json& info) {
-    if (const auto found = stored.find(parameter.name); found != stored.end()) {
-        Json value = Json::parse(found->second, nullptr, false);
-        if (acceptedValue(parameter, value))
-            return value;
-    }
-    // Versions are facts of the device, told in its information.
-    if (const auto told = textAt(info, parameter.name))
-        return *told;
-    return defaultValue(parameter);
+Json upgradeText(const UpgradeState& state) {
+    struct Row {
+        const char* name;
+        const char* text;
+    };
+    static constexpr std::array rows = {Row{"none", ""},          Row{"download", "正在下载升级包"},
+                                        Row{"write", "正在写入"}, Row{"restart", "设备正在重启"},
+                                        Row{"ok", "升级完成"},    Row{"error", "文件不是该设备的升级包"}};
+    const Row& row = rows[static_cast<std::size_t>(state.phase)];
+    return {{"state", row.name}, {"percent", state.percent}, {"text", row.text}};
 }
 
 Json readValue(const std::string& name, const std::map<std::string, std::string>& stored, const Json& info) {
@@ -80,48 +79,6 @@ Json readValue(const std::string& name, const std::map<std::string, std::string>
     if (parameter->kind == Parameter::Kind::Secret && value.is_string() && !value.get<std::string>().empty())
         return secretMask;
     return value;
-}
-
-/// What a factory reset leaves alone: the card's filling is no setting.
-constexpr std::array keptByReset = {"sdused", "sdleft"};
-
-void resetParameters(soci::session& sql, const std::string& ipncid) {
-    const auto stored = store::parametersOf(sql, ipncid);
-    store::clearParameters(sql, ipncid);
-    for (const char* name : keptByReset) {
-        if (const auto found = stored.find(name); found != stored.end())
-            store::setParameter(sql, ipncid, found->first, found->second);
-    }
-}
-
-void formatCard(soci::session& sql, const std::string& ipncid) {
-    const auto stored = store::parametersOf(sql, ipncid);
-    const auto number = [&](const char* name) {
-        return integerOf(storedOrDefault(*findParameter(name), stored, nullptr)).value_or(0);
-    };
-    const std::int64_t size = number("sdused") + number("sdleft");
-    store::setParameter(sql, ipncid, "sdused", "0");
-    store::setParameter(sql, ipncid, "sdleft", std::to_string(size));
-}
-
-/// A reset comes before the values that are written along with it.
-void applyWrites(soci::session& sql, const std::string& ipncid, const std::vector<Write>& writes) {
-    const auto has = [&](std::string_view name) {
-        return std::any_of(writes.begin(), writes.end(),
-                           [name](const Write& write) { return name == write.parameter->name; });
-    };
-    if (has("paradefaultcmd"))
-        resetParameters(sql, ipncid);
-    if (has("sdformat"))
-        formatCard(sql, ipncid);
-    for (const Write& write : writes) {
-        const Parameter& parameter = *write.parameter;
-        if (parameter.kind == Parameter::Kind::Command)
-            continue;
-        if (parameter.kind == Parameter::Kind::Secret && write.value == secretMask)
-            continue;
-        store::setParameter(sql, ipncid, parameter.name, toText(write.value));
-    }
 }
 
 bool isNameList(const Json& names) {
@@ -143,9 +100,45 @@ std::optional<store::PlacedDevice> visibleDevice(soci::session& sql, store::Acco
     return device;
 }
 
-DeviceRequests::DeviceRequests(store::Database& database, const NetworkCameras& cameras)
+DeviceRequests::DeviceRequests(store::Database& database, NetworkCameras& cameras, LoopDevices& loops)
     : database_(database)
-    , cameras_(cameras) {}
+    , cameras_(cameras)
+    , loops_(loops) {}
+
+std::unique_ptr<PtzDriver> DeviceRequests::driverOf(const store::Device& device) {
+    if (device.origin != loopOrigin)
+        return nullptr;
+    return std::make_unique<LoopPtz>(device.ipncid, loops_.of(device.ipncid), database_);
+}
+
+bool DeviceRequests::upgradeFits(const store::Device& device, const Json& upgrade) {
+    if (memberAt(upgrade, "uploaded") != nullptr)
+        return integerAt(upgrade, "uploaded") == 1 && loops_.of(device.ipncid)->received().has_value();
+    const auto version = textAt(upgrade, "softwareversion");
+    const auto newest = newestVersionFor(infoOf(device));
+    return version && newest && textAt(*newest, "softwareversion") == version;
+}
+
+/// Does what is no parameter, behind the transaction that wrote the parameters.
+ServiceCode DeviceRequests::begin(const store::Device& device, const DeviceWrites& writes) {
+    if (const auto driver = driverOf(device)) {
+        for (const PtzCommand& move : writes.moves) {
+            if (const ServiceCode code = move(*driver); code != ServiceCode::Done)
+                return code;
+        }
+    }
+    if (device.origin != loopOrigin)
+        return ServiceCode::Done;
+    const auto loop = loops_.of(device.ipncid);
+    if (writes.upgrade) {
+        const auto version = textAt(*writes.upgrade, "softwareversion");
+        if (!loop->upgrade(version ? *version : loop->received().value_or(""), !version))
+            return ServiceCode::TryLater;
+    }
+    if (writes.restarts())
+        loop->restart();
+    return ServiceCode::Done;
+}
 
 Reply DeviceRequests::parameters(store::AccountId account, const Json& message) {
     const auto ipncid = textAt(message, "ipncid");
@@ -153,34 +146,152 @@ Reply DeviceRequests::parameters(store::AccountId account, const Json& message) 
     const Json* values = memberAt(message, "setcmds");
     if (!ipncid || (names == nullptr && values == nullptr) || (names != nullptr && !isNameList(*names)))
         return ServiceCode::BadRequest;
-    std::vector<Write> writes;
+    DeviceWrites writes;
     if (values != nullptr) {
         if (const ServiceCode code = readWrites(*values, writes); code != ServiceCode::Done)
             return code;
     }
     Json content = Json::object();
+    store::Device found;
     const auto work = [&](soci::session& sql) {
         const auto device = visibleDevice(sql, account, *ipncid, cameras_);
         if (!device)
             return ServiceCode::UnknownDevice;
-        if (!allows(*device, values != nullptr ? Right::Admin : Right::Param))
-            return ServiceCode::NoRight;
-        if (!isOnline(device->device, cameras_))
+        found = device->device;
+        for (const Right right : rightsFor(names, values != nullptr ? &writes : nullptr)) {
+            if (!allows(*device, right))
+                return ServiceCode::NoRight;
+        }
+        // The service itself knows how the upgrade goes on, also while the device is away.
+        if (!isOnline(found, cameras_) && (values != nullptr || *names != Json::array({upgradeName})))
             return ServiceCode::DeviceOffline;
+        if (const ServiceCode code = refusal(found, writes); code != ServiceCode::Done)
+            return code;
         if (values != nullptr)
-            applyWrites(sql, *ipncid, writes);
+            applyWrites(sql, *ipncid, writes, loops_.clock().now());
         if (names != nullptr) {
             const auto stored = store::parametersOf(sql, *ipncid);
-            const Json info = Json::parse(device->device.info, nullptr, false);
+            const Json info = infoOf(found);
             Json& read = content["getcmds"] = Json::object();
             for (const Json& name : *names)
                 read[name.get<std::string>()] = readValue(name.get<std::string>(), stored, info);
         }
         return ServiceCode::Done;
     };
-    const ServiceCode code = values != nullptr ? database_.change("write device parameters", work)
-                                               : database_.read("read device parameters", work);
+    ServiceCode code = values != nullptr ? database_.change("write device parameters", work)
+                                         : database_.read("read device parameters", work);
+    if (code == ServiceCode::Done && values != nullptr)
+        code = begin(found, writes);
+    if (code == ServiceCode::Done && names != nullptr)
+        code = readBesides(found, *names, content["getcmds"]);
     return code == ServiceCode::Done ? Reply(std::move(content)) : Reply(code);
+}
+
+ServiceCode DeviceRequests::refusal(const store::Device& device, const DeviceWrites& writes) {
+    const bool loop = device.origin == loopOrigin;
+    if ((!writes.moves.empty() || writes.upgrade) && !loop)
+        return ServiceCode::NotSupported;
+    return writes.upgrade && !upgradeFits(device, *writes.upgrade) ? ServiceCode::BadRequest : ServiceCode::Done;
+}
+
+/// Reads what is no parameter of the table.
+ServiceCode DeviceRequests::readBesides(const store::Device& device, const Json& names, Json& read) {
+    const auto driver = driverOf(device);
+    if (driver == nullptr)
+        return ServiceCode::Done;
+    for (const Json& entry : names) {
+        const auto name = entry.get<std::string>();
+        if (name == netName)
+            read[name] = networkStateOf(device);
+        else if (name == upgradeName)
+            read[name] = upgradeText(loops_.of(device.ipncid)->upgradeState());
+        else if (isPtzName(name)) {
+            if (const ServiceCode code = readPtz(*driver, name, read[name]); code != ServiceCode::Done)
+                return code;
+        }
+    }
+    return ServiceCode::Done;
+}
+
+ServiceCode DeviceRequests::setAddresses(store::AccountId account, const Json& message) {
+    return changeInfo(account, message, withAddresses);
+}
+
+ServiceCode DeviceRequests::setWireless(store::AccountId account, const Json& message) {
+    return changeInfo(account, message, withWireless);
+}
+
+ServiceCode DeviceRequests::changeInfo(store::AccountId account, const Json& message, ChangedInfo changed) {
+    const auto ipncid = textAt(message, "ipncid");
+    if (!ipncid)
+        return ServiceCode::BadRequest;
+    return database_.change("configure a device", [&](soci::session& sql) {
+        const auto placed = visibleDevice(sql, account, *ipncid, cameras_);
+        auto device = placed ? std::make_optional(placed->device) : store::waitingDevice(sql, *ipncid);
+        if (!device)
+            return ServiceCode::UnknownDevice;
+        if (placed && !allows(*placed, Right::Admin))
+            return ServiceCode::NoRight;
+        if (device->origin != loopOrigin)
+            return ServiceCode::NotSupported;
+        if (placed && !isOnline(*device, cameras_))
+            return ServiceCode::DeviceOffline;
+        const auto info = changed(*device, message);
+        if (!info)
+            return ServiceCode::BadRequest;
+        device->info = toText(*info);
+        if (!placed) {
+            store::removeWaiting(sql, *ipncid);
+            store::insertWaiting(sql, *device);
+            return ServiceCode::Done;
+        }
+        storeInfo(sql, *device);
+        return ServiceCode::Done;
+    });
+}
+
+Reply DeviceRequests::newestVersion(store::AccountId account, const Json& message) {
+    const auto ipncid = textAt(message, "ipncid");
+    if (!ipncid)
+        return ServiceCode::BadRequest;
+    std::optional<Json> newest;
+    const ServiceCode code = database_.read("look up a device's firmware", [&](soci::session& sql) {
+        const auto device = visibleDevice(sql, account, *ipncid, cameras_);
+        if (!device)
+            return ServiceCode::UnknownDevice;
+        if (!allows(*device, Right::Param))
+            return ServiceCode::NoRight;
+        if (device->device.origin == loopOrigin)
+            newest = newestVersionFor(infoOf(device->device));
+        return newest ? ServiceCode::Done : ServiceCode::NotSupported;
+    });
+    return code == ServiceCode::Done ? Reply(std::move(*newest)) : Reply(code);
+}
+
+bool DeviceRequests::settleLoops() {
+    bool any = false;
+    for (const auto& [ipncid, loop] : loops_.all()) {
+        const LoopDevice::Change change = loop->takeChange();
+        if (change.reachable) {
+            cameras_.setReachable(ipncid, *change.reachable);
+            any = true;
+        }
+        if (!change.version)
+            continue;
+        any = true;
+        const auto write = [&](soci::session& sql) {
+            // One that was deleted meanwhile needs no version.
+            if (auto device = store::deviceById(sql, ipncid)) {
+                Json info = infoOf(*device);
+                info["softwareversion"] = *change.version;
+                device->info = toText(info);
+                storeInfo(sql, *device);
+            }
+            return ServiceCode::Done;
+        };
+        database_.change("enter a new version", write);
+    }
+    return any;
 }
 
 Reply DeviceRequests::serverData(store::AccountId account, const Json& message) {

@@ -2,19 +2,24 @@
 
 #include "base/JsonText.h"
 #include "base/Reply.h"
+#include "device/LoopDevice.h"
 #include "device/NetworkCameras.h"
+#include "device/PtzDriver.h"
 #include "store/Database.h"
 #include "store/Devices.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace ipncsdk::device {
 
+struct DeviceWrites;
+
 /// Answers the requests that go to a device or ask the service about one. For one thread at a time.
 class DeviceRequests final {
 public:
-    DeviceRequests(store::Database& database, const NetworkCameras& cameras);
+    DeviceRequests(store::Database& database, NetworkCameras& cameras, LoopDevices& loops);
     DeviceRequests(const DeviceRequests&) = delete;
     DeviceRequests& operator=(const DeviceRequests&) = delete;
 
@@ -22,13 +27,33 @@ public:
     [[nodiscard]] Reply parameters(store::AccountId account, const Json& message);
     /// "serverreq": what the service knows of a device.
     [[nodiscard]] Reply serverData(store::AccountId account, const Json& message);
+    /// "setnet" and "apconfig", of the account's own devices and of those that nobody owns.
+    [[nodiscard]] ServiceCode setAddresses(store::AccountId account, const Json& message);
+    [[nodiscard]] ServiceCode setWireless(store::AccountId account, const Json& message);
+    /// "ipnclatestver"
+    [[nodiscard]] Reply newestVersion(store::AccountId account, const Json& message);
+
+    /// Enters what loop cameras have done by themselves: gone, come back, written a version. True when there was
+    /// anything, and lists must be read again.
+    bool settleLoops();
 
 private:
+    using ChangedInfo = std::optional<Json> (*)(const store::Device& device, const Json& message);
+
+    ServiceCode changeInfo(store::AccountId account, const Json& message, ChangedInfo changed);
+    /// Null when the device cannot be moved.
+    std::unique_ptr<PtzDriver> driverOf(const store::Device& device);
+    ServiceCode begin(const store::Device& device, const DeviceWrites& writes);
+    /// Why the device does not take the writes.
+    ServiceCode refusal(const store::Device& device, const DeviceWrites& writes);
+    ServiceCode readBesides(const store::Device& device, const Json& names, Json& read);
+    bool upgradeFits(const store::Device& device, const Json& upgrade);
     Reply stateOf(store::AccountId account, const Json& message);
     static Reply sensorData(const Json& message);
 
     store::Database& database_;
-    const NetworkCameras& cameras_;
+    NetworkCameras& cameras_;
+    LoopDevices& loops_;
 };
 
 /// True when the device can be reached as far as the service knows.

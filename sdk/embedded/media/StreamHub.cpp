@@ -153,7 +153,9 @@ private:
 
 std::unique_ptr<StreamReader> StreamHub::Impl::makeReader(const StreamKey& key) {
     if (const auto* loop = std::get_if<LoopSource>(&key.source)) {
-        return std::make_unique<LoopReader>(library_, LoopKey{*loop, key.quality}, lineOf(key.camera));
+        auto control = options_.loopControl ? options_.loopControl(key.camera) : nullptr;
+        return std::make_unique<LoopReader>(library_, LoopKey{*loop, key.quality}, lineOf(key.camera),
+                                            std::move(control));
     }
     if (const auto* file = std::get_if<FileSource>(&key.source)) {
         return std::make_unique<FileReader>(*file, key.camera,

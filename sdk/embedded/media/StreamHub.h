@@ -16,6 +16,8 @@ class TCPSocketDelegate;
 
 namespace ipncsdk::media {
 
+class LoopControl;
+
 struct HubOptions {
     /// Where the recorded loops are kept once they are made; created when missing.
     std::filesystem::path loopFolder;
@@ -29,6 +31,8 @@ struct HubOptions {
     /// How long the network may be silent while running, and how long opening may take where the subscription does
     /// not say otherwise.
     std::chrono::milliseconds networkTimeout{10000};
+    /// What moves and restarts a loop camera; null where nothing does. Called from inside `subscribe` and `preview`.
+    std::function<std::shared_ptr<const LoopControl>(const std::string& camera)> loopControl = nullptr;
 };
 
 /// Reads, decodes and hands out streams. Thread-safe.

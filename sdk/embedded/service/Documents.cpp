@@ -1,7 +1,9 @@
 #include "service/Documents.h"
 
 #include "device/DeviceRequests.h"
+#include "device/NetworkSettings.h"
 #include "device/Rights.h"
+#include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
 #include "world/FirstWorld.h"
@@ -80,6 +82,18 @@ Json Documents::localDevices() const {
                        {"onvif", false},
                        {"model", "RTSP"}};
     }
+    // Recorded scenes answer on every network.
+    database_.read("read the devices that wait", [&devices](soci::session& sql) {
+        for (const store::Device& device : store::waitingDevices(sql)) {
+            const Json info = storedJson(device.info, Json::object());
+            const Json net = device::networkStateOf(device);
+            devices[device.ipncid] = {
+                {"ipncid", device.ipncid}, {"name", device.name}, {"type", device.type},
+                {"ip", net["ip"]},         {"url", ""},           {"mac", net["mac"]},
+                {"added", false},          {"onvif", false},      {"model", textAt(info, "model").value_or("")}};
+        }
+        return ServiceCode::Done;
+    });
     return devices;
 }
 

@@ -2,6 +2,8 @@
 
 #include <soci/soci.h>
 
+#include <utility>
+
 namespace ipncsdk::store {
 
 std::optional<Device> waitingDevice(soci::session& sql, const std::string& ipncid) {
@@ -13,6 +15,24 @@ std::optional<Device> waitingDevice(soci::session& sql, const std::string& ipnci
         soci::into(device.video), soci::use(ipncid, "device");
     device.origin = "loop";
     return sql.got_data() ? std::make_optional(device) : std::nullopt;
+}
+
+std::vector<Device> waitingDevices(soci::session& sql) {
+    std::string id;
+    std::vector<std::string> ids;
+    {
+        soci::statement statement =
+            (sql.prepare << "select ipncid from waitingdevices order by ipncid", soci::into(id));
+        statement.execute();
+        while (statement.fetch())
+            ids.push_back(id);
+    }
+    std::vector<Device> devices;
+    for (const std::string& each : ids) {
+        if (auto device = waitingDevice(sql, each))
+            devices.push_back(std::move(*device));
+    }
+    return devices;
 }
 
 void insertWaiting(soci::session& sql, const Device& device) {

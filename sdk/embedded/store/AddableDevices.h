@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace soci {
 class session;
@@ -16,6 +17,8 @@ namespace ipncsdk::store {
 
 /// A device that no account owns; nothing when none waits under this id.
 std::optional<Device> waitingDevice(soci::session& sql, const std::string& ipncid);
+/// All that wait, by id.
+std::vector<Device> waitingDevices(soci::session& sql);
 /// Adds a device that waits; owner, origin, state and group of it mean nothing.
 void insertWaiting(soci::session& sql, const Device& device);
 void removeWaiting(soci::session& sql, const std::string& ipncid);

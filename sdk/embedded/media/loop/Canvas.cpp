@@ -40,9 +40,10 @@ int cornersFor(float radius) {
 
 } // namespace
 
-Canvas::Canvas(Picture& picture)
+Canvas::Canvas(Picture& picture, const Window& window)
     : picture_(picture)
-    , scale_(static_cast<float>(picture.height) / sceneHeight) {}
+    , scale_(static_cast<float>(picture.height) / sceneHeight * window.magnification)
+    , origin_(window.origin) {}
 
 /// The shape's box in pixels, cut to the picture and widened to whole chroma samples.
 Canvas::Box Canvas::clippedBox(float left, float top, float right, float bottom) const {
@@ -164,7 +165,7 @@ void Canvas::polygon(std::span<const Point> points, Colour colour, float alpha) 
         top = std::min(top, point.y);
         bottom = std::max(bottom, point.y);
     }
-    const Box box = clippedBox(left * scale_, top * scale_, right * scale_, bottom * scale_);
+    const Box box = clippedBox(pixelX(left), pixelY(top), pixelX(right), pixelY(bottom));
     if (box.empty()) {
         return;
     }
@@ -172,7 +173,7 @@ void Canvas::polygon(std::span<const Point> points, Colour colour, float alpha) 
         static_cast<std::size_t>(box.right - box.left + 2) * static_cast<std::size_t>(box.bottom - box.top);
     area_.assign(cells, 0.0F);
     const auto toBox = [&](const Point& point) {
-        return Point{point.x * scale_ - static_cast<float>(box.left), point.y * scale_ - static_cast<float>(box.top)};
+        return Point{pixelX(point.x) - static_cast<float>(box.left), pixelY(point.y) - static_cast<float>(box.top)};
     };
     Point previous = toBox(points.back());
     for (const Point& point : points) {
@@ -241,12 +242,12 @@ void Canvas::line(Point from, Point to, float width, Colour colour, float alpha)
 }
 
 void Canvas::gradient(float x, float y, float width, float height, Colour top, Colour bottom) {
-    const Box box = clippedBox(x * scale_, y * scale_, (x + width) * scale_, (y + height) * scale_);
+    const Box box = clippedBox(pixelX(x), pixelY(y), pixelX(x + width), pixelY(y + height));
     const auto between = [](std::uint8_t from, std::uint8_t to, float part) {
         return static_cast<float>(from) + (static_cast<float>(to) - static_cast<float>(from)) * part;
     };
     for (int row = box.top; row < box.bottom; ++row) {
-        const float part = std::clamp((static_cast<float>(row) + 0.5F - y * scale_) / (height * scale_), 0.0F, 1.0F);
+        const float part = std::clamp((static_cast<float>(row) + 0.5F - pixelY(y)) / (height * scale_), 0.0F, 1.0F);
         const auto fill = [&](std::uint8_t* samples, float value, int left, int right) {
             for (int column = left; column < right; ++column) {
                 const std::uint32_t dither = noise(static_cast<std::uint32_t>(row * 8192 + column)) & 255U;
@@ -265,8 +266,8 @@ void Canvas::gradient(float x, float y, float width, float height, Colour top, C
 }
 
 void Canvas::glow(Point centre, float radiusX, float radiusY, Colour colour, float alpha) {
-    const Box box = clippedBox((centre.x - radiusX) * scale_, (centre.y - radiusY) * scale_,
-                               (centre.x + radiusX) * scale_, (centre.y + radiusY) * scale_);
+    const Box box = clippedBox(pixelX(centre.x - radiusX), pixelY(centre.y - radiusY), pixelX(centre.x + radiusX),
+                               pixelY(centre.y + radiusY));
     if (box.empty()) {
         return;
     }
@@ -277,9 +278,10 @@ void Canvas::glow(Point centre, float radiusX, float radiusY, Colour colour, flo
     for (int row = box.top; row < box.bottom; row += 2) {
         for (int half = 0; half < 2; ++half) {
             std::uint8_t* coverage = coverage_.data() + stride * static_cast<std::size_t>(half);
-            const float dy = ((static_cast<float>(row + half) + 0.5F) / scale_ - centre.y) / radiusY;
+            const float dy = ((static_cast<float>(row + half) + 0.5F) / scale_ + origin_.y - centre.y) / radiusY;
             for (int column = 0; column < width; ++column) {
-                const float dx = ((static_cast<float>(box.left + column) + 0.5F) / scale_ - centre.x) / radiusX;
+                const float dx =
+                    ((static_cast<float>(box.left + column) + 0.5F) / scale_ + origin_.x - centre.x) / radiusX;
                 const float rest = std::max(0.0F, 1 - dx * dx - dy * dy);
                 coverage[column] = toCoverage(rest * rest, strength);
             }
@@ -290,7 +292,7 @@ void Canvas::glow(Point centre, float radiusX, float radiusY, Colour colour, flo
 }
 
 void Canvas::grain(float x, float y, float width, float height, int amplitude, std::uint32_t seed) {
-    const Box box = clippedBox(x * scale_, y * scale_, (x + width) * scale_, (y + height) * scale_);
+    const Box box = clippedBox(pixelX(x), pixelY(y), pixelX(x + width), pixelY(y + height));
     for (int row = box.top; row < box.bottom; ++row) {
         std::uint8_t* luma =
             picture_.plane(0) + static_cast<std::size_t>(row) * static_cast<std::size_t>(picture_.width);

@@ -32,6 +32,15 @@ struct Point {
     float y = 0;
 };
 
+/// The part of a scene that a picture shows.
+struct Window {
+    Point origin;            ///< of the scene, at the picture's left top
+    float magnification = 1; ///< 1: the whole scene is as wide as the picture
+    friend bool operator==(const Window& a, const Window& b) {
+        return a.origin.x == b.origin.x && a.origin.y == b.origin.y && a.magnification == b.magnification;
+    }
+};
+
 /// An 8-bit coverage picture in pixels, as a font renderer makes it.
 struct Mask {
     int width = 0;
@@ -52,7 +61,7 @@ public:
     static constexpr float sceneWidth = 16;
     static constexpr float sceneHeight = 9;
 
-    explicit Canvas(Picture& picture);
+    explicit Canvas(Picture& picture, const Window& window = {});
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 
@@ -89,6 +98,8 @@ private:
         bool empty() const { return left >= right || top >= bottom; }
     };
 
+    float pixelX(float x) const { return (x - origin_.x) * scale_; }
+    float pixelY(float y) const { return (y - origin_.y) * scale_; }
     Box clippedBox(float left, float top, float right, float bottom) const;
     void addEdge(const Box& box, Point from, Point to);
     void fillCoverage(const Box& box, Colour colour, float alpha);
@@ -98,6 +109,7 @@ private:
 
     Picture& picture_;
     float scale_;
+    Point origin_;
     std::vector<float> area_;            ///< signed areas of the shape being filled, a row of the box after another
     std::vector<std::uint8_t> coverage_; ///< two rows of the box
 };

@@ -26,6 +26,8 @@ public:
 
     /// The loop of a key; its groups may come later. Reads the loop's file where there is one.
     std::shared_ptr<Loop> acquire(const LoopKey& key);
+    /// The still part of a scene, painted at first use and kept while somebody has it.
+    std::shared_ptr<const Picture> backdrop(int scene, int width, int height);
 
 private:
     static constexpr std::size_t makers = 2;
@@ -33,7 +35,6 @@ private:
     bool loadFile(Loop& loop) const;
     void work();
     void make(Loop& loop);
-    std::shared_ptr<const Picture> backdrop(int scene, int width, int height);
 
     const std::filesystem::path folder_;
     const Log log_;

@@ -37,20 +37,28 @@ LoopPainter::LoopPainter(const LoopKey& key, std::shared_ptr<const Picture> back
     }
 }
 
-Picture LoopPainter::paintBackdrop(int scene, int width, int height) {
+Picture LoopPainter::paintBackdrop(int scene, int width, int height, const Window& window) {
     Picture picture;
     picture.resize(width, height);
-    Canvas canvas(picture);
+    Canvas canvas(picture, window);
     canvas.rect(0, 0, Canvas::sceneWidth, Canvas::sceneHeight, black);
     sceneOf(scene).paintBackground(canvas);
     return picture;
 }
 
-void LoopPainter::paint(int index, Picture& picture) {
+void LoopPainter::paint(int index, Picture& picture, const View& view) {
     const int frame = static_cast<int>((static_cast<unsigned>(index) + key_.source.phase % loopLength) % loopLength);
+    if (const Window window = windowOf(view); !(window == window_)) {
+        background_ =
+            std::make_shared<const Picture>(paintBackdrop(key_.source.scene, key_.width(), key_.height(), window));
+        window_ = window;
+    }
     picture = *background_;
+    Canvas sceneCanvas(picture, window_);
+    scene_.paintFrame(sceneCanvas, static_cast<float>(frame) / static_cast<float>(loopLength));
+    defocus(picture, view.focus);
+    expose(picture, view.iris);
     Canvas canvas(picture);
-    scene_.paintFrame(canvas, static_cast<float>(frame) / static_cast<float>(loopLength));
     const int margin = key_.height() / 30;
     paintText(canvas, margin, margin, title_);
     paintClock(canvas, frame);

@@ -3,6 +3,7 @@
 #include "media/loop/LoopFormat.h"
 #include "media/loop/Scene.h"
 #include "media/loop/TextPainter.h"
+#include "media/loop/View.h"
 
 #include <array>
 #include <memory>
@@ -13,16 +14,17 @@ namespace ipncsdk::media {
 /// One object belongs to one thread.
 class LoopPainter final {
 public:
-    /// `background` is what `paintBackdrop` made for the same scene and size.
+    /// `background` is what `paintBackdrop` made for the same scene and size, the whole scene.
     LoopPainter(const LoopKey& key, std::shared_ptr<const Picture> background);
     LoopPainter(const LoopPainter&) = delete;
     LoopPainter& operator=(const LoopPainter&) = delete;
 
     /// The still part of a scene.
-    static Picture paintBackdrop(int scene, int width, int height);
+    static Picture paintBackdrop(int scene, int width, int height, const Window& window = {});
 
-    /// Paints frame `index` (0 to `loopLength` - 1) into `picture`, which gets the loop's size.
-    void paint(int index, Picture& picture);
+    /// Paints frame `index` (0 to `loopLength` - 1) into `picture`, which gets the loop's size, as the camera sees it
+    /// from `view`. Title and clock stay where they are. A view that differs from the one before costs its backdrop.
+    void paint(int index, Picture& picture, const View& view = {});
 
 private:
     void paintClock(Canvas& canvas, int frame) const;
@@ -31,6 +33,7 @@ private:
     LoopKey key_;
     const Scene& scene_;
     std::shared_ptr<const Picture> background_;
+    Window window_; ///< what `background_` shows
     Mask title_;
     std::array<Mask, 12> clockGlyphs_; ///< 0 to 9, ':' and '.'
     int clockCell_ = 0;                ///< pixels from one digit of the clock to the next

@@ -1,7 +1,5 @@
 #include "media/loop/LoopReader.h"
 
-#include "media/loop/LoopVoice.h"
-
 #include <functional>
 #include <utility>
 
@@ -33,10 +31,12 @@ void speak(ReaderHost& host, LoopVoice& voice, int frame) {
 
 } // namespace
 
-LoopReader::LoopReader(LoopLibrary& library, LoopKey key, std::shared_ptr<const TalkLine> line)
+LoopReader::LoopReader(LoopLibrary& library, LoopKey key, std::shared_ptr<const TalkLine> line,
+                       std::shared_ptr<const LoopControl> control)
     : library_(library)
     , key_(std::move(key))
-    , line_(std::move(line)) {}
+    , line_(std::move(line))
+    , control_(std::move(control)) {}
 
 std::shared_ptr<const Gop> LoopReader::await(ReaderHost& host, const Loop& loop, std::size_t number) const {
     std::shared_ptr<const Gop> gop;
@@ -49,37 +49,92 @@ std::shared_ptr<const Gop> LoopReader::await(ReaderHost& host, const Loop& loop,
 StreamError LoopReader::run(ReaderHost& host) {
     host.stage(OpenStage::Information);
     const std::shared_ptr<Loop> loop = library_.acquire(key_);
-    host.stage(OpenStage::Loading);
-    std::shared_ptr<const Gop> gop = await(host, *loop, 0);
-    if (gop == nullptr) {
-        return loop->failed() ? StreamError::Internal : StreamError::None;
-    }
-    host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP", true, true});
     LoopVoice voice(key_.source.scene, line_);
     // Cameras that start together are spread over one frame's time, so that they do not all work at once. The first
     // picture is awaited by somebody and comes without that.
-    auto spread = microseconds(std::hash<std::string>{}(key_.text()) % framePeriod.count());
-    Clock::time_point due = Clock::now();
-    microseconds time{0};
-    for (std::size_t number = 0;; number = (number + 1) % Loop::gopCount) {
-        gop = await(host, *loop, number);
-        if (gop == nullptr) {
-            return loop->failed() ? StreamError::Internal : StreamError::None;
+    spread_ = microseconds(std::hash<std::string>{}(key_.text()) % framePeriod.count());
+    End end = End::Lost;
+    while (end == End::Lost && waitUntilReachable(host)) {
+        host.stage(OpenStage::Loading);
+        end = serve(host, *loop, voice);
+    }
+    return end == End::Failed ? StreamError::Internal : StreamError::None;
+}
+
+bool LoopReader::waitUntilReachable(ReaderHost& host) const {
+    if (!state().reachable) {
+        host.stage(OpenStage::Connecting);
+    }
+    while (host.running()) {
+        if (state().reachable) {
+            return true;
         }
-        std::size_t offset = 0;
-        for (std::size_t index = 0; index < gop->sizes.size(); ++index) {
-            const auto now = Clock::now();
-            due = now - due > patience ? now : due;
-            if (!host.waitUntil(due)) {
-                return StreamError::None;
-            }
-            host.frame({gop->bytes.data() + offset, gop->sizes[index], index == 0, time});
-            speak(host, voice, static_cast<int>(number) * loopGopLength + static_cast<int>(index));
-            offset += gop->sizes[index];
-            due += framePeriod + std::exchange(spread, microseconds(0));
-            time += framePeriod;
+        host.waitUntil(Clock::now() + milliseconds(50));
+    }
+    return false;
+}
+
+LoopReader::End LoopReader::serve(ReaderHost& host, const Loop& loop, LoopVoice& voice) {
+    bool opened = false;
+    due_ = Clock::now();
+    camera_.reset();
+    for (std::size_t number = 0;; number = (number + 1) % Loop::gopCount) {
+        const std::shared_ptr<const Gop> gop = await(host, loop, number);
+        if (gop == nullptr) {
+            return loop.failed() ? End::Failed : End::Host;
+        }
+        if (!std::exchange(opened, true)) {
+            host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP", true, true});
+            due_ = Clock::now();
+        }
+        const End end = serveGroup(host, *gop, static_cast<int>(number) * loopGopLength, voice);
+        if (end != End::Host || !host.running()) {
+            return end;
         }
     }
+}
+
+LoopReader::End LoopReader::serveGroup(ReaderHost& host, const Gop& gop, int firstFrame, LoopVoice& voice) {
+    std::size_t offset = 0;
+    for (std::size_t index = 0; index < gop.sizes.size(); ++index) {
+        const auto now = Clock::now();
+        due_ = now - due_ > patience ? now : due_;
+        if (!host.waitUntil(due_)) {
+            return End::Host;
+        }
+        const LoopControl::State current = state();
+        if (!current.reachable) {
+            return End::Lost;
+        }
+        const int frame = firstFrame + static_cast<int>(index);
+        if (!show(host, {gop.bytes.data() + offset, gop.sizes[index], index == 0, time_}, frame, current.view)) {
+            return End::Failed;
+        }
+        speak(host, voice, frame);
+        offset += gop.sizes[index];
+        due_ += framePeriod + std::exchange(spread_, microseconds(0));
+        time_ += framePeriod;
+    }
+    return End::Host;
+}
+
+bool LoopReader::show(ReaderHost& host, const CodedFrame& recorded, int frame, const View& view) {
+    // The recording can be gone back to at its key frames only; until then the home view is painted.
+    if (view.isHome() && (camera_ == nullptr || recorded.keyFrame)) {
+        camera_.reset();
+        host.frame(recorded);
+        return true;
+    }
+    if (camera_ == nullptr) {
+        camera_ =
+            std::make_unique<LoopCamera>(key_, library_.backdrop(key_.source.scene, key_.width(), key_.height()));
+    }
+    const Gop* const shot = camera_->shoot(frame, view);
+    if (shot == nullptr) {
+        return false;
+    }
+    host.frame({shot->bytes.data(), shot->bytes.size(), camera_->isKeyFrame(), recorded.time});
+    return true;
 }
 
 } // namespace ipncsdk::media

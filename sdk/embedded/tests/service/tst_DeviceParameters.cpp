@@ -96,7 +96,7 @@ void tst_DeviceParameters::writes_data() {
     row("value of null", R"({"mirror":null})", 2);
     row("read only", R"({"sdused":0})", 2);
     row("unknown", R"({"nosuchname":0})", 1);
-    row("file list of the card", R"({"sdlist":1})", 1);
+    row("file list of the card as a number", R"({"sdlist":1})", 2);
     row("command with a value", R"({"ipcamrestartcmd":1})", 0);
     row("command in a list", R"(["ipcamrestartcmd"])", 0);
     row("command with an object", R"({"ipcamrestartcmd":{}})", 2);
@@ -148,6 +148,10 @@ void tst_DeviceParameters::factoryReset() {
     QCOMPARE(set(sdk, "CAM0001", {{"mirror", 1}, {"bitrate1", 1024}, {"sdformat", 1}}).at("retcode"), Json(0));
     QCOMPARE(set(sdk, "CAM0002", {{"mirror", 1}}).at("retcode"), Json(0));
     QCOMPARE(set(sdk, "CAM0001", {{"paradefaultcmd", 1}, {"flip", 1}}).at("retcode"), Json(0));
+    // It restarts with what it has been given.
+    QCOMPARE(get(sdk, "CAM0001", {"mirror"}).at("retcode"), Json(10));
+    sdk.clock->advance(std::chrono::seconds(4));
+    QVERIFY(waitFor([&] { return get(sdk, "CAM0001", {"mirror"}).at("retcode") == 0; }));
     QCOMPARE(value(sdk, "mirror"), Json(0));
     QCOMPARE(value(sdk, "bitrate1"), Json(2048));
     QCOMPARE(value(sdk, "flip"), Json(1));   // written along with the reset

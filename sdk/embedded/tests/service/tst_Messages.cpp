@@ -102,7 +102,7 @@ void tst_Messages::malformedRequests_data() {
     row("sensors, no inputs", R"({"reqtype":"serverreq","serverreq":{"type":"sensordatareq"}})", 2);
     row("sensors, input of a text",
         R"({"reqtype":"serverreq","serverreq":{"type":"sensordatareq","sensordatareq":{"inputid":["x"]}}})", 2);
-    row("unknown family", R"({"reqtype":"downsdfile"})", 1);
+    row("unknown family", R"({"reqtype":"nosuchfamily"})", 1);
     row("family of control characters", R"({"reqtype":"\u0001\u0002"})", 1);
     row("preview, no id", R"({"reqtype":"preview"})", 6);
     row("preview, width of a text", R"({"reqtype":"preview","ipncid":"CAM0001","width":"x"})", 6);
@@ -145,8 +145,8 @@ void tst_Messages::malformedCommands() {
     sdk.settle();
     QCOMPARE(results.all().size(), std::size_t{1});
     QCOMPARE(results.all().front().at("retcode"), Json(2));
-    QCOMPARE(sdk.command({{"type", "setnet"}}).at("retcode"), Json(1));
-    QCOMPARE(sdk.command({{"type", "apconfig"}}).at("errcode"), Json("(not supported)"));
+    QCOMPARE(sdk.command({{"type", "setnet2"}}).at("retcode"), Json(1));
+    QCOMPARE(sdk.command({{"type", "apconfig2"}}).at("errcode"), Json("(not supported)"));
     QVERIFY(sdk.command({{"type", "version"}}).at("version").is_string());
 }
 
