@@ -39,6 +39,10 @@ constexpr std::array Table{
     Entry{22, "(sms limit)", QT_TRANSLATE_NOOP("ServerErrors", "验证码发送过于频繁，请稍后再试!")},
     Entry{23, "(friend self)", QT_TRANSLATE_NOOP("ServerErrors", "不能添加自己为好友!")},
     Entry{24, "(word error)", QT_TRANSLATE_NOOP("ServerErrors", "设备验证码错误!")},
+    Entry{25, "(camera password)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机的用户名或密码错误!")},
+    Entry{26, "(camera clock)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机时间与本机相差过大，请先校时!")},
+    Entry{27, "(onvif fault)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机拒绝了请求")},
+    Entry{28, "(no media)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机没有可用的视频流!")},
     Entry{404, "(http 404)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求返回未发现文件404")},
     Entry{500, "(http error)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求服务器返回出错")},
 };
