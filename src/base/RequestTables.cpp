@@ -150,6 +150,12 @@ const QList<DeviceEntry>& deviceTable() {
         {u(u"获取设备最新版本信息"), Form::Own, {u(u"ipnclatestver")}},
         {u(u"设置设备升级"), Form::Pass, {}},
         {u(u"上报采集输入"), Form::Pass, {}},
+        {u(u"获取云台信息"), Form::Read, {u(u"ptzcaps"), u(u"ptzpresets"), u(u"ptzcruises"), u(u"ptzstate")}},
+        {u(u"云台控制"), Form::WriteList, {}},
+        {u(u"获取设备网络参数"), Form::Read, {u(u"netstate")}},
+        {u(u"获取设备升级状态"), Form::Read, {u(u"upgradestate")}},
+        {u(u"读取设备参数"), Form::Pass, {}},
+        {u(u"探测网络摄像机"), Form::Own, {u(u"onvifprobe")}},
     };
     return table;
 }

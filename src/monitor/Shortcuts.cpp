@@ -2,11 +2,11 @@
 
 namespace corvanta {
 
-const std::array<Shortcut, 14>& shortcuts() {
+const std::array<Shortcut, 15>& shortcuts() {
     const auto keys = [](const char* list) {
         return QString::fromLatin1(list).split(QLatin1Char(' '));
     };
-    static const std::array<Shortcut, 14> Table{{
+    static const std::array<Shortcut, 15> Table{{
         {ShortcutId::Escape, keys("Esc"), QStringLiteral("Esc"), QT_TRANSLATE_NOOP("Shortcuts", "退出全屏/还原画面"),
          false},
         {ShortcutId::ToggleVideo, keys("Return Enter"), QStringLiteral("Enter"),
@@ -17,6 +17,11 @@ const std::array<Shortcut, 14>& shortcuts() {
          QT_TRANSLATE_NOOP("Shortcuts", "选择布局：1/4/9/16/18/25/36/64窗口"), true},
         {ShortcutId::MoveSelection, keys("Left Right Up Down"), QStringLiteral("←→↑↓"),
          QT_TRANSLATE_NOOP("Shortcuts", "移动所选窗口"), true},
+        {ShortcutId::MoveCamera,
+         {},
+         QStringLiteral("←→↑↓ + -"),
+         QT_TRANSLATE_NOOP("Shortcuts", "画面放大时转动云台、变焦"),
+         true},
         {ShortcutId::ZoomTile, keys("Space"), QStringLiteral("空格"),
          QT_TRANSLATE_NOOP("Shortcuts", "放大或还原所选窗口"), true},
         {ShortcutId::FullScreen, keys("F11"), QStringLiteral("F11"), QT_TRANSLATE_NOOP("Shortcuts", "全屏"), false},

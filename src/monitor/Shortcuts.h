@@ -14,6 +14,7 @@ enum class ShortcutId {
     StopTile,      ///< end the video of the selected tile
     Layout,        ///< show a layout; the position of the key in `keys` is the layout's in `layouts()`
     MoveSelection, ///< select another tile; `keys` are left, right, up, down
+    MoveCamera,    ///< move the camera of the tile shown alone; held, so the tile takes the keys by itself
     ZoomTile,      ///< show the selected tile alone, or all again
     FullScreen,
     DevicePanel, ///< show or hide the device tree
@@ -37,6 +38,6 @@ struct Shortcut {
 };
 
 /// In the order in which the help shows them.
-const std::array<Shortcut, 14>& shortcuts();
+const std::array<Shortcut, 15>& shortcuts();
 
 } // namespace corvanta

@@ -25,6 +25,19 @@ std::string previewRequest(const QString& deviceId, int width) {
     return QJsonDocument(request).toJson(QJsonDocument::Compact).toStdString();
 }
 
+std::string previewRequest(const QString& url, const QString& user, const QString& password, int width) {
+    QJsonObject request{
+        {QStringLiteral("reqtype"), QStringLiteral("preview")},
+        {QStringLiteral("url"), url},
+        {QStringLiteral("width"), width},
+    };
+    if (!user.isEmpty()) {
+        request.insert(QStringLiteral("user"), user);
+        request.insert(QStringLiteral("password"), password);
+    }
+    return QJsonDocument(request).toJson(QJsonDocument::Compact).toStdString();
+}
+
 PreviewReply readPreview(std::string_view json) {
     if (json.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         return {unreadable, {}, QStringLiteral("too long")};

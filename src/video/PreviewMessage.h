@@ -11,6 +11,9 @@ namespace corvanta::video {
 /// The request for one picture of a device, at most `width` pixels wide, ready to be sent.
 std::string previewRequest(const QString& deviceId, int width);
 
+/// Likewise of a camera that is not added yet, by its RTSP address.
+std::string previewRequest(const QString& url, const QString& user, const QString& password, int width);
+
 /// What came of it.
 struct PreviewReply {
     int retcode = 0;      ///< 0: there is a picture; else one of "avclose"

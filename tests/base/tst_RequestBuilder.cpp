@@ -135,6 +135,13 @@ void tst_RequestBuilder::envelopes_data() {
     row("device", "传感器采集输入数据导出",
         R"({"reqtype":"serverreq","serverreq":{"type":"sensordataexport","sensordataexport":{"a":1,"ipncid":"7"}}})");
     row("device", "获取设备是否在线", R"({"reqtype":"serverreq","serverreq":{"type":"ipncstate","ipncid":"7"}})");
+    row("device", "获取云台信息",
+        R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","getcmds":["ptzcaps","ptzpresets","ptzcruises","ptzstate"]})");
+    row("device", "云台控制", R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","setcmds":{"x":2}})");
+    row("device", "获取设备网络参数", R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","getcmds":["netstate"]})");
+    row("device", "获取设备升级状态", R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","getcmds":["upgradestate"]})");
+    row("device", "读取设备参数", R"({"a":1,"ipncid":"7","reqtype":"p2pmsg"})");
+    row("device", "探测网络摄像机", R"({"a":1,"ipncid":"7","reqtype":"onvifprobe"})");
     row("device", "获取SD卡信息",
         R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","getcmds":["hasdisk","sdused","sdleft","sdinsert"]})");
     row("device", "获取SD卡文件列表", R"({"a":1,"ipncid":"7","reqtype":"p2pmsg","setcmds":{"sdlist":1}})");
@@ -197,7 +204,7 @@ void tst_RequestBuilder::everyNameHasARow() {
     const int entries =
         requests::directTable().size() + requests::accountTable().size() + requests::deviceTable().size();
     QCOMPARE(names.size(), entries);
-    QCOMPARE(entries, 87);
+    QCOMPARE(entries, 93);
 }
 
 void tst_RequestBuilder::callersValuesAreWritten() {

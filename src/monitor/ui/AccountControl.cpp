@@ -49,6 +49,9 @@ void AccountControl::onEntry(AccountEntry entry) {
     case AccountEntry::Rights:
         openRights();
         break;
+    case AccountEntry::Devices:
+        emit sigDevices();
+        break;
     case AccountEntry::SignOut:
         emit sigSignOut();
         break;

@@ -29,6 +29,8 @@ public:
     void openGroupEditor(const QString& groupId);
 
 signals:
+    /// The table of devices is wanted.
+    void sigDevices();
     /// The user wants to sign out.
     void sigSignOut();
 

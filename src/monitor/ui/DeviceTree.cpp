@@ -355,6 +355,11 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
             [this, ipncId, otherId, end = other->rowCount()] { emit sigMoveDevice(ipncId, otherId, end); });
     }
     groups->setEnabled(!groups->isEmpty());
+    menu.addSeparator();
+    add(menu, "deviceConfigure", tr("设备配置"), true, [this, ipncId] { emit sigConfigureDevice(ipncId); });
+    add(menu, "deviceRename", tr("重命名"), true, [this, ipncId] { emit sigRenameDevice(ipncId); });
+    add(menu, "deviceDelete", tr("删除设备"), true, [this, ipncId] { emit sigDeleteDevice(ipncId); });
+    add(menu, "deviceAdd", tr("添加设备"), true, [this, ownId] { emit sigAddDevice(ownId); });
     menu.exec(place);
 }
 
@@ -386,6 +391,8 @@ void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
     add("groupNew", tr("新增分组"), dragEnabled(), [this] { emit sigEditGroup(QString()); });
     add("groupRename", tr("编辑分组"), isReal, [this, id] { emit sigEditGroup(id); });
     add("groupManage", tr("分组管理"), true, [this] { emit sigManageGroups(); });
+    add("groupAddDevice", tr("添加设备"), true, [this, id] { emit sigAddDevice(id); });
+    add("groupDevices", tr("设备管理"), true, [this] { emit sigManageDevices(); });
     menu.addSeparator();
     add("expandAll", tr("全部展开"), true, [this] { expandAll(); });
     add("collapseAll", tr("全部收起"), true, [this] { collapseAll(); });

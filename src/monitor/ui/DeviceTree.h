@@ -55,6 +55,13 @@ signals:
     void sigEditGroup(QString groupId);
     /// The list of groups is to be shown.
     void sigManageGroups();
+    /// A device is to be added, to a group if one is named.
+    void sigAddDevice(QString groupId);
+    void sigConfigureDevice(QString ipncid);
+    void sigRenameDevice(QString ipncid);
+    void sigDeleteDevice(QString ipncid);
+    /// The table of devices is to be shown.
+    void sigManageDevices();
     /// A device is to stand at a place of a group, counted from 0 in the list as it will be then.
     void sigMoveDevice(QString ipncid, QString groupId, int index);
     void sigMoveGroup(QString groupId, int index);

@@ -23,11 +23,13 @@
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
+#include "monitor/ui/ManageControl.h"
 #include "monitor/ui/MessageBar.h"
 #include "monitor/ui/PollRunner.h"
 #include "monitor/ui/RecordControl.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
+#include "monitor/ui/WallPtz.h"
 #include "monitor/ui/WindowKeys.h"
 #include "monitor/ui/WorkspaceKeeper.h"
 #include "monitor/ui/settings/HelpSheet.h"
@@ -63,6 +65,8 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     live_ = new LiveVideo(context_, *grid_, this);
     poll_ = new PollRunner(context_, *live_, this);
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
+    ptz_ = new WallPtz(context_, *grid_, *live_, this);
+    manage_ = new ManageControl(context_, devices_->tree(), *this);
     recorder_ = new Recorder({context_.gateway, storage_, context_.settings,
                               [this](const QString& ipncId) {
                                   const DeviceRecord* const device = context_.devices.device(ipncId);
@@ -92,6 +96,7 @@ MonitorMainUI::~MonitorMainUI() {
     // Before the grid: the streams' pictures go to its tiles. And before the live videos, who works with them.
     delete workspace_;
     delete control_;
+    delete ptz_; // stops a camera that moves
     delete audio_;
     delete talker_;
     delete listener_;
@@ -183,6 +188,9 @@ void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamer
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(account_, &AccountControl::sigSignOut, this, &MonitorMainUI::signOut);
+    connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
+    connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
     connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
@@ -280,6 +288,7 @@ void MonitorMainUI::onKey(corvanta::ShortcutId id, int key) {
         break;
     case Id::ToggleVideo: // the tile or the tree that has the focus does these
     case Id::ZoomTile:
+    case Id::MoveCamera:
         break;
     }
 }
@@ -347,6 +356,8 @@ void MonitorMainUI::onLists() {
     nameTiles();
     live_->followDevices();
     records_->onLists();
+    ptz_->onLists();
+    manage_->onLists();
     if (!context_.devices.isEmpty()) {
         workspace_->restoreVideos();
         if (std::exchange(pollWaits_, false))
@@ -386,6 +397,7 @@ void MonitorMainUI::onAccountChanged() {
     }
     topBar_->setAccount(number);
     account_->onAccount(number);
+    manage_->onAccount(number);
     devices_->setSignedIn(!number.isEmpty());
 }
 
@@ -444,6 +456,7 @@ void MonitorMainUI::closeEvent(QCloseEvent* event) {
     }
     closingAgreed_ = true;
     workspace_->finish();
+    ptz_->stop();
     poll_->pause();
     live_->stopAll();
     emit context_.events.sig_AppClosed();

@@ -15,6 +15,7 @@ class DevicePanel;
 class Fwidget;
 class Listener;
 class LiveVideo;
+class ManageControl;
 class MessageBar;
 class PollRunner;
 class QSplitter;
@@ -26,6 +27,7 @@ class Talker;
 class TopBar;
 class WaitOverlay;
 class WallControl;
+class WallPtz;
 class WorkspaceKeeper;
 
 namespace corvanta::playback {
@@ -54,6 +56,7 @@ public:
     const AppContext& context() const { return context_; }
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
+    ManageControl& manage() const { return *manage_; }
     Recorder& recorder() const { return *recorder_; }
     corvanta::playback::PlaybackPage& playback() const { return *playback_; }
 
@@ -130,6 +133,8 @@ private:
     AudioControl* audio_ = nullptr;
     PollRunner* poll_ = nullptr;
     WallControl* control_ = nullptr;
+    WallPtz* ptz_ = nullptr;
+    ManageControl* manage_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

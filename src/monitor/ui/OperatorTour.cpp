@@ -18,7 +18,8 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , files_(window, script_, wall_)
     , logs_(window, script_)
     , playback_(window, script_, wall_)
-    , account_(window, script_) {
+    , account_(window, script_)
+    , manage_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -61,6 +62,7 @@ void OperatorTour::planEverything() {
     account_.signIn();
     script_.picture(QStringLiteral("signed-in"));
     account_.signedIn(QString());
+    manage_.dialogs(QString());
     planLayouts();
     planSmallest();
     tip();
@@ -70,6 +72,7 @@ void OperatorTour::planLayouts() {
     wall_.layout(1, 1, QStringLiteral("layout-1"));
     wall_.layout(2, 2, QStringLiteral("layout-4"));
     wall_.layout(3, 3, QStringLiteral("layout-9"));
+    manage_.ptz(QString());
     files_.page(QString()); // while there are pictures to store
     files_.viewer();
     wall_.record(4);

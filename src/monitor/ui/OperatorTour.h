@@ -3,6 +3,7 @@
 #include "monitor/ui/tour/AccountTour.h"
 #include "monitor/ui/tour/FilesTour.h"
 #include "monitor/ui/tour/LogsTour.h"
+#include "monitor/ui/tour/ManageTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
 #include "monitor/ui/tour/TourScript.h"
@@ -43,4 +44,5 @@ private:
     LogsTour logs_;
     PlaybackTour playback_;
     AccountTour account_;
+    ManageTour manage_;
 };

@@ -84,6 +84,8 @@ QMenu* TopBar::makeAccountMenu() {
     add(tr("分组管理"), "accountGroups", AccountEntry::Groups);
     add(tr("权限设置"), "accountRights", AccountEntry::Rights);
     menu->addSeparator();
+    add(tr("设备管理"), "accountDevices", AccountEntry::Devices);
+    menu->addSeparator();
     add(tr("退出登录"), "accountSignOut", AccountEntry::SignOut);
     return menu;
 }

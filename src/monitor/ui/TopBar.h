@@ -12,7 +12,7 @@ class QToolButton;
 class VolumePopup;
 
 /// What the menu of a signed-in account offers.
-enum class AccountEntry { Person, Friends, Groups, Rights, SignOut };
+enum class AccountEntry { Person, Friends, Groups, Rights, Devices, SignOut };
 
 /// The strip at the top of the main window: title, modules, account, window buttons. Moves the window.
 class TopBar final : public DragArea {

@@ -1,0 +1,18 @@
+#include "manageWidget/ManageLog.h"
+
+#include "base/OperationLog.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+
+namespace corvanta::manage {
+namespace {
+constexpr int LongestDetail = 500; // characters; a row of a log is to be read
+} // namespace
+
+void logChange(OperationLog& log, const QString& user, const QString& what, const QString& detail) {
+    log.addOperateLog(user, QDateTime::currentDateTime(), QCoreApplication::translate("ManageLog", "设备管理"), what,
+                      detail.left(LongestDetail));
+}
+
+} // namespace corvanta::manage

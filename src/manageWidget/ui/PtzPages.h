@@ -1,0 +1,88 @@
+#pragma once
+
+#include "base/AppContext.h"
+#include "manageWidget/PtzCaps.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+class QTreeWidget;
+
+/// What both pages do: a command to the camera, written into the log where it changes something.
+class PtzPage : public QWidget {
+    Q_OBJECT
+public:
+    PtzPage(const AppContext& context, QString ipncId, QWidget* parent);
+
+signals:
+    /// The camera keeps something else now.
+    void sigChanged();
+
+protected:
+    /// `what` is the change's name in the log, empty where nothing changes.
+    void command(const QString& name, const QVariant& value, QPushButton* busy, const QString& what,
+                 const QString& detail);
+    QPushButton* addButton(const QString& text, const QString& objectName, std::function<void()> clicked);
+
+private:
+    AppContext context_;
+    const QString ipncId_;
+};
+
+/// Places that a camera knows by number and name.
+class PtzPresetPage final : public PtzPage {
+    Q_OBJECT
+public:
+    PtzPresetPage(const AppContext& context, const QString& ipncId, QWidget* parent);
+
+    void show(int most, const QVector<corvanta::manage::PtzPreset>& presets);
+
+private:
+    void set();
+    void remove();
+
+    QTreeWidget* list_;
+    QSpinBox* index_;
+    QLineEdit* name_;
+    QPushButton* set_;
+    QPushButton* go_;
+    QPushButton* remove_;
+};
+
+/// Rounds over presets.
+class PtzCruisePage final : public PtzPage {
+    Q_OBJECT
+public:
+    PtzCruisePage(const AppContext& context, const QString& ipncId, QWidget* parent);
+
+    void show(int most, const QVector<corvanta::manage::PtzCruise>& cruises,
+              const QVector<corvanta::manage::PtzPreset>& presets, int running);
+
+private:
+    void buildEditor();
+    void showOne();
+    void addPoint();
+    void removePoint();
+    void movePoint(int by);
+    void save();
+    void showPoints();
+
+    QVector<corvanta::manage::PtzCruise> cruises_;
+    QVector<corvanta::manage::PtzPreset> presets_;
+    corvanta::manage::PtzCruise edited_;
+    QComboBox* which_;
+    QLineEdit* name_;
+    QTreeWidget* points_;
+    QComboBox* preset_;
+    QSpinBox* seconds_;
+    QPushButton* add_ = nullptr;
+    QPushButton* save_ = nullptr;
+    QPushButton* remove_ = nullptr;
+    QPushButton* start_ = nullptr;
+    QPushButton* stop_ = nullptr;
+};
