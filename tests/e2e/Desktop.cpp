@@ -87,6 +87,11 @@ bool Desktop::isActive(const QString& title, qint64 process) {
     return !active.isEmpty() && xdotool(search(title, process)).split(QLatin1Char('\n')).contains(active);
 }
 
+void Desktop::activate(const QString& title, qint64 process) {
+    if (const auto wanted = window(title, process))
+        xdotool({QStringLiteral("windowactivate"), wanted->id});
+}
+
 std::optional<QRect> Desktop::activePlace() {
     const QString active = xdotool({QStringLiteral("getactivewindow")});
     return active.isEmpty() ? std::nullopt : placeOf(active);

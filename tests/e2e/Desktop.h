@@ -45,6 +45,9 @@ public:
     /// Whether such a window has the keyboard.
     static bool isActive(const QString& title, qint64 process = 0);
 
+    /// Takes such a window to the front, as a task bar does, and asks that it be given the keyboard.
+    static void activate(const QString& title, qint64 process);
+
     /// The place of the window that has the keyboard; nothing when none has.
     static std::optional<QRect> activePlace();
 

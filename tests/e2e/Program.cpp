@@ -67,7 +67,8 @@ const QString& Program::log() {
     // Also what no event has told of yet: what the program shows, it has said before.
     while (process_.state() == QProcess::Running && process_.waitForReadyRead(0)) {
     }
-    said_ += process_.readAll();
+    if (process_.isOpen()) // it was started
+        said_ += process_.readAll();
     log_ = QString::fromUtf8(said_);
     return log_;
 }

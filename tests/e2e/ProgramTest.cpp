@@ -1,9 +1,12 @@
 #include "e2e/ProgramTest.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QtTest>
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 using State = Accessible::State;
 
@@ -20,50 +23,78 @@ void ProgramTest::initTestCase() {
 }
 
 void ProgramTest::init() {
-    if (program_ != nullptr && program_->isRunning())
+    if (isRunning())
         return;
-    dir_ = std::make_unique<QTemporaryDir>();
-    QVERIFY(dir_->isValid());
-    program_ = another();
+    computers_.clear();
+    addComputer();
 }
 
-std::unique_ptr<Program> ProgramTest::another() const {
-    return std::make_unique<Program>(*reader_, dir_->filePath(QStringLiteral("run")), data());
+bool ProgramTest::isRunning() const {
+    return std::any_of(computers_.begin(), computers_.end(),
+                       [](const auto& one) { return one->program != nullptr && one->program->isRunning(); });
+}
+
+std::unique_ptr<Program> ProgramTest::Computer::makeProgram(const ScreenReader& reader) const {
+    return std::make_unique<Program>(reader, dir.filePath(QStringLiteral("run")), data());
+}
+
+void ProgramTest::addComputer() {
+    auto added = std::make_unique<Computer>();
+    QVERIFY(added->dir.isValid());
+    added->program = added->makeProgram(*reader_);
+    at_ = added.get();
+    computers_.push_back(std::move(added));
+}
+
+void ProgramTest::sitAt(int computer) {
+    at_ = computers_.at(static_cast<std::size_t>(computer)).get();
+    if (!program().isRunning())
+        return;
+    const QString title = QRegularExpression::escape(window().title());
+    // One that has a dialog before it gives the keyboard to that.
+    COMES((Desktop::activate(title, program().pid()), Desktop::isActive(QStringLiteral(".*"), program().pid())));
 }
 
 void ProgramTest::cleanup() {
-    const bool failed = QTest::currentTestFailed();
-    const QString log = program_->log();
-    if (failed)
-        std::fprintf(stderr, "%s\n", qPrintable(log));
-    if (failed && qEnvironmentVariableIsSet("CORVANTA_E2E_PICTURES")) {
+    if (QTest::currentTestFailed() && qEnvironmentVariableIsSet("CORVANTA_E2E_PICTURES")) {
         const QString name =
             QStringLiteral("%1-%2.png")
                 .arg(QLatin1String(QTest::currentTestFunction()), QLatin1String(QTest::currentDataTag()));
         Desktop::look().save(qEnvironmentVariable("CORVANTA_E2E_PICTURES") + QLatin1Char('/') + name);
     }
+    for (const auto& computer : computers_)
+        cleanUp(*computer);
+}
+
+void ProgramTest::cleanUp(Computer& computer) const {
+    if (computer.program == nullptr)
+        return;
+    const bool failed = QTest::currentTestFailed();
+    const QString log = computer.program->log();
+    if (failed)
+        std::fprintf(stderr, "%s\n", qPrintable(log));
     if (failed || sharing_ == Sharing::None)
-        program_.reset();
+        computer.program.reset();
     QVERIFY(!hasReport(log));
 }
 
 void ProgramTest::cleanupTestCase() {
-    if (program_ == nullptr || !program_->isRunning())
+    if (!isRunning())
         return;
     // What is only found at the end is found as well.
     quit();
-    const QString log = program_->log();
+    const QString log = program().log();
     if (hasReport(log))
         std::fprintf(stderr, "%s\n", qPrintable(log));
     QVERIFY(!hasReport(log));
-    program_.reset();
+    computers_.clear();
 }
 
 void ProgramTest::start() {
     QVERIFY(program().start());
-    COMES(!(window_ = MainWindow(program().accessible())).isNull());
-    COMES(Program::isActive(window_.window()));
-    BECOMES(window_.frame(), Desktop::activePlace().value_or(QRect()));
+    COMES(!(window() = MainWindow(program().accessible())).isNull());
+    COMES(Program::isActive(window().window()));
+    BECOMES(window().frame(), Desktop::activePlace().value_or(QRect()));
 }
 
 void ProgramTest::openSignIn() {
@@ -156,11 +187,15 @@ void ProgramTest::answer(const QString& title, const QString& button) {
 void ProgramTest::clickIn(const QString& title, const QString& name) {
     COMES(program().isActive(title));
     const Accessible dialog = program().dialog(title);
-    const Accessible control = dialog.find(
-        // Not the text beside it, which may be the same.
-        [&name](const Accessible::Seen& seen) { return seen.name == name && seen.role != Accessible::Role::Label; });
-    QVERIFY2(!control.isNull(), qPrintable(name));
-    COMES(control.has(State::Showing) && control.has(State::Enabled));
+    Accessible control;
+    const auto find = [&] {
+        // Not the text beside it, which may be the same, nor what stands on another page.
+        control = dialog.find([&name](const Accessible::Seen& seen) {
+            return seen.name == name && seen.role != Accessible::Role::Label && seen.thing.has(State::Showing);
+        });
+        return !control.isNull() && control.has(State::Enabled);
+    };
+    QVERIFY2(QTest::qWaitFor(find, Desktop::Patience), qPrintable(name));
     Desktop::click(Program::placeInActive(dialog, control).center());
 }
 

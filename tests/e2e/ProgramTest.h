@@ -9,9 +9,13 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <vector>
 
 /// What the tests of the built program share: a desktop with a screen reader, and a user with one program, which has
 /// never been started. After each test what the program said is searched for a sanitizer's report.
+///
+/// A test may put further computers beside the first one. Their programs share the display and nothing else; all
+/// steps are done at the one where the user sits.
 class ProgramTest : public QObject {
     Q_OBJECT
 public:
@@ -30,11 +34,16 @@ protected:
     explicit ProgramTest(Sharing sharing = Sharing::None)
         : sharing_(sharing) {}
 
-    Program& program() { return *program_; }
-    MainWindow& window() { return window_; }
+    Program& program() { return *at_->program; }
+    const Program& program() const { return *at_->program; }
+    MainWindow& window() { return at_->window; }
     /// Another process of the same user.
-    std::unique_ptr<Program> another() const;
-    QString data() const { return dir_->filePath(QStringLiteral("data 数据")); }
+    std::unique_ptr<Program> another() const { return at_->makeProgram(*reader_); }
+    QString data() const { return at_->data(); }
+    /// One more computer, with a user and a program of its own, and sits down at it.
+    void addComputer();
+    /// Goes to a computer, from 0, and takes its program's window to the front.
+    void sitAt(int computer);
 
     // Each of these is a failure of the test when it does not come about.
     /// Starts the program and waits until its main window has the keyboard.
@@ -60,7 +69,7 @@ protected:
     void clickButton(const QString& name);
     /// Waits for a question, answers it by a button's name and waits until it is gone.
     void answer(const QString& title, const QString& button);
-    /// Clicks a control of a dialog, by its name.
+    /// Clicks a control that a dialog shows, by its name.
     void clickIn(const QString& title, const QString& name);
     /// Opens the settings and shows one of the pages.
     void openSettings(const QString& page);
@@ -75,12 +84,23 @@ protected slots:
     void cleanupTestCase();
 
 private:
+    struct Computer {
+        QTemporaryDir dir;
+        std::unique_ptr<Program> program;
+        MainWindow window;
+
+        QString data() const { return dir.filePath(QStringLiteral("data 数据")); }
+        std::unique_ptr<Program> makeProgram(const ScreenReader& reader) const;
+    };
+
+    bool isRunning() const;
+    void cleanUp(Computer& computer) const;
+
     const Sharing sharing_;
     Desktop desktop_;
     std::unique_ptr<ScreenReader> reader_;
-    std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<Program> program_;
-    MainWindow window_;
+    std::vector<std::unique_ptr<Computer>> computers_;
+    Computer* at_ = nullptr; ///< one of them
 };
 
 /// Leaves the test when a step of it has failed.

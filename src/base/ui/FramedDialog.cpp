@@ -4,8 +4,10 @@
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -59,6 +61,20 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     insideColumn->addWidget(buttonRow_);
     buttonRow_->hide(); // takes no room while it is empty
     outer->addWidget(inside, 1);
+}
+
+void FramedDialog::done(int result) {
+    const bool hadKeyboard = isActiveWindow();
+    const QPointer<FramedDialog> self(this);
+    QDialog::done(result); // tells of it, and whoever hears that may close the windows below
+    if (!hadKeyboard || self == nullptr)
+        return;
+    QWidget* below = parentWidget() == nullptr ? nullptr : parentWidget()->window();
+    while (below != nullptr && !below->isVisible())
+        below = below->parentWidget() == nullptr ? nullptr : below->parentWidget()->window();
+    // Not when another one was opened meanwhile.
+    if (below != nullptr && QApplication::activeModalWidget() == (below->isModal() ? below : nullptr))
+        below->activateWindow();
 }
 
 QPushButton* FramedDialog::addButton(const QString& text, const QString& objectName, bool accepting) {

@@ -13,6 +13,10 @@ class FramedDialog : public QDialog {
 public:
     explicit FramedDialog(const QString& title, QWidget* parent = nullptr);
 
+    /// Closes it. The keyboard, when it had that, goes to the nearest window below it that is still shown: a window
+    /// manager may give it to one that closes at the same moment.
+    void done(int result) override;
+
 protected:
     /// Where a dialog puts its content.
     QVBoxLayout* body() const { return body_; }

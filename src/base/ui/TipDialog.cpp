@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -35,6 +36,8 @@ void TipDialog::addReject(const QString& text, bool destructive) {
         ok->setDefault(false);
         ok->setAutoDefault(false);
         ok->setProperty("primary", false);
+        ok->style()->unpolish(ok); // the style has seen it as the one that Enter presses
+        ok->style()->polish(ok);
         cancel->setFocus();
     }
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -1,0 +1,141 @@
+#include "e2e/AccountTest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <utility>
+
+using Role = Accessible::Role;
+using State = Accessible::State;
+
+namespace {
+const QString Messages = QStringLiteral("短信");
+} // namespace
+
+void AccountTest::init() {
+    STEP(ProgramTest::init());
+    const QString store = data() + QStringLiteral("/service/store.db");
+    STEP(shareStore(store));
+    STEP(addComputer());
+    STEP(shareStore(store));
+    sitAt(0);
+}
+
+void AccountTest::shareStore(const QString& store) const {
+    QVERIFY(QDir().mkpath(data() + QStringLiteral("/config")));
+    QFile file(data() + QStringLiteral("/config/service.json"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const QByteArray content = QJsonDocument(QJsonObject{{QStringLiteral("store"), store}}).toJson();
+    QCOMPARE(file.write(content), qint64(content.size()));
+}
+
+void AccountTest::fill(const QString& title, const QString& field, const QString& text) {
+    STEP(clickIn(title, field));
+    Desktop::keys({QStringLiteral("ctrl+a"), QStringLiteral("Delete")});
+    Desktop::type(text);
+}
+
+void AccountTest::closeTip(const QString& text) {
+    const auto isShown = [&] {
+        return program().isActive(Tip) && !program().dialog(Tip).find(text).isNull();
+    };
+    QVERIFY2(QTest::qWaitFor(isShown, Desktop::Patience), qPrintable(text));
+    answer(Tip, QStringLiteral("确定"));
+}
+
+void AccountTest::readCode(QString& code) {
+    static const QRegularExpression wording(
+        QStringLiteral("^【监控平台】验证码：(\\d{6})，60秒内有效，请勿告诉他人。$"));
+    QString message;
+    const auto isNew = [&] {
+        const Accessible list = program().dialog(Messages).find(Role::Tree, Messages);
+        QString row;
+        for (const Accessible::Seen& cell : list.children()) {
+            if (cell.role != Role::Cell)
+                continue;
+            row += cell.name;
+            if (!wording.match(cell.name).hasMatch())
+                continue;
+            message = cell.name;
+            break; // the newest is the first
+        }
+        return !message.isEmpty() && std::exchange(lastMessage_, row) != row;
+    };
+    COMES(isNew());
+    code = wording.match(message).captured(1);
+    COMES((Desktop::activate(QStringLiteral("^短信$"), program().pid()), program().isActive(Messages)));
+    STEP(clickIn(Messages, Close));
+    COMES(program().dialog(Messages).isNull());
+}
+
+void AccountTest::enterCode(const QString& flow) {
+    STEP(clickIn(flow, GetCode));
+    QString code;
+    STEP(readCode(code));
+    STEP(clickIn(flow, Next));
+    STEP(fill(flow, QStringLiteral("验证码"), code));
+    Desktop::keys({QStringLiteral("Return")});
+}
+
+void AccountTest::enterPasswords(const QString& flow, const QString& password, const QString& repeated) {
+    const QString fresh = flow == Register ? QString() : QStringLiteral("新");
+    STEP(fill(flow, QStringLiteral("输入%1密码").arg(fresh), password));
+    STEP(fill(flow, QStringLiteral("再次输入%1密码").arg(fresh), repeated));
+    clickIn(flow, Submit);
+}
+
+void AccountTest::registerNumber(const QString& number, const QString& password) {
+    STEP(clickIn(SignIn, QStringLiteral("免费注册")));
+    STEP(fill(Register, QStringLiteral("手机号"), number));
+    STEP(enterCode(Register));
+    STEP(enterPasswords(Register, password, password));
+    STEP(answer(Tip, SignIn));
+    COMES(program().isActive(SignIn));
+}
+
+void AccountTest::signInAs(const QString& number, const QString& password) {
+    STEP(openSignIn());
+    typeSignIn(number, password);
+    waitForDevices(true);
+}
+
+void AccountTest::signOut() {
+    STEP(clickButton(Account));
+    STEP(chooseEntry(SignOut));
+    waitForDevices(false);
+}
+
+void AccountTest::openFromMenu(const QString& title) {
+    STEP(clickButton(Account));
+    STEP(chooseEntry(title));
+    COMES(program().isActive(title));
+}
+
+void AccountTest::closeDialog(const QString& title) {
+    STEP(clickIn(title, Close));
+    COMES(program().dialog(title).isNull());
+    COMES(Program::isActive(window().window()));
+}
+
+Accessible AccountTest::rowIn(const QString& title, const QString& list, const QString& text) const {
+    const Accessible rows = program().dialog(title).find([&list](const Accessible::Seen& seen) {
+        return seen.name == list && (seen.role == Role::Tree || seen.role == Role::List) &&
+               seen.thing.has(State::Showing);
+    });
+    for (const Accessible::Seen& row : rows.children()) {
+        if (row.name == text && (row.role == Role::Cell || row.role == Role::ListItem))
+            return row.thing;
+    }
+    return {};
+}
+
+void AccountTest::clickRow(const QString& title, const QString& list, const QString& text) {
+    COMES(program().isActive(title));
+    Accessible row;
+    COMES(!(row = rowIn(title, list, text)).isNull());
+    Desktop::click(Program::placeInActive(program().dialog(title), row).center());
+}
