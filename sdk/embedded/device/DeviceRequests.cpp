@@ -279,9 +279,9 @@ bool DeviceRequests::settleLoops() {
         if (!change.version)
             continue;
         any = true;
-        const auto write = [&](soci::session& sql) {
+        const auto write = [&, id = ipncid](soci::session& sql) {
             // One that was deleted meanwhile needs no version.
-            if (auto device = store::deviceById(sql, ipncid)) {
+            if (auto device = store::deviceById(sql, id)) {
                 Json info = infoOf(*device);
                 info["softwareversion"] = *change.version;
                 device->info = toText(info);
