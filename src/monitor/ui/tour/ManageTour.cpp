@@ -70,10 +70,19 @@ void ManageTour::dialogs(const QString& pictures) {
             if (number == 0)
                 window_.manage().openConfig(firstDevice());
             else
-                qobject_cast<DeviceConfigDialog*>(tour::openDialog())->showPage(number);
+                showConfigPage(number);
         });
     }
     close(QStringLiteral("the configuration"));
+}
+
+void ManageTour::showConfigPage(int number) {
+    auto* const config = window_.findChild<DeviceConfigDialog*>();
+    // A tip about what the device has refused may lie over it.
+    for (QDialog* top = tour::openDialog(); top != nullptr && top != config; top = tour::openDialog())
+        top->reject();
+    if (config != nullptr)
+        config->showPage(number);
 }
 
 void ManageTour::ptz(const QString& pictures) {

@@ -24,6 +24,7 @@ public:
 private:
     void shown(const QString& name, std::function<void()> act);
     void close(const QString& what);
+    void showConfigPage(int number);
     QString firstDevice() const;
 
     MonitorMainUI& window_;
