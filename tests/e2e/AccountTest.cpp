@@ -121,12 +121,15 @@ void AccountTest::closeDialog(const QString& title) {
     COMES(Program::isActive(window().window()));
 }
 
-Accessible AccountTest::rowIn(const QString& title, const QString& list, const QString& text) const {
-    const Accessible rows = program().dialog(title).find([&list](const Accessible::Seen& seen) {
+Accessible AccountTest::listIn(const QString& title, const QString& list) const {
+    return program().dialog(title).find([&list](const Accessible::Seen& seen) {
         return seen.name == list && (seen.role == Role::Tree || seen.role == Role::List) &&
                seen.thing.has(State::Showing);
     });
-    for (const Accessible::Seen& row : rows.children()) {
+}
+
+Accessible AccountTest::rowIn(const QString& title, const QString& list, const QString& text) const {
+    for (const Accessible::Seen& row : listIn(title, list).children()) {
         if (row.name == text && (row.role == Role::Cell || row.role == Role::ListItem))
             return row.thing;
     }
@@ -134,8 +137,22 @@ Accessible AccountTest::rowIn(const QString& title, const QString& list, const Q
 }
 
 void AccountTest::clickRow(const QString& title, const QString& list, const QString& text) {
+    constexpr int head = 40; // px, above the rows
+    constexpr int foot = 8;  // px
     COMES(program().isActive(title));
-    Accessible row;
-    COMES(!(row = rowIn(title, list, text)).isNull());
-    Desktop::click(Program::placeInActive(program().dialog(title), row).center());
+    const Accessible dialog = program().dialog(title);
+    const QRect area = Program::placeInActive(dialog, listIn(title, list)).adjusted(0, head, 0, -foot);
+    QPoint place;
+    const auto isSeen = [&] {
+        const Accessible row = rowIn(title, list, text);
+        if (row.isNull())
+            return false;
+        place = Program::placeInActive(dialog, row).center();
+        if (place.y() >= area.top() && place.y() <= area.bottom())
+            return true;
+        Desktop::turnWheel(area.center(), place.y() > area.center().y());
+        return false;
+    };
+    COMES(isSeen());
+    Desktop::click(place);
 }

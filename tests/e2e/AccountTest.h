@@ -45,13 +45,14 @@ protected:
     void closeDialog(const QString& title);
     /// A row of a dialog's list by one of its texts; null when there is none.
     Accessible rowIn(const QString& title, const QString& list, const QString& text) const;
-    /// Clicks such a row.
+    /// Clicks such a row, turning the wheel where it has to.
     void clickRow(const QString& title, const QString& list, const QString& text);
 
 protected slots:
     void init();
 
 private:
+    Accessible listIn(const QString& title, const QString& list) const;
     void shareStore(const QString& store) const;
 
     QString lastMessage_;

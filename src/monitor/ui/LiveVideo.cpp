@@ -122,6 +122,7 @@ void LiveVideo::onPreview(const QString& ipncId, int tileIndex, int requestId, c
     ItemVideo* const tile = grid_.tile(tileIndex);
     if (picture.isNull()) {
         grid_.setTileText(tileIndex, video::failedText(reply.retcode));
+        failures_.insert(tileIndex, ipncId);
         apply(sessions_.stopPreview(ipncId));
     } else if (tile != nullptr) {
         tile->setText({});
@@ -198,8 +199,21 @@ void LiveVideo::followDevices() {
         if (device == nullptr || device->tileIndex != previewTiles_.value(ipncId))
             apply(sessions_.stopPreview(ipncId));
     }
+    clearFailures();
     if (!moves.empty())
         qualityDelay_.start();
+}
+
+void LiveVideo::clearFailures() {
+    const QMap<int, QString> open = openVideos();
+    for (const int tileIndex : failures_.keys()) {
+        const DeviceRecord* const device = context_.devices.device(failures_.value(tileIndex));
+        if (device != nullptr && device->tileIndex == tileIndex)
+            continue;
+        failures_.remove(tileIndex);
+        if (!open.contains(tileIndex))
+            grid_.setTileText(tileIndex, {});
+    }
 }
 
 void LiveVideo::stopDevice(const QString& ipncId) {
@@ -220,6 +234,8 @@ void LiveVideo::onReport(const QVariantMap& report) {
     if (parsed.kind == video::AvReport::Kind::Close)
         closeGate(parsed.requestId);
     apply(sessions_.onReport(parsed));
+    if (parsed.kind == video::AvReport::Kind::Close)
+        failures_.insert(parsed.tileIndex, parsed.deviceId);
 }
 
 void LiveVideo::apply(const video::SessionActions& actions) {

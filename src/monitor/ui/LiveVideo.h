@@ -77,6 +77,8 @@ private:
     void carryOut(const corvanta::video::StreamEnded& action);
     void carryOut(const corvanta::video::PreviewEnded& action);
     void closeGate(int requestId);
+    /// Takes from a tile what was written there of a device that it does not belong to any more.
+    void clearFailures();
     void sendPreview(const QString& ipncId, int tileIndex);
     void onPreview(const QString& ipncId, int tileIndex, int requestId, const corvanta::video::PreviewReply& reply);
     void adjustQuality();
@@ -90,6 +92,7 @@ private:
     };
     std::map<int, Stream> streams_;    ///< by request id; previews have no tile here
     QHash<QString, int> previewTiles_; ///< by device, of those in the table of previews
+    QMap<int, QString> failures_;      ///< by tile, the device whose failure may be written there
     QHash<int, bool> opensMain_;       ///< by request id, until it is open: whether the main stream was asked for
     corvanta::video::StreamQuality quality_;
     QTimer qualityDelay_; ///< who looks at one tile after another does not want each in full
