@@ -9,11 +9,26 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QVariant>
 
 namespace theme = corvanta::theme;
+
+namespace {
+
+/// A window manager that is still busy with the windows that closed may let the first request pass.
+void giveKeyboard(QWidget& window) {
+    constexpr int again = 100; // ms
+    window.activateWindow();
+    QTimer::singleShot(again, &window, [&window] {
+        if (window.isVisible() && QApplication::activeWindow() == nullptr)
+            window.activateWindow();
+    });
+}
+
+} // namespace
 
 FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
@@ -74,7 +89,7 @@ void FramedDialog::done(int result) {
         below = below->parentWidget() == nullptr ? nullptr : below->parentWidget()->window();
     // Not when another one was opened meanwhile.
     if (below != nullptr && QApplication::activeModalWidget() == (below->isModal() ? below : nullptr))
-        below->activateWindow();
+        giveKeyboard(*below);
 }
 
 QPushButton* FramedDialog::addButton(const QString& text, const QString& objectName, bool accepting) {
