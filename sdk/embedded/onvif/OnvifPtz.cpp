@@ -312,6 +312,7 @@ Outcome<std::vector<PtzPreset>> OnvifPtz::presets() {
             numbered.emplace(*index, name);
     }
     std::vector<PtzPreset> presets;
+    presets.reserve(numbered.size());
     for (auto& [index, name] : numbered)
         presets.push_back({index, name});
     return presets;
