@@ -10,8 +10,8 @@ class AppPaths;
 /// Pictures of accounts: what may be one, and where they are kept.
 namespace corvanta::account {
 
-constexpr qint64 LargestHeadFile = 1024 * 1024; ///< bytes; a file has to be smaller
-constexpr int LargestHeadSide = 4096;           ///< px; a small file may claim to be any size
+constexpr qint64 LargestHeadFile = 1048576; ///< bytes; a file has to be smaller
+constexpr int LargestHeadSide = 4096;       ///< px; a small file may claim to be any size
 
 /// A picture that was looked at, or why it cannot be one: a text for the user.
 struct CheckedHead {

@@ -45,7 +45,7 @@ List headersWith(const std::string& token) {
     List headers(curl_slist_append(nullptr, "Content-Type: application/json"));
     const auto add = [&headers](const std::string& line) {
         if (curl_slist* longer = curl_slist_append(headers.get(), line.c_str()); longer != nullptr) {
-            headers.release();
+            static_cast<void>(headers.release()); // it is part of the longer one
             headers.reset(longer);
         }
     };

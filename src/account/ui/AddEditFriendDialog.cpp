@@ -56,7 +56,7 @@ std::optional<QString> AddEditFriendDialog::problem() const {
     const QString phone = phone_->text().trimmed();
     if (phone.isEmpty())
         return tr("请输入好友手机号!");
-    if (const auto wrongNote = account::checkName(remark_->text().trimmed(), tr("请输入备注!")))
+    if (auto wrongNote = account::checkName(remark_->text().trimmed(), tr("请输入备注!")))
         return wrongNote;
     if (!isNew_)
         return std::nullopt;
