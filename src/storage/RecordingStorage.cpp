@@ -86,7 +86,7 @@ QString RecordingStorage::folderAtOnce(const QString& kind, const QString& ipnci
                                        const QStringList& except) const {
     return folderOn(
         [this, &except] {
-            const QString drive = chooseDrive(except);
+            QString drive = chooseDrive(except);
             if (!drive.isEmpty())
                 return drive;
             seekRoom(except);

@@ -31,7 +31,7 @@ namespace {
 constexpr int FileRole = Qt::UserRole + 1;
 constexpr int ListSeconds = 10; // for the device to list its files
 constexpr int Whole = 100;      // %
-constexpr qint64 MegaByte = 1024 * 1024;
+constexpr qint64 MegaByte = 1048576;
 const QString DayFormat = QStringLiteral("yyyy-MM-dd");
 
 /// A name in the folder that no file has.
