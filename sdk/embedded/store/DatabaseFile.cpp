@@ -1,13 +1,12 @@
 #include "store/DatabaseFile.h"
 
+#include "base/LocalTime.h"
 #include "base/Log.h"
 #include "store/Schema.h"
 
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 
-#include <array>
-#include <ctime>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -104,27 +103,14 @@ Inspected inspect(const fs::path& file, std::chrono::milliseconds busyTimeout) {
     return inspected;
 }
 
-std::string stamp(const Clock& clock) {
-    const std::time_t now = std::chrono::system_clock::to_time_t(clock.now());
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &now);
-#else
-    localtime_r(&now, &local);
-#endif
-    std::array<char, 32> text{};
-    const auto length = std::strftime(text.data(), text.size(), "%Y%m%d%H%M%S", &local);
-    return {text.data(), length};
-}
-
 /// Renames the file and its companions; returns the new name, or nothing when the file could not be renamed.
 std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
     fs::path target = file;
-    target += ".damaged-" + stamp(clock);
+    target += ".damaged-" + localTime(clock, "%Y%m%d%H%M%S");
     std::error_code error;
     for (int attempt = 2; fs::exists(target, error); ++attempt) {
         target = file;
-        target += ".damaged-" + stamp(clock) + "-" + std::to_string(attempt);
+        target += ".damaged-" + localTime(clock, "%Y%m%d%H%M%S") + "-" + std::to_string(attempt);
     }
     fs::rename(file, target, error);
     if (error) {

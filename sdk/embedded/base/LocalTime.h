@@ -1,0 +1,12 @@
+#pragma once
+
+#include "base/Clock.h"
+
+#include <string>
+
+namespace ipncsdk {
+
+/// The clock's time in the machine's time zone, written as `std::put_time` does with `format`.
+std::string localTime(const Clock& clock, const char* format);
+
+} // namespace ipncsdk
