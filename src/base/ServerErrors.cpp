@@ -43,6 +43,10 @@ constexpr std::array Table{
     Entry{26, "(camera clock)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机时间与本机相差过大，请先校时!")},
     Entry{27, "(onvif fault)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机拒绝了请求!")},
     Entry{28, "(no media)", QT_TRANSLATE_NOOP("ServerErrors", "摄像机没有可用的视频流!")},
+    Entry{29, "(in use)", QT_TRANSLATE_NOOP("ServerErrors", "正被联动策略使用，无法删除!")},
+    Entry{30, "(unknown input)", QT_TRANSLATE_NOOP("ServerErrors", "采集输入或控制输出不存在!")},
+    Entry{31, "(write failed)", QT_TRANSLATE_NOOP("ServerErrors", "控制输出写入失败!")},
+    Entry{32, "(limit)", QT_TRANSLATE_NOOP("ServerErrors", "数量已达上限!")},
     Entry{404, "(http 404)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求返回未发现文件404")},
     Entry{500, "(http error)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求服务器返回出错")},
 };

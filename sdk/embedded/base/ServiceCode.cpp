@@ -64,6 +64,14 @@ const char* errorText(ServiceCode code) {
         return "(onvif fault)";
     case ServiceCode::NoMedia:
         return "(no media)";
+    case ServiceCode::InUse:
+        return "(in use)";
+    case ServiceCode::UnknownInput:
+        return "(unknown input)";
+    case ServiceCode::WriteFailed:
+        return "(write failed)";
+    case ServiceCode::Limit:
+        return "(limit)";
     }
     return "(bad request)";
 }

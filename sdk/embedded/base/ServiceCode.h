@@ -34,6 +34,10 @@ enum class ServiceCode : int {
     CameraClock = 26,
     CameraFault = 27,
     NoMedia = 28,
+    InUse = 29,
+    UnknownInput = 30,
+    WriteFailed = 31,
+    Limit = 32,
     NotFound = 404
 };
 
