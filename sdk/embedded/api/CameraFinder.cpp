@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "base/Text.h"
+#include "device/OnvifDriver.h"
 #include "onvif/CameraProbe.h"
 
 #include <chrono>
@@ -14,7 +15,6 @@ namespace ipncsdk::api {
 
 namespace {
 
-using onvif::Refusal;
 using std::chrono::steady_clock;
 
 constexpr std::size_t longestUrl = 1024;
@@ -40,33 +40,14 @@ std::optional<onvif::CameraAddress> addressIn(const Json& message) {
     return onvif::CameraAddress{std::move(*url), {std::move(*user), std::move(*password)}};
 }
 
-ServiceCode codeOf(Refusal refusal) {
-    switch (refusal) {
-    case Refusal::None:
-        return ServiceCode::Done;
-    case Refusal::BadAddress:
-        return ServiceCode::BadRequest;
-    case Refusal::Unreachable:
-    case Refusal::TimedOut:
-    case Refusal::NoOnvif:
-    case Refusal::Cancelled:
-        return ServiceCode::DeviceOffline;
-    case Refusal::Password:
-        return ServiceCode::CameraPassword;
-    case Refusal::Clock:
-        return ServiceCode::CameraClock;
-    case Refusal::Fault:
-    case Refusal::NotSupported:
-        return ServiceCode::CameraFault;
-    case Refusal::NoMedia:
-        return ServiceCode::NoMedia;
-    }
-    return ServiceCode::CameraFault;
+/// A camera that has not what every camera must have is at fault.
+ServiceCode probeCode(onvif::Refusal refusal) {
+    return refusal == onvif::Refusal::NotSupported ? ServiceCode::CameraFault : device::codeOf(refusal);
 }
 
 Reply replyOf(const onvif::Outcome<onvif::CameraDescription>& camera) {
     if (!camera) {
-        Reply reply(codeOf(camera.failure().refusal));
+        Reply reply(probeCode(camera.failure().refusal));
         reply.content["text"] = camera.failure().text;
         return reply;
     }

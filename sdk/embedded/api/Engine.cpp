@@ -35,6 +35,8 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     media::HubOptions hub = hubOptions();
     finder_ = std::make_unique<CameraFinder>(
         CameraFinder::Parts{requests_, found_, network_, stopping_, options.discovery, hub.socketDelegate});
+    cameraControl_ =
+        std::make_unique<CameraControl>(CameraControl::Parts{requests_, cameraTalk_, stopping_, hub.socketDelegate});
     deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{database_, cameras_, loops_, accounts_.session(),
                                                                     requests_, files_, stopping_, hub.loopFolder});
     hub_ = options.makeHub(std::move(hub));
@@ -243,6 +245,7 @@ void Engine::stop() {
     hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
     files_.finish(true);
+    cameraTalk_.finish(true);
     network_.finish(true); // what is under way there looks at `stopping_`, as in the files
     hub_.reset();
     database_.close();

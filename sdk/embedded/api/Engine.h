@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/CallbackKeeper.h"
+#include "api/CameraControl.h"
 #include "api/CameraFinder.h"
 #include "api/ClientChannel.h"
 #include "api/DeviceFiles.h"
@@ -143,15 +144,17 @@ private:
     device::FoundCameras found_;
     service::Documents documents_{database_, cameras_, found_, accounts_};
     device::LoopDevices loops_{clock_};
-    device::DeviceRequests devices_{database_, cameras_, loops_};
+    device::DeviceRequests devices_{database_, cameras_, key_, loops_};
     std::unique_ptr<VideoHub> hub_;
     std::unique_ptr<service::Outbox> outbox_;
     Worker service_{1};
     Worker pictures_{2};
     Worker messages_{2}; ///< waits for the gateway
-    Worker network_{2};
+    Worker network_{2}; ///< searches for cameras, asks those that are not known yet
+    Worker cameraTalk_{2};
     Worker files_{1};
     std::unique_ptr<CameraFinder> finder_;
+    std::unique_ptr<CameraControl> cameraControl_;
     std::unique_ptr<VideoService> video_;
     std::unique_ptr<DeviceFiles> deviceFiles_;
     std::unique_ptr<StoreWatch> watch_;

@@ -1,5 +1,6 @@
 #include "api/Engine.h"
 #include "base/Text.h"
+#include "device/AddedCameras.h"
 
 #include <utility>
 
@@ -76,6 +77,10 @@ void Engine::freshLocalCommand(const RequestPointer& request, const Json& /*mess
     const auto tellAll = [this] {
         tell({{"type", "freshlocal"}, {"freshlocal", documents_.localDevices()}});
     };
+    database_.read("look up the hosts of added cameras", [this](soci::session& sql) {
+        found_.setAddedHosts(device::addedHosts(sql, key_));
+        return ServiceCode::Done;
+    });
     // What is known comes at once; what the network adds, as it answers.
     tellAll();
     finder_->search(tellAll);

@@ -82,8 +82,12 @@ void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
     if (DeviceFiles::isAboutFiles(message))
         return deviceFiles_->cardRequest(request, message);
     const auto caller = accounts_.session().current();
-    const Reply reply = caller ? devices_.parameters(caller->id, message) : Reply(ServiceCode::NotSignedIn);
-    respond(request, responseText("p2pmsg", request->id(), reply, {{"ipncid", echo(textAt(message, "ipncid"))}}));
+    auto answer = caller ? devices_.parameters(caller->id, message)
+                         : device::DeviceAnswer{ServiceCode::NotSignedIn, std::nullopt};
+    if (answer.task)
+        return cameraControl_->perform(request, std::move(*answer.task));
+    respond(request,
+            responseText("p2pmsg", request->id(), answer.reply, {{"ipncid", echo(textAt(message, "ipncid"))}}));
     settleDevices();
 }
 

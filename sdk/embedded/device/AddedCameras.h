@@ -4,6 +4,7 @@
 #include "store/StoreKey.h"
 
 #include <optional>
+#include <set>
 #include <string>
 
 namespace soci {
@@ -22,5 +23,8 @@ constexpr auto addedOrigin = "net";
 bool keepAddedCamera(soci::session& sql, const NetworkCamera& camera, const store::StoreKey& key);
 /// What was kept; nothing when the key is not the one that it was sealed with.
 std::optional<NetworkCamera> addedCamera(soci::session& sql, const std::string& ipncid, const store::StoreKey& key);
+
+/// The hosts of all of them.
+std::set<std::string> addedHosts(soci::session& sql, const store::StoreKey& key);
 
 } // namespace ipncsdk::device

@@ -1,5 +1,6 @@
 #include "device/DeviceRequests.h"
 
+#include "device/AddedCameras.h"
 #include "device/DeviceWrites.h"
 #include "device/Firmware.h"
 #include "device/LoopPtz.h"
@@ -81,6 +82,28 @@ Json readValue(const std::string& name, const std::map<std::string, std::string>
     return value;
 }
 
+/// Takes what the camera does by itself out of the writes and the names; nothing when it does nothing of them.
+std::optional<CameraTask> taskFor(const NetworkCamera& camera, const Json* names, DeviceWrites& writes) {
+    CameraTask task;
+    task.camera = camera;
+    task.moves = std::move(writes.moves);
+    writes.moves.clear();
+    const auto isImage = [](const DeviceWrites::Value& write) {
+        return isImageName(write.parameter->name);
+    };
+    for (const DeviceWrites::Value& write : writes.values) {
+        if (isImage(write))
+            task.image[write.parameter->name] = static_cast<int>(integerOf(write.value).value_or(0));
+    }
+    writes.values.erase(std::remove_if(writes.values.begin(), writes.values.end(), isImage), writes.values.end());
+    for (const Json& entry : names != nullptr ? *names : Json::array()) {
+        const auto name = entry.get<std::string>();
+        if (isPtzName(name) || isImageName(name))
+            task.names.push_back(name);
+    }
+    return task.moves.empty() && task.image.empty() && task.names.empty() ? std::nullopt : std::optional(task);
+}
+
 bool isNameList(const Json& names) {
     return names.is_array() && names.size() <= mostNames &&
            std::all_of(names.begin(), names.end(), [](const Json& name) { return name.is_string(); });
@@ -100,15 +123,31 @@ std::optional<store::PlacedDevice> visibleDevice(soci::session& sql, store::Acco
     return device;
 }
 
-DeviceRequests::DeviceRequests(store::Database& database, NetworkCameras& cameras, LoopDevices& loops)
+bool isImageName(const std::string& name) {
+    static constexpr std::array names = {"brightness", "contrast", "saturation", "sharpness"};
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+DeviceRequests::DeviceRequests(store::Database& database, NetworkCameras& cameras, const store::StoreKey& key,
+                               LoopDevices& loops)
     : database_(database)
     , cameras_(cameras)
+    , key_(key)
     , loops_(loops) {}
 
 std::unique_ptr<PtzDriver> DeviceRequests::driverOf(const store::Device& device) {
     if (device.origin != loopOrigin)
         return nullptr;
     return std::make_unique<LoopPtz>(device.ipncid, loops_.of(device.ipncid), database_);
+}
+
+std::optional<NetworkCamera> DeviceRequests::onvifCamera(soci::session& sql, const store::Device& device) {
+    std::optional<NetworkCamera> camera;
+    if (const NetworkCamera* const named = cameras_.find(device.ipncid))
+        camera = *named;
+    else if (device.origin == addedOrigin)
+        camera = addedCamera(sql, device.ipncid, key_);
+    return camera && !camera->onvifUrl.empty() ? camera : std::nullopt;
 }
 
 bool DeviceRequests::upgradeFits(const store::Device& device, const Json& upgrade) {
@@ -140,19 +179,20 @@ ServiceCode DeviceRequests::begin(const store::Device& device, const DeviceWrite
     return ServiceCode::Done;
 }
 
-Reply DeviceRequests::parameters(store::AccountId account, const Json& message) {
+DeviceAnswer DeviceRequests::parameters(store::AccountId account, const Json& message) {
     const auto ipncid = textAt(message, "ipncid");
     const Json* names = memberAt(message, "getcmds");
     const Json* values = memberAt(message, "setcmds");
     if (!ipncid || (names == nullptr && values == nullptr) || (names != nullptr && !isNameList(*names)))
-        return ServiceCode::BadRequest;
+        return {ServiceCode::BadRequest, {}};
     DeviceWrites writes;
     if (values != nullptr) {
         if (const ServiceCode code = readWrites(*values, writes); code != ServiceCode::Done)
-            return code;
+            return {code, {}};
     }
     Json content = Json::object();
     store::Device found;
+    std::optional<CameraTask> task;
     const auto work = [&](soci::session& sql) {
         const auto device = visibleDevice(sql, account, *ipncid, cameras_);
         if (!device)
@@ -165,8 +205,11 @@ Reply DeviceRequests::parameters(store::AccountId account, const Json& message) 
         // The service itself knows how the upgrade goes on, also while the device is away.
         if (!isOnline(found, cameras_) && (values != nullptr || *names != Json::array({upgradeName})))
             return ServiceCode::DeviceOffline;
-        if (const ServiceCode code = refusal(found, writes); code != ServiceCode::Done)
+        const auto camera = onvifCamera(sql, found);
+        if (const ServiceCode code = refusal(found, camera ? &*camera : nullptr, writes); code != ServiceCode::Done)
             return code;
+        if (camera)
+            task = taskFor(*camera, names, writes);
         if (values != nullptr)
             applyWrites(sql, *ipncid, writes, loops_.clock().now());
         if (names != nullptr) {
@@ -184,12 +227,17 @@ Reply DeviceRequests::parameters(store::AccountId account, const Json& message) 
         code = begin(found, writes);
     if (code == ServiceCode::Done && names != nullptr)
         code = readBesides(found, *names, content["getcmds"]);
-    return code == ServiceCode::Done ? Reply(std::move(content)) : Reply(code);
+    if (code != ServiceCode::Done)
+        return {code, {}};
+    if (task)
+        task->content = content;
+    return {Reply(std::move(content)), std::move(task)};
 }
 
-ServiceCode DeviceRequests::refusal(const store::Device& device, const DeviceWrites& writes) {
+ServiceCode DeviceRequests::refusal(const store::Device& device, const NetworkCamera* camera,
+                                    const DeviceWrites& writes) {
     const bool loop = device.origin == loopOrigin;
-    if ((!writes.moves.empty() || writes.upgrade) && !loop)
+    if ((writes.upgrade && !loop) || (!writes.moves.empty() && !loop && camera == nullptr))
         return ServiceCode::NotSupported;
     return writes.upgrade && !upgradeFits(device, *writes.upgrade) ? ServiceCode::BadRequest : ServiceCode::Done;
 }

@@ -2,11 +2,13 @@
 
 #include "base/JsonText.h"
 #include "base/Reply.h"
+#include "device/CameraTask.h"
 #include "device/LoopDevice.h"
 #include "device/NetworkCameras.h"
 #include "device/PtzDriver.h"
 #include "store/Database.h"
 #include "store/Devices.h"
+#include "store/StoreKey.h"
 
 #include <memory>
 #include <optional>
@@ -19,12 +21,13 @@ struct DeviceWrites;
 /// Answers the requests that go to a device or ask the service about one. For one thread at a time.
 class DeviceRequests final {
 public:
-    DeviceRequests(store::Database& database, NetworkCameras& cameras, LoopDevices& loops);
+    DeviceRequests(store::Database& database, NetworkCameras& cameras, const store::StoreKey& key,
+                   LoopDevices& loops);
     DeviceRequests(const DeviceRequests&) = delete;
     DeviceRequests& operator=(const DeviceRequests&) = delete;
 
-    /// "p2pmsg": reads or writes device parameters. A write is done whole or not at all.
-    [[nodiscard]] Reply parameters(store::AccountId account, const Json& message);
+    /// "p2pmsg": reads or writes device parameters. What the service keeps is written whole or not at all.
+    [[nodiscard]] DeviceAnswer parameters(store::AccountId account, const Json& message);
     /// "serverreq": what the service knows of a device.
     [[nodiscard]] Reply serverData(store::AccountId account, const Json& message);
     /// "setnet" and "apconfig", of the account's own devices and of those that nobody owns.
@@ -45,7 +48,9 @@ private:
     std::unique_ptr<PtzDriver> driverOf(const store::Device& device);
     ServiceCode begin(const store::Device& device, const DeviceWrites& writes);
     /// Why the device does not take the writes.
-    ServiceCode refusal(const store::Device& device, const DeviceWrites& writes);
+    ServiceCode refusal(const store::Device& device, const NetworkCamera* camera, const DeviceWrites& writes);
+    /// How the camera of an account or of the configuration file is reached; nothing when it has no device service.
+    std::optional<NetworkCamera> onvifCamera(soci::session& sql, const store::Device& device);
     ServiceCode readBesides(const store::Device& device, const Json& names, Json& read);
     bool upgradeFits(const store::Device& device, const Json& upgrade);
     Reply stateOf(store::AccountId account, const Json& message);
@@ -53,6 +58,7 @@ private:
 
     store::Database& database_;
     NetworkCameras& cameras_;
+    const store::StoreKey& key_;
     LoopDevices& loops_;
 };
 

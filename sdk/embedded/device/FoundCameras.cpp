@@ -34,6 +34,11 @@ bool FoundCameras::add(const std::vector<onvif::FoundCamera>& cameras) {
     return changed;
 }
 
+void FoundCameras::setAddedHosts(std::set<std::string> hosts) {
+    const std::lock_guard lock(mutex_);
+    addedHosts_ = std::move(hosts);
+}
+
 Json FoundCameras::localDevices(const NetworkCameras& added) const {
     std::set<std::string> hosts;
     for (const auto& [id, camera] : added.all()) {
@@ -50,7 +55,7 @@ Json FoundCameras::localDevices(const NetworkCameras& added) const {
                        {"ip", camera.host},
                        {"url", camera.url},
                        {"mac", camera.mac},
-                       {"added", hosts.count(camera.host) > 0},
+                       {"added", hosts.count(camera.host) + addedHosts_.count(camera.host) > 0},
                        {"onvif", true},
                        {"model", camera.model}};
     }

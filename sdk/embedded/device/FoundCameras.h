@@ -5,6 +5,8 @@
 #include "onvif/DiscoveryMessage.h"
 
 #include <mutex>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace ipncsdk::device {
@@ -22,13 +24,17 @@ public:
     /// Adds those that were not known, and takes what is new about the others; true when anything was.
     bool add(const std::vector<onvif::FoundCamera>& cameras);
 
+    /// The hosts of the cameras that accounts have added.
+    void setAddedHosts(std::set<std::string> hosts);
+
     /// Their entries of "freshlocal", by "onvif-" and the camera's own id. One counts as added when a camera of the
-    /// service has the same host.
+    /// configuration file or of an account has the same host.
     [[nodiscard]] Json localDevices(const NetworkCameras& added) const;
 
 private:
     mutable std::mutex mutex_;
     std::vector<onvif::FoundCamera> cameras_; ///< guarded by mutex_
+    std::set<std::string> addedHosts_;        ///< guarded by mutex_
 };
 
 } // namespace ipncsdk::device

@@ -3,6 +3,7 @@
 #include "base/Log.h"
 #include "base/Text.h"
 #include "device/LineJson.h"
+#include "onvif/Url.h"
 
 #include <algorithm>
 #include <array>
@@ -152,7 +153,7 @@ void readCamera(const LineNode& node, const std::string& path, ServiceConfig& co
         return;
     }
     ObjectReader reader(node, path + ".", config.mistakes);
-    reader.checkKeys({"ipncid", "name", "main", "light", "user", "password", "group"});
+    reader.checkKeys({"ipncid", "name", "main", "light", "onvif", "user", "password", "group"});
     NetworkCamera camera;
     camera.line = node.line;
     const auto isAddress = [](const std::string& url) {
@@ -162,6 +163,7 @@ void readCamera(const LineNode& node, const std::string& path, ServiceConfig& co
     bool usable = reader.required("ipncid", Kind::BadId, isDeviceId, camera.ipncid);
     usable = reader.required("main", Kind::BadAddress, isAddress, camera.mainUrl) && usable;
     usable = reader.optional("light", Kind::BadAddress, isAddress, camera.lightUrl) && usable;
+    usable = reader.optional("onvif", Kind::BadAddress, isCameraService, camera.onvifUrl) && usable;
     usable = reader.text("name", longestText, camera.name) && usable;
     usable = reader.text("user", longestText, camera.user) && usable;
     usable = reader.text("password", longestText, camera.password) && usable;
@@ -226,6 +228,10 @@ void writeDefault(const fs::path& file) {
 }
 
 } // namespace
+
+bool isCameraService(const std::string& url) {
+    return isPlainText(url, longestPath) && onvif::deviceServiceUrl(url).has_value();
+}
 
 std::string ConfigMistake::english() const {
     return std::string(configFileName) + (line > 0 ? ", line " + std::to_string(line) : "") +

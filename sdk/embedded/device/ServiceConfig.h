@@ -14,6 +14,7 @@ struct NetworkCamera {
     std::string name;
     std::string mainUrl;  ///< "rtsp://..." or "file:..."
     std::string lightUrl; ///< equal to `mainUrl` when the file names none
+    std::string onvifUrl; ///< its device service, "http://...", "https://..." or "host[:port]"; empty: none is used
     std::string user;
     std::string password;
     std::string group; ///< name of a group; empty means the first one
@@ -74,6 +75,9 @@ struct RtspAddress {
     std::string withoutPassword; ///< the address with user name and password left out
 };
 std::optional<RtspAddress> parseRtspAddress(std::string_view url);
+
+/// True for an address of a camera's device service: "http(s)://host[:port][/path]" or "host[:port]".
+bool isCameraService(const std::string& url);
 
 /// The file that an address of the form file:///absolute/path or file:path/from/the/root names; nothing when it is
 /// not one. The path is UTF-8, without percent-encoding, and leads nowhere through "..".

@@ -19,7 +19,7 @@ namespace ipncsdk::service {
 namespace {
 
 constexpr std::size_t longestWord = 64;
-constexpr std::size_t longestLogin = 256;
+constexpr std::size_t longestText = 256;
 constexpr std::size_t mostDevices = 2000;
 
 /// Where a new device goes and how the account calls it.
@@ -75,12 +75,12 @@ Reply addByWord(const OperationContext& context, const std::string& ipncid, cons
     return code == ServiceCode::Done ? Reply(Json{{"ipncid", ipncid}}) : Reply(code);
 }
 
-/// A text that may be missing; nothing when it is of another type or holds what it may not.
-std::optional<std::string> loginAt(const Json& params, const char* key) {
+/// A short text that may be missing; nothing when it is of another type or holds what it may not.
+std::optional<std::string> shortTextAt(const Json& params, const char* key) {
     if (memberAt(params, key) == nullptr)
         return std::string();
     const auto text = textAt(params, key);
-    return text && isPlainText(*text, longestLogin) ? text : std::nullopt;
+    return text && isPlainText(*text, longestText) ? text : std::nullopt;
 }
 
 /// The camera that the request describes, without an id when it names none; nothing when something is wrong with it.
@@ -89,16 +89,19 @@ std::optional<device::NetworkCamera> cameraAt(const Json& params) {
     const bool hasId = memberAt(params, "ipncid") != nullptr;
     const auto main = textAt(params, "main");
     const auto light = hasLight ? textAt(params, "light") : main;
-    const auto user = loginAt(params, "user");
-    const auto password = loginAt(params, "password");
+    const auto service = shortTextAt(params, "onvif");
+    const auto user = shortTextAt(params, "user");
+    const auto password = shortTextAt(params, "password");
     const auto ipncid = hasId ? textAt(params, "ipncid") : std::string();
-    if (!main || !light || !user || !password || !ipncid || (hasId && !isDeviceId(*ipncid)) ||
-        !device::parseRtspAddress(*main) || !device::parseRtspAddress(*light))
+    if (!main || !light || !service || !user || !password || !ipncid || (hasId && !isDeviceId(*ipncid)) ||
+        !device::parseRtspAddress(*main) || !device::parseRtspAddress(*light) ||
+        (!service->empty() && !device::isCameraService(*service)))
         return std::nullopt;
     device::NetworkCamera camera;
     camera.ipncid = *ipncid;
     camera.mainUrl = *main;
     camera.lightUrl = *light;
+    camera.onvifUrl = *service;
     camera.user = *user;
     camera.password = *password;
     return camera;

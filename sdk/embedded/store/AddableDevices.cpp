@@ -77,6 +77,14 @@ std::string sealedCamera(soci::session& sql, const std::string& ipncid) {
     return sealed;
 }
 
+std::vector<std::string> addedCameraIds(soci::session& sql) {
+    std::vector<std::string> ids;
+    const soci::rowset<std::string> rows = sql.prepare << "select ipncid from netcameras order by ipncid";
+    for (const std::string& ipncid : rows)
+        ids.push_back(ipncid);
+    return ids;
+}
+
 void insertSealedCamera(soci::session& sql, const std::string& ipncid, const std::string& sealed) {
     sql << "insert into netcameras (ipncid, sealed) values (:device, :sealed)", soci::use(ipncid, "device"),
         soci::use(sealed, "sealed");

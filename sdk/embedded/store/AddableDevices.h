@@ -32,6 +32,8 @@ bool isIdTaken(soci::session& sql, const std::string& ipncid);
 
 /// The sealed addresses of a network camera that an account added; empty when there are none.
 std::string sealedCamera(soci::session& sql, const std::string& ipncid);
+/// The ids of all network cameras that accounts added.
+std::vector<std::string> addedCameraIds(soci::session& sql);
 void insertSealedCamera(soci::session& sql, const std::string& ipncid, const std::string& sealed);
 
 } // namespace ipncsdk::store
