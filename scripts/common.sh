@@ -18,7 +18,7 @@ corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
     sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
-    gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock procps xdotool
+    gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)

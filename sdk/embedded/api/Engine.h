@@ -150,7 +150,7 @@ private:
     Worker service_{1};
     Worker pictures_{2};
     Worker messages_{2}; ///< waits for the gateway
-    Worker network_{2}; ///< searches for cameras, asks those that are not known yet
+    Worker network_{2};  ///< searches for cameras, asks those that are not known yet
     Worker cameraTalk_{2};
     Worker files_{1};
     std::unique_ptr<CameraFinder> finder_;
