@@ -28,6 +28,11 @@ QString rightsText(const DeviceRecord& device) {
     return rights.join(QStringLiteral("、"));
 }
 
+/// Of a column and of its heading.
+int alignment(int column) {
+    return int((column == DeviceTable::Position ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
 } // namespace
 
 void DeviceTable::setDevices(const DeviceModel& devices) {
@@ -103,8 +108,7 @@ QVariant DeviceTable::data(const QModelIndex& index, int role) const {
     case SortRole:
         return index.column() == Position ? QVariant(index.row()) : QVariant(text(index.row(), index.column()));
     case Qt::TextAlignmentRole:
-        return index.column() == Position ? int(Qt::AlignRight | Qt::AlignVCenter)
-                                          : int(Qt::AlignLeft | Qt::AlignVCenter);
+        return alignment(index.column());
     default:
         return {};
     }
@@ -114,7 +118,11 @@ QVariant DeviceTable::headerData(int section, Qt::Orientation orientation, int r
     static constexpr std::array<const char*, Columns> titles{
         QT_TR_NOOP("序号"), QT_TR_NOOP("名称"), QT_TR_NOOP("设备编号"), QT_TR_NOOP("分组"), QT_TR_NOOP("状态"),
         QT_TR_NOOP("型号"), QT_TR_NOOP("地址"), QT_TR_NOOP("固件版本"), QT_TR_NOOP("权限")};
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= Columns)
+    if (orientation != Qt::Horizontal || section < 0 || section >= Columns)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return alignment(section);
+    if (role != Qt::DisplayRole)
         return {};
     return tr(titles[static_cast<std::size_t>(section)]);
 }
