@@ -28,11 +28,6 @@ QString rightsText(const DeviceRecord& device) {
     return rights.join(QStringLiteral("、"));
 }
 
-/// Of a column and of its heading.
-int alignment(int column) {
-    return int((column == DeviceTable::Position ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-}
-
 } // namespace
 
 void DeviceTable::setDevices(const DeviceModel& devices) {
@@ -108,7 +103,7 @@ QVariant DeviceTable::data(const QModelIndex& index, int role) const {
     case SortRole:
         return index.column() == Position ? QVariant(index.row()) : QVariant(text(index.row(), index.column()));
     case Qt::TextAlignmentRole:
-        return alignment(index.column());
+        return int((index.column() == Position ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     default:
         return {};
     }
@@ -121,7 +116,7 @@ QVariant DeviceTable::headerData(int section, Qt::Orientation orientation, int r
     if (orientation != Qt::Horizontal || section < 0 || section >= Columns)
         return {};
     if (role == Qt::TextAlignmentRole)
-        return alignment(section);
+        return int(Qt::AlignLeft | Qt::AlignVCenter); // the mark of the order stands at the right end
     if (role != Qt::DisplayRole)
         return {};
     return tr(titles[static_cast<std::size_t>(section)]);

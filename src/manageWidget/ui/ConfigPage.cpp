@@ -92,8 +92,7 @@ void ConfigPage::addFoot(const QList<QPushButton*>& buttons) {
 
 QLabel* ConfigPage::addValue(QFormLayout& form, const QString& label, const QString& objectName) {
     auto* const value = new QLabel(QStringLiteral("-"), this);
-    value->setObjectName(objectName);
-    value->setAccessibleName(label);
+    value->setObjectName(objectName); // read out by its text, behind its label
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setWordWrap(true);
