@@ -217,7 +217,7 @@ void ProgramTest::showPage(const QString& title, const QString& list, const QStr
     COMES(area.has(State::Visible));
 }
 
-void ProgramTest::drag(const QPoint& from, const QPoint& to) {
+void ProgramTest::dragTo(const QPoint& from, const QPoint& to) {
     const int windows = Desktop::countWindows(program().pid());
     Desktop::moveMouse(from);
     Desktop::press();

@@ -74,7 +74,7 @@ protected:
     /// Shows one of a dialog's pages by its row in the list of them.
     void showPage(const QString& title, const QString& list, const QString& page);
     /// Drags something from one place to another and lets it go.
-    void drag(const QPoint& from, const QPoint& to);
+    void dragTo(const QPoint& from, const QPoint& to);
     /// Opens the settings and shows one of the pages.
     void openSettings(const QString& page);
     /// Ends the program as a user does, and demands that it ends well.

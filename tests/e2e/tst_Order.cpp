@@ -31,7 +31,7 @@ void tst_Order::dragRow(const QString& dragged, const QString& target, Side side
     from = window().row(dragged).place();
     QVERIFY(window().treeArea().contains(from.center()));
     const QPoint end(to.center().x(), side == Side::Above ? to.top() + inside : to.bottom() - inside);
-    ProgramTest::drag(from.center(), end);
+    dragTo(from.center(), end);
 }
 
 void tst_Order::drag_data() {
