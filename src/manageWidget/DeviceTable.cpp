@@ -103,8 +103,7 @@ QVariant DeviceTable::data(const QModelIndex& index, int role) const {
     case SortRole:
         return index.column() == Position ? QVariant(index.row()) : QVariant(text(index.row(), index.column()));
     case Qt::TextAlignmentRole:
-        return index.column() == Position ? int(Qt::AlignRight | Qt::AlignVCenter)
-                                          : int(Qt::AlignLeft | Qt::AlignVCenter);
+        return int((index.column() == Position ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     default:
         return {};
     }
@@ -114,7 +113,11 @@ QVariant DeviceTable::headerData(int section, Qt::Orientation orientation, int r
     static constexpr std::array<const char*, Columns> titles{
         QT_TR_NOOP("序号"), QT_TR_NOOP("名称"), QT_TR_NOOP("设备编号"), QT_TR_NOOP("分组"), QT_TR_NOOP("状态"),
         QT_TR_NOOP("型号"), QT_TR_NOOP("地址"), QT_TR_NOOP("固件版本"), QT_TR_NOOP("权限")};
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= Columns)
+    if (orientation != Qt::Horizontal || section < 0 || section >= Columns)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return int(Qt::AlignLeft | Qt::AlignVCenter); // the mark of the order stands at the right end
+    if (role != Qt::DisplayRole)
         return {};
     return tr(titles[static_cast<std::size_t>(section)]);
 }

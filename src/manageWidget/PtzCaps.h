@@ -32,6 +32,8 @@ struct PtzCruise {
     struct Point {
         int preset = 0;
         int seconds = 0;
+
+        bool operator==(const Point& other) const = default;
     };
     static constexpr int LongestStay = 3600; ///< s
 

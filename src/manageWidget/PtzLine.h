@@ -6,14 +6,18 @@
 #include <QObject>
 #include <QTimer>
 
+#include <string>
+
+class OperationLog;
 class SdkGateway;
 
-/// Moves one camera at a time: the timer and the messages of `PtzControl`. GUI thread.
+/// Moves one camera at a time: the timer and the messages of `PtzControl`, and the rows of the log, one for all that
+/// is held until everything is let go. GUI thread.
 class PtzLine final : public QObject {
     Q_OBJECT
 public:
-    /// `gateway` outlives it.
-    explicit PtzLine(SdkGateway& gateway, QObject* parent = nullptr);
+    /// Both outlive it.
+    PtzLine(SdkGateway& gateway, OperationLog& log, QObject* parent = nullptr);
     /// Stops a camera that moves.
     ~PtzLine() override;
 
@@ -23,6 +27,8 @@ public:
 
     void hold(const corvanta::manage::PtzMotion& motion);
     void release() { hold({}); }
+    /// Turns the camera to its home view.
+    void home();
     /// Stops the camera without waiting for anything.
     void stopNow();
 
@@ -32,9 +38,14 @@ signals:
 
 private:
     void send(const QVariantMap& commands);
+    void write(const QString& what, const QString& detail);
+    std::string request(const QVariantMap& commands) const;
 
     SdkGateway& gateway_;
+    OperationLog& log_;
     QString device_;
+    bool isHeld_ = false;
+    QString begun_;   ///< what is to be written once the camera has taken it: how a movement began
     int message_ = 0; ///< numbers the messages: only the reply to the newest one counts
     QElapsedTimer clock_;
     QTimer tick_;

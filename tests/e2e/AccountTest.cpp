@@ -115,6 +115,20 @@ void AccountTest::openFromMenu(const QString& title) {
     COMES(program().isActive(title));
 }
 
+void AccountTest::openFromRow(const QString& row, const QString& title) {
+    QRect place;
+    STEP(reveal(row, place));
+    Desktop::clickRight(place.center());
+    STEP(chooseEntry(title));
+    COMES(program().isActive(title));
+}
+
+void AccountTest::chooseFile(const QString& title, const QString& path) {
+    STEP(fill(title, QStringLiteral("文件名"), path));
+    Desktop::keys({QStringLiteral("Return")});
+    COMES(program().dialog(title).isNull());
+}
+
 void AccountTest::closeDialog(const QString& title) {
     STEP(clickIn(title, Close));
     COMES(program().dialog(title).isNull());
@@ -123,7 +137,8 @@ void AccountTest::closeDialog(const QString& title) {
 
 Accessible AccountTest::listIn(const QString& title, const QString& list) const {
     return program().dialog(title).find([&list](const Accessible::Seen& seen) {
-        return seen.name == list && (seen.role == Role::Tree || seen.role == Role::List) &&
+        return seen.name == list &&
+               (seen.role == Role::Tree || seen.role == Role::List || seen.role == Role::Table) &&
                seen.thing.has(State::Showing);
     });
 }
@@ -134,6 +149,15 @@ Accessible AccountTest::rowIn(const QString& title, const QString& list, const Q
             return row.thing;
     }
     return {};
+}
+
+void AccountTest::tickRow(const QString& title, const QString& list, const QString& text) {
+    constexpr int box = 12; // px, the middle of the box before the text
+    COMES(program().isActive(title));
+    Accessible row;
+    COMES(!(row = rowIn(title, list, text)).isNull());
+    const QRect place = Program::placeInActive(program().dialog(title), row);
+    Desktop::click({place.left() + box, place.center().y()});
 }
 
 void AccountTest::clickRow(const QString& title, const QString& list, const QString& text) {

@@ -41,18 +41,25 @@ protected:
     void signOut();
     /// Opens a dialog by the account's menu.
     void openFromMenu(const QString& title);
+    /// Opens a dialog by the menu of a row of the device tree.
+    void openFromRow(const QString& row, const QString& title);
+    /// Chooses a file in a file dialog by its path.
+    void chooseFile(const QString& title, const QString& path);
     /// Closes it by its button.
     void closeDialog(const QString& title);
-    /// A row of a dialog's list by one of its texts; null when there is none.
+    /// A list or table that a dialog shows.
+    Accessible listIn(const QString& title, const QString& list) const;
+    /// A row of it by one of its texts; null when there is none.
     Accessible rowIn(const QString& title, const QString& list, const QString& text) const;
     /// Clicks such a row, turning the wheel where it has to.
     void clickRow(const QString& title, const QString& list, const QString& text);
+    /// Ticks or clears such a row, which is in sight.
+    void tickRow(const QString& title, const QString& list, const QString& text);
 
 protected slots:
     void init();
 
 private:
-    Accessible listIn(const QString& title, const QString& list) const;
     void shareStore(const QString& store) const;
 
     QString lastMessage_;

@@ -140,6 +140,14 @@ void Desktop::type(const QString& text) {
     xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("15"), text});
 }
 
+void Desktop::pressKey(const QString& name) {
+    xdotool({QStringLiteral("keydown"), name});
+}
+
+void Desktop::releaseKey(const QString& name) {
+    xdotool({QStringLiteral("keyup"), name});
+}
+
 QImage Desktop::look(const QRect& area) {
     return QGuiApplication::primaryScreen()
         ->grabWindow(0, area.x(), area.y(), area.width(), area.height())

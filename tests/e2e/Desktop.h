@@ -66,6 +66,8 @@ public:
     /// Presses keys one after another, by their X names ("Return", "ctrl+a").
     static void keys(const QStringList& names);
     static void type(const QString& text);
+    static void pressKey(const QString& name);
+    static void releaseKey(const QString& name);
 
     static QImage look(const QRect& area);
     /// What is seen of the whole screen.

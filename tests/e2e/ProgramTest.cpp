@@ -201,9 +201,13 @@ void ProgramTest::clickIn(const QString& title, const QString& name) {
 
 void ProgramTest::openSettings(const QString& page) {
     STEP(clickButton(Settings));
-    COMES(program().isActive(Settings));
-    const Accessible dialog = program().dialog(Settings);
-    for (const Accessible::Seen& row : dialog.find(QStringLiteral("设置分类")).children()) {
+    showPage(Settings, QStringLiteral("设置分类"), page);
+}
+
+void ProgramTest::showPage(const QString& title, const QString& list, const QString& page) {
+    COMES(program().isActive(title));
+    const Accessible dialog = program().dialog(title);
+    for (const Accessible::Seen& row : dialog.find(list).children()) {
         if (row.name == page)
             Desktop::click(Program::placeInActive(dialog, row.thing).center());
     }
@@ -211,6 +215,19 @@ void ProgramTest::openSettings(const QString& page) {
         return seen.name == page && seen.role != Accessible::Role::ListItem;
     });
     COMES(area.has(State::Visible));
+}
+
+void ProgramTest::dragTo(const QPoint& from, const QPoint& to) {
+    const int windows = Desktop::countWindows(program().pid());
+    Desktop::moveMouse(from);
+    Desktop::press();
+    // What is dragged follows the mouse in a window of its own.
+    int steps = 0;
+    COMES((Desktop::moveMouse(from + QPoint(15 + ++steps % 4, 4)), Desktop::countWindows(program().pid()) > windows));
+    Desktop::moveMouse(to - QPoint(3, 0));
+    Desktop::moveMouse(to);
+    Desktop::release();
+    BECOMES(Desktop::countWindows(program().pid()), windows);
 }
 
 void ProgramTest::quit() {

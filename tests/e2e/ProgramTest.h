@@ -71,6 +71,10 @@ protected:
     void answer(const QString& title, const QString& button);
     /// Clicks a control that a dialog shows, by its name.
     void clickIn(const QString& title, const QString& name);
+    /// Shows one of a dialog's pages by its row in the list of them.
+    void showPage(const QString& title, const QString& list, const QString& page);
+    /// Drags something from one place to another and lets it go.
+    void dragTo(const QPoint& from, const QPoint& to);
     /// Opens the settings and shows one of the pages.
     void openSettings(const QString& page);
     /// Ends the program as a user does, and demands that it ends well.

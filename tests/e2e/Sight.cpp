@@ -76,6 +76,16 @@ bool becomesLive(const QRect& tile) {
         Desktop::Patience);
 }
 
+double difference(const QImage& one, const QImage& other) {
+    constexpr int clear = 24; // of 255; less is the coding's
+    int different = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x)
+            different += qAbs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > clear ? 1 : 0;
+    }
+    return one.isNull() ? 0.0 : static_cast<double>(different) / (one.width() * one.height());
+}
+
 bool becomesStill(const QRect& tile) {
     constexpr int longEnough = 2000; // ms; a live picture changes many times in it
     QImage last = Desktop::look(inner(tile));

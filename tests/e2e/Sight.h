@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QRect>
 
 /// What is seen of a tile.
@@ -16,6 +17,8 @@ bool hasStripes(const QRect& tile);
 /// Waits until several pictures after one another were seen in the tile; false when they do not come. Texts that come
 /// and go over the picture are too few to pass for them.
 bool becomesLive(const QRect& tile);
+/// The share of the pixels that clearly differ between two pictures of one size.
+double difference(const QImage& one, const QImage& other);
 /// Waits until nothing changes in the tile for a while; false when it never stands still.
 bool becomesStill(const QRect& tile);
 

@@ -30,18 +30,8 @@ void tst_Order::dragRow(const QString& dragged, const QString& target, Side side
     STEP(reveal(target, to));
     from = window().row(dragged).place();
     QVERIFY(window().treeArea().contains(from.center()));
-    const int windows = Desktop::countWindows(program().pid());
-    Desktop::moveMouse(from.center());
-    Desktop::press();
-    // What is dragged follows the mouse in a window of its own.
-    int steps = 0;
-    COMES((Desktop::moveMouse(from.center() + QPoint(15 + ++steps % 4, 4)),
-           Desktop::countWindows(program().pid()) > windows));
     const QPoint end(to.center().x(), side == Side::Above ? to.top() + inside : to.bottom() - inside);
-    Desktop::moveMouse(end - QPoint(3, 0));
-    Desktop::moveMouse(end);
-    Desktop::release();
-    BECOMES(Desktop::countWindows(program().pid()), windows);
+    dragTo(from.center(), end);
 }
 
 void tst_Order::drag_data() {

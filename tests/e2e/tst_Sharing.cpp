@@ -54,12 +54,7 @@ void tst_Sharing::addFriend(const QString& number, const QString& remark, const 
 }
 
 void tst_Sharing::clickCamera() {
-    constexpr int box = 12; // px, the middle of the box before the text
-    COMES(program().isActive(Rights));
-    Accessible row;
-    COMES(!(row = rowIn(Rights, QStringLiteral("可访问设备"), Camera)).isNull());
-    const QRect place = Program::placeInActive(program().dialog(Rights), row);
-    Desktop::click({place.left() + box, place.center().y()});
+    tickRow(Rights, QStringLiteral("可访问设备"), Camera);
 }
 
 void tst_Sharing::shareAndTakeBack() {

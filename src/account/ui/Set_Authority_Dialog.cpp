@@ -35,7 +35,9 @@ Set_Authority_Dialog::Set_Authority_Dialog(const AppContext& context, QWidget* p
     body()->addWidget(tabs, 1);
     addViews(*tabs);
     tabs->addTab(makeReceived(tabs), tr("接收分享"));
-    connect(addButton(tr("关闭"), QStringLiteral("shareClose"), true), &QPushButton::clicked, this, &QDialog::accept);
+    // Not the default button: Return chooses in the fields of the pages.
+    connect(addButton(tr("关闭"), QStringLiteral("shareClose"), false), &QPushButton::clicked, this,
+            &QDialog::accept);
     // What others share or take back is seen here at once.
     connect(&context_.events, qOverload<QVariantList, QVariantMap>(&AppEvents::sig_updateList), this,
             &Set_Authority_Dialog::reload);

@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <QUrl>
@@ -81,6 +82,8 @@ private:
         dressButton("forwardButton", translated("前进"), "forward");
         dressButton("toParentButton", translated("上一级"), "up");
         dressButtons();
+        if (auto* const name = files_->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+            connect(name, &QLineEdit::textChanged, this, &FileChooser::renameOpen);
         for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
             if (auto* const button = files_->findChild<QToolButton*>(QLatin1String(unused)))
                 button->hide();
@@ -91,6 +94,14 @@ private:
         for (auto* const button : files_->findChildren<QPushButton*>()) {
             button->setIcon(QIcon());
             button->setProperty("primary", button->isDefault());
+        }
+    }
+
+    /// With the name of a folder the dialog puts a word of its own on the button.
+    void renameOpen() {
+        for (auto* const button : files_->findChildren<QPushButton*>()) {
+            if (button->text() == QFileDialog::tr("&Open"))
+                button->setText(translated("打开"));
         }
     }
 

@@ -23,7 +23,12 @@ void giveKeyboard(QWidget& window) {
     constexpr int again = 100; // ms
     window.activateWindow();
     QTimer::singleShot(again, &window, [&window] {
-        if (window.isVisible() && QApplication::activeWindow() == nullptr)
+        if (!window.isVisible() || QApplication::activeWindow() != nullptr)
+            return;
+        // Where it has the keyboard already, nothing more comes that would tell the widgets.
+        if (QGuiApplication::focusWindow() == window.windowHandle())
+            QApplication::setActiveWindow(&window);
+        else
             window.activateWindow();
     });
 }
@@ -80,6 +85,9 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
 
 void FramedDialog::done(int result) {
     const bool hadKeyboard = isActiveWindow();
+    // What a field proposes may still be open; as long as it is, no window is noticed to have the keyboard.
+    if (QWidget* const popup = QApplication::activePopupWidget(); hadKeyboard && popup != nullptr)
+        popup->close();
     const QPointer<FramedDialog> self(this);
     QDialog::done(result); // tells of it, and whoever hears that may close the windows below
     if (!hadKeyboard || self == nullptr)

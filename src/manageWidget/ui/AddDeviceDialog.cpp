@@ -33,6 +33,7 @@ using manage::ProbedCamera;
 namespace {
 
 constexpr int ProbePatience = 25000; // ms; a camera may take 20 s
+constexpr int WidestColumn = 280;    // px; devices choose their names themselves
 constexpr int UrlRole = Qt::UserRole + 1;
 const QSize Usual(880, 520); // px
 
@@ -49,6 +50,8 @@ QTreeWidget* makeList(QWidget* parent, const char* objectName, const QString& na
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAllColumnsShowFocus(true);
+    list->header()->setMaximumSectionSize(WidestColumn);
+    list->header()->resizeSections(QHeaderView::ResizeToContents);
     return list;
 }
 
@@ -221,6 +224,7 @@ void AddDeviceDialog::showFound(const QVariantMap& found) {
         if (device.id == chosen)
             foundList_->setCurrentItem(row);
     }
+    foundList_->header()->resizeSections(QHeaderView::ResizeToContents);
     foundState_->setText(found_.isEmpty() ? tr("没有发现设备，请检查网络后刷新。")
                                           : tr("发现%1个设备").arg(found_.size()));
 }
@@ -274,6 +278,7 @@ void AddDeviceDialog::showProbed(const ProbedCamera& camera) {
         row->setData(0, UrlRole, profile.url);
         row->setDisabled(profile.url.isEmpty());
     }
+    profiles_->header()->resizeSections(QHeaderView::ResizeToContents);
     main_->setText(camera.main);
     light_->setText(camera.light == camera.main ? QString() : camera.light);
     user_->setText(foundUser_->text());

@@ -6,8 +6,10 @@
 #include "manageWidget/ui/ManageSend.h"
 
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -17,11 +19,30 @@ namespace manage = corvanta::manage;
 namespace requests = corvanta::requests;
 namespace theme = corvanta::theme;
 
+namespace {
+QLabel* makeSection(const QString& text, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setProperty("role", QStringLiteral("section"));
+    return label;
+}
+} // namespace
+
 ConfigPage::ConfigPage(const ConfigTarget& target, QWidget* parent)
     : QWidget(parent)
     , target_(target)
-    , column_(new QVBoxLayout(this))
+    , area_(new QScrollArea(this))
+    , column_(nullptr)
     , state_(new QLabel(this)) {
+    auto* const outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(3 * theme::Step);
+    area_->setWidgetResizable(true);
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setFocusPolicy(Qt::NoFocus);
+    auto* const inside = new QWidget(area_);
+    column_ = new QVBoxLayout(inside);
+    area_->setWidget(inside);
+    outer->addWidget(area_, 1);
     column_->setContentsMargins(0, 0, 2 * theme::Step, 0);
     column_->setSpacing(3 * theme::Step);
     state_->setObjectName(QStringLiteral("configState"));
@@ -33,6 +54,12 @@ ConfigPage::ConfigPage(const ConfigTarget& target, QWidget* parent)
               : !target_.mayWrite ? tr("没有该设备的管理权限，只能查看。")
                                   : QString();
     say({});
+}
+
+void ConfigPage::setNames(const QString& objectName, const QString& text) {
+    setObjectName(objectName);
+    area_->setObjectName(objectName + QStringLiteral("Area"));
+    area_->setAccessibleName(text);
 }
 
 void ConfigPage::begin() {
@@ -47,15 +74,25 @@ void ConfigPage::say(const QString& text) {
 }
 
 void ConfigPage::addSection(const QString& text) {
-    auto* const label = new QLabel(text, this);
-    label->setProperty("role", QStringLiteral("section"));
-    column_->addWidget(label);
+    column_->addWidget(makeSection(text, this));
+}
+
+void ConfigPage::addSection(QFormLayout& form, const QString& text) {
+    form.addRow(makeSection(text, this));
+}
+
+void ConfigPage::addFoot(const QList<QPushButton*>& buttons) {
+    auto* const row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 2 * theme::Step, 0); // as the page
+    row->addStretch(1);
+    for (QPushButton* const button : buttons)
+        row->addWidget(button);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
 
 QLabel* ConfigPage::addValue(QFormLayout& form, const QString& label, const QString& objectName) {
     auto* const value = new QLabel(QStringLiteral("-"), this);
-    value->setObjectName(objectName);
-    value->setAccessibleName(label);
+    value->setObjectName(objectName); // read out by its text, behind its label
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setWordWrap(true);

@@ -12,6 +12,7 @@ class QAbstractButton;
 class QFormLayout;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QVBoxLayout;
 
 /// The device that a configuration is about.
@@ -28,6 +29,8 @@ class ConfigPage : public QWidget {
 public:
     explicit ConfigPage(const ConfigTarget& target, QWidget* parent);
 
+    /// `text` is what it is called in the list of pages.
+    void setNames(const QString& objectName, const QString& text);
     /// Once, when the page is first seen.
     void begin();
     /// The dialog closes without saving.
@@ -40,6 +43,10 @@ protected:
     bool canWrite() const { return target_.mayWrite && target_.isOnline; }
     QVBoxLayout* column() const { return column_; }
     void addSection(const QString& text);
+    /// A section inside a form, so that the fields of all sections stand in one line.
+    void addSection(QFormLayout& form, const QString& text);
+    /// A row of buttons that stay in sight however far the page is scrolled.
+    void addFoot(const QList<QPushButton*>& buttons);
     QLabel* addValue(QFormLayout& form, const QString& label, const QString& objectName);
     QPushButton* addButton(const QString& text, const QString& objectName, std::function<void()> clicked);
     /// Below the reason why nothing can be changed, where there is one.
@@ -58,7 +65,8 @@ protected:
 
 private:
     ConfigTarget target_;
-    QVBoxLayout* column_;
+    QScrollArea* area_;
+    QVBoxLayout* column_; ///< what is scrolled
     QLabel* state_;
     QString reason_; ///< why nothing can be changed; empty: it can
     bool begun_ = false;

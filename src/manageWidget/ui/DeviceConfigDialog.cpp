@@ -13,7 +13,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -66,15 +65,8 @@ DeviceConfigDialog::DeviceConfigDialog(const AppContext& context, const QString&
 }
 
 void DeviceConfigDialog::addPage(ConfigPage* page, const QString& text, const char* objectName) {
-    page->setObjectName(QLatin1String(objectName));
-    auto* const area = new QScrollArea(stack_);
-    area->setObjectName(QLatin1String(objectName) + QStringLiteral("Area"));
-    area->setAccessibleName(text);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(page);
-    stack_->addWidget(area);
+    page->setNames(QLatin1String(objectName), text);
+    stack_->addWidget(page);
     pages_ += page;
     list_->addItem(text);
 }

@@ -44,8 +44,7 @@ InfoConfigPage::InfoConfigPage(const ConfigTarget& target, QWidget* parent)
     software_ = addValue(*form, tr("固件版本"), QStringLiteral("infoSoftware"));
     kernel_ = addValue(*form, tr("内核版本"), QStringLiteral("infoKernel"));
     bios_ = addValue(*form, tr("引导版本"), QStringLiteral("infoBios"));
-    addSection(tr("时区"));
-    QFormLayout* const zoneForm = account::makeForm();
+    addSection(*form, tr("时区"));
     auto* const row = new QHBoxLayout;
     zone_ = new QComboBox(this);
     zone_->setObjectName(QStringLiteral("infoZone"));
@@ -53,8 +52,7 @@ InfoConfigPage::InfoConfigPage(const ConfigTarget& target, QWidget* parent)
     row->addWidget(zone_, 1);
     save_ = addButton(tr("保存"), QStringLiteral("infoZoneSave"), [this] { saveZone(); });
     row->addWidget(save_);
-    zoneForm->addRow(tr("时区"), row);
-    column()->addLayout(zoneForm);
+    form->addRow(tr("时区"), row);
     column()->addStretch(1);
     fillZones(info.value(QStringLiteral("timezone")).toString());
     zone_->setEnabled(target.mayWrite); // kept by the service, so the device may be offline

@@ -7,7 +7,6 @@
 #include "manageWidget/ui/ParameterForm.h"
 #include "manageWidget/ui/TestPicture.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -45,8 +44,6 @@ ParameterConfigPage::ParameterConfigPage(ParameterPage page, const ConfigTarget&
         column()->addWidget(picture_, 1);
     }
     column()->addWidget(form_);
-    auto* const row = new QHBoxLayout;
-    row->addStretch(1);
     undo_ = addButton(tr("还原"), QStringLiteral("configUndo"), [this] {
         form_->setValues(saved_);
         apply();
@@ -54,9 +51,7 @@ ParameterConfigPage::ParameterConfigPage(ParameterPage page, const ConfigTarget&
     });
     save_ = addButton(tr("保存"), QStringLiteral("configSave"), [this] { save(); });
     save_->setProperty("primary", true);
-    row->addWidget(undo_);
-    row->addWidget(save_);
-    column()->addLayout(row);
+    addFoot({undo_, save_});
     applySoon_.setSingleShot(true);
     applySoon_.setInterval(ApplyEvery);
     connect(&applySoon_, &QTimer::timeout, this, &ParameterConfigPage::apply);

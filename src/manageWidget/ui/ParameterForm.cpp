@@ -25,32 +25,49 @@ ParameterForm::ParameterForm(ParameterPage page, bool hasSliders, QWidget* paren
     , parameters_(corvanta::manage::parametersOf(page)) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(3 * theme::Step);
-    QFormLayout* form = nullptr;
+    QFormLayout* const form = corvanta::account::makeForm();
+    column->addLayout(form);
+    column->addStretch(1);
     QString section;
+    QHBoxLayout* flags = nullptr; // those that follow one another stand side by side
     for (const Parameter& parameter : parameters_) {
-        if (form == nullptr || parameter.sectionText() != section) {
+        const bool isFlag = parameter.kind == ParameterKind::Flag;
+        const bool begins = parameter.sectionText() != section;
+        if (begins) {
             section = parameter.sectionText();
             auto* const label = new QLabel(section, this);
             label->setProperty("role", QStringLiteral("section"));
-            column->addWidget(label);
-            form = corvanta::account::makeForm();
-            column->addLayout(form);
+            form->addRow(label);
         }
-        addRow(parameter, hasSliders, *form);
+        if (begins || !isFlag)
+            flags = nullptr;
+        if (isFlag && flags == nullptr) {
+            flags = new QHBoxLayout; // the form owns it
+            flags->setSpacing(6 * theme::Step);
+            flags->addStretch(1);
+            form->addRow(QString(), flags);
+        }
+        QWidget* const field = addField(parameter, hasSliders);
+        if (isFlag)
+            flags->insertWidget(flags->count() - 1, field);
+        else
+            addRow(parameter, field, *form);
     }
-    column->addStretch(1);
     setValues({});
 }
 
-void ParameterForm::addRow(const Parameter& parameter, bool hasSliders, QFormLayout& form) {
+QWidget* ParameterForm::addField(const Parameter& parameter, bool hasSliders) {
     QWidget* const field = makeField(parameter, hasSliders);
     field->setObjectName(parameter.key());
     field->setAccessibleName(parameter.sectionText() + parameter.labelText());
     fields_.insert(parameter.key(), field);
+    return field;
+}
+
+void ParameterForm::addRow(const Parameter& parameter, QWidget* field, QFormLayout& form) {
     auto* const slider = qobject_cast<QSlider*>(field);
     if (slider == nullptr) {
-        form.addRow(parameter.kind == ParameterKind::Flag ? QString() : parameter.labelText(), field);
+        form.addRow(parameter.labelText(), field);
         return;
     }
     auto* const row = new QHBoxLayout;

@@ -23,7 +23,8 @@ signals:
     void sigEdited();
 
 private:
-    void addRow(const corvanta::manage::Parameter& parameter, bool hasSliders, class QFormLayout& form);
+    QWidget* addField(const corvanta::manage::Parameter& parameter, bool hasSliders);
+    void addRow(const corvanta::manage::Parameter& parameter, QWidget* field, class QFormLayout& form);
     QWidget* makeField(const corvanta::manage::Parameter& parameter, bool hasSliders);
     static void setValue(QWidget& field, const QVariant& value);
     static QVariant value(const QWidget& field);

@@ -36,7 +36,7 @@ PtzDialog::PtzDialog(const AppContext& context, QString ipncId, QWidget* parent)
     : FramedDialog(tr("云台设置"), parent)
     , context_(context)
     , ipncId_(std::move(ipncId))
-    , line_(new PtzLine(context.gateway, this)) {
+    , line_(new PtzLine(context.gateway, context.operationLog, this)) {
     setObjectName(QStringLiteral("PtzDialog"));
     setAccessibleName(windowTitle());
     line_->setDevice(ipncId_);
@@ -101,13 +101,7 @@ void PtzDialog::connectPad() {
         line_->hold(motion);
     });
     connect(pad_, &PtzPad::sigRelease, line_, &PtzLine::release);
-    connect(pad_, &PtzPad::sigHome, this, [this] {
-        manage::send(context_, this,
-                     {.json = requests::deviceRequest(
-                          QStringLiteral("云台控制"),
-                          {{QStringLiteral("ipncid"), ipncId_},
-                           {QStringLiteral("cmdlist"), QVariantMap{{QStringLiteral("ptzhome"), 1}}}})});
-    });
+    connect(pad_, &PtzPad::sigHome, line_, &PtzLine::home);
     connect(line_, &PtzLine::sigProblem, this, [this](const QString& text) { account::tell(text, this); });
 }
 

@@ -64,8 +64,6 @@ void PtzPage::command(const QString& name, const QVariant& value, QPushButton* b
                       {{QStringLiteral("ipncid"), ipncId_}, {QStringLiteral("cmdlist"), QVariantMap{{name, value}}}}),
                   .busy = busy,
                   .done = [this, what, detail](const QVariantMap&) {
-                      if (what.isEmpty())
-                          return;
                       manage::log(context_, what, ipncId_ + QLatin1Char(' ') + detail);
                       emit sigChanged();
                   }});
@@ -86,6 +84,7 @@ PtzPresetPage::PtzPresetPage(const AppContext& context, const QString& ipncId, Q
     , index_(named(new QSpinBox(this), "presetIndex", tr("预置位编号")))
     , name_(named(new QLineEdit(this), "presetName", tr("预置位名称"))) {
     auto* const column = new QVBoxLayout(this);
+    column->setSpacing(3 * theme::Step);
     column->addWidget(list_, 1);
     QFormLayout* const form = account::makeForm();
     form->addRow(tr("编号"), index_);
@@ -93,8 +92,10 @@ PtzPresetPage::PtzPresetPage(const AppContext& context, const QString& ipncId, Q
     column->addLayout(form);
     auto* const row = new QHBoxLayout;
     set_ = addButton(tr("设为当前位置"), QStringLiteral("presetSet"), [this] { set(); });
-    go_ = addButton(tr("转到"), QStringLiteral("presetGo"),
-                    [this] { command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, {}, {}); });
+    go_ = addButton(tr("转到"), QStringLiteral("presetGo"), [this] {
+        command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, tr("转到预置位"),
+                QString::number(index_->value()));
+    });
     remove_ = addButton(tr("删除"), QStringLiteral("presetDelete"), [this] { remove(); });
     for (QPushButton* const button : {set_, go_, remove_})
         row->addWidget(button);
@@ -110,9 +111,14 @@ PtzPresetPage::PtzPresetPage(const AppContext& context, const QString& ipncId, Q
 
 void PtzPresetPage::show(int most, const QVector<PtzPreset>& presets) {
     const QSignalBlocker blocker(list_);
+    const QString chosen = list_->currentItem() == nullptr ? QString() : list_->currentItem()->text(0);
     list_->clear();
-    for (const PtzPreset& preset : presets)
-        new QTreeWidgetItem(list_, {QString::number(preset.index), preset.name}); // the list owns it
+    for (const PtzPreset& preset : presets) {
+        auto* const row =
+            new QTreeWidgetItem(list_, {QString::number(preset.index), preset.name}); // the list owns it
+        if (row->text(0) == chosen)
+            list_->setCurrentItem(row);
+    }
     index_->setRange(1, std::max(1, most));
     setEnabled(most > 0);
 }
@@ -151,6 +157,7 @@ PtzCruisePage::PtzCruisePage(const AppContext& context, const QString& ipncId, Q
 
 void PtzCruisePage::buildEditor() {
     auto* const column = new QVBoxLayout(this);
+    column->setSpacing(3 * theme::Step);
     QFormLayout* const form = account::makeForm();
     form->addRow(tr("路线"), which_);
     form->addRow(tr("名称"), name_);
@@ -171,10 +178,12 @@ void PtzCruisePage::buildEditor() {
         command(QStringLiteral("ptzcruisedel"), edited_.index, remove_, tr("删除巡航路线"),
                 QString::number(edited_.index));
     });
-    start_ = addButton(tr("开始巡航"), QStringLiteral("cruiseStart"),
-                       [this] { command(QStringLiteral("ptzcruisestart"), edited_.index, start_, {}, {}); });
+    start_ = addButton(tr("开始巡航"), QStringLiteral("cruiseStart"), [this] {
+        command(QStringLiteral("ptzcruisestart"), edited_.index, start_, tr("开始巡航"),
+                QString::number(edited_.index));
+    });
     stop_ = addButton(tr("停止巡航"), QStringLiteral("cruiseStop"),
-                      [this] { command(QStringLiteral("ptzcruisestop"), 1, stop_, {}, {}); });
+                      [this] { command(QStringLiteral("ptzcruisestop"), 1, stop_, tr("停止巡航"), {}); });
     for (QPushButton* const button : {save_, remove_, start_, stop_})
         row->addWidget(button);
     column->addLayout(row);
@@ -182,6 +191,8 @@ void PtzCruisePage::buildEditor() {
 
 void PtzCruisePage::show(int most, const QVector<PtzCruise>& cruises, const QVector<PtzPreset>& presets,
                          int running) {
+    const PtzCruise before = kept();
+    const bool isEdited = edited_.index > 0 && (edited_.points != before.points || name_->text() != before.name);
     cruises_ = cruises;
     presets_ = presets;
     const QSignalBlocker blocker(which_);
@@ -200,19 +211,33 @@ void PtzCruisePage::show(int most, const QVector<PtzCruise>& cruises, const QVec
         preset_->addItem(QStringLiteral("%1  %2").arg(QString::number(preset.index), preset.name), preset.index);
     add_->setEnabled(!presets.isEmpty());
     setEnabled(most > 0);
-    showOne();
+    if (!isEdited) {
+        showOne();
+        return;
+    }
+    showButtons();
+    showPoints(); // presets may have other names
+}
+
+PtzCruise PtzCruisePage::kept() const {
+    const auto known = std::find_if(cruises_.begin(), cruises_.end(),
+                                    [this](const PtzCruise& one) { return one.index == edited_.index; });
+    return known == cruises_.end() ? PtzCruise{edited_.index, tr("路线%1").arg(edited_.index), {}} : *known;
 }
 
 void PtzCruisePage::showOne() {
-    const int index = which_->currentIndex() + 1;
-    const auto known =
-        std::find_if(cruises_.begin(), cruises_.end(), [index](const PtzCruise& one) { return one.index == index; });
-    edited_ = known == cruises_.end() ? PtzCruise{index, tr("路线%1").arg(index), {}} : *known;
-    const bool isKept = known != cruises_.end();
+    edited_.index = which_->currentIndex() + 1;
+    edited_ = kept();
     name_->setText(edited_.name);
+    showButtons();
+    showPoints();
+}
+
+void PtzCruisePage::showButtons() {
+    const bool isKept = std::any_of(cruises_.begin(), cruises_.end(),
+                                    [this](const PtzCruise& one) { return one.index == edited_.index; });
     start_->setEnabled(isKept);
     remove_->setEnabled(isKept);
-    showPoints();
 }
 
 void PtzCruisePage::showPoints() {
@@ -253,6 +278,7 @@ void PtzCruisePage::movePoint(int by) {
 
 void PtzCruisePage::save() {
     edited_.name = name_->text().trimmed();
+    name_->setText(edited_.name);
     if (const auto problem = account::checkName(edited_.name, tr("请输入名称!"))) {
         account::tell(*problem, this);
         return;

@@ -13,18 +13,18 @@ class QPushButton;
 class QSpinBox;
 class QTreeWidget;
 
-/// What both pages do: a command to the camera, written into the log where it changes something.
+/// What both pages do: a command to the camera, written into the log.
 class PtzPage : public QWidget {
     Q_OBJECT
 public:
     PtzPage(const AppContext& context, QString ipncId, QWidget* parent);
 
 signals:
-    /// The camera keeps something else now.
+    /// The camera keeps or does something else now.
     void sigChanged();
 
 protected:
-    /// `what` is the change's name in the log, empty where nothing changes.
+    /// `what` is the command's name in the log.
     void command(const QString& name, const QVariant& value, QPushButton* busy, const QString& what,
                  const QString& detail);
     QPushButton* addButton(const QString& text, const QString& objectName, std::function<void()> clicked);
@@ -60,12 +60,16 @@ class PtzCruisePage final : public PtzPage {
 public:
     PtzCruisePage(const AppContext& context, const QString& ipncId, QWidget* parent);
 
+    /// A route that is being edited stays as it is.
     void show(int most, const QVector<corvanta::manage::PtzCruise>& cruises,
               const QVector<corvanta::manage::PtzPreset>& presets, int running);
 
 private:
     void buildEditor();
     void showOne();
+    void showButtons();
+    /// The route in question as the camera has it; an empty one where it has none.
+    corvanta::manage::PtzCruise kept() const;
     void addPoint();
     void removePoint();
     void movePoint(int by);

@@ -133,8 +133,8 @@ void SdCardConfigPage::buildDownload() {
     });
     download_ = addButton(tr("下载"), QStringLiteral("sdDownload"), [this] { download(); });
     delete_ = addButton(tr("删除"), QStringLiteral("sdDelete"), [this] { remove(); });
-    row->addWidget(bar_, 1);
-    row->addWidget(progress_);
+    row->addWidget(bar_, 2);
+    row->addWidget(progress_, 1); // takes the room while there is no bar
     row->addWidget(cancel_);
     row->addWidget(download_);
     row->addWidget(delete_);

@@ -105,6 +105,7 @@ void UpgradeConfigPage::showButtons() {
     choose_->setEnabled(canWrite() && isIdle);
     upload_->setEnabled(canWrite() && isIdle && !file_->text().isEmpty());
     cancel_->setVisible(sending_->isRunning());
+    bar_->setVisible(!progressText_->text().isEmpty());
 }
 
 void UpgradeConfigPage::read() {

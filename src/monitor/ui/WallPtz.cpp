@@ -64,7 +64,7 @@ WallPtz::WallPtz(const AppContext& context, Fwidget& grid, LiveVideo& live, QObj
     , context_(context)
     , grid_(grid)
     , live_(live)
-    , line_(context.gateway)
+    , line_(context.gateway, context.operationLog)
     , pad_(new PtzPad(PtzPad::Extent::Small, &grid)) {
     pad_->hide();
     grid_.addCover(*pad_);
@@ -109,7 +109,7 @@ void WallPtz::connectTiles() {
 void WallPtz::connectPad() {
     connect(pad_, &PtzPad::sigHold, &line_, &PtzLine::hold);
     connect(pad_, &PtzPad::sigRelease, &line_, &PtzLine::release);
-    connect(pad_, &PtzPad::sigHome, this, &WallPtz::home);
+    connect(pad_, &PtzPad::sigHome, &line_, &PtzLine::home);
     connect(pad_, &PtzPad::sigMore, this, [this] {
         if (!line_.device().isEmpty())
             emit sigDialog(line_.device());
@@ -251,16 +251,6 @@ void WallPtz::letGo() {
         return;
     keys_.clear();
     line_.release();
-}
-
-void WallPtz::home() {
-    const std::string json = requests::deviceRequest(
-        QStringLiteral("云台控制"), {{QStringLiteral("ipncid"), line_.device()},
-                                     {QStringLiteral("cmdlist"), QVariantMap{{QStringLiteral("ptzhome"), 1}}}});
-    context_.gateway.request(json, this, [this](const QVariantMap& reply) {
-        if (!corvanta::serverErrors::isSuccess(reply))
-            emit sigMessage(corvanta::serverErrors::textOfReply(reply));
-    });
 }
 
 void WallPtz::stop() {

@@ -51,7 +51,6 @@ private:
     void hidePad();
     bool onKey(const QKeyEvent& event, bool pressed);
     void letGo();
-    void home();
 
     AppContext context_;
     Fwidget& grid_;
