@@ -29,19 +29,21 @@ Set_Notify_Dialog::Set_Notify_Dialog(const AppContext& context, QWidget* parent)
     list().setColumnWidth(IdColumn, 56); // px
     list().setColumnWidth(NumberColumn, 56);
     list().sortByColumn(NumberColumn, Qt::AscendingOrder);
-    auto* const add = addButton(tr("新增"), QStringLiteral("ruleAdd"), false);
-    auto* const change = addButton(tr("编辑"), QStringLiteral("ruleEdit"), false);
+    add_ = addButton(tr("新增"), QStringLiteral("ruleAdd"), false);
+    edit_ = addButton(tr("编辑"), QStringLiteral("ruleEdit"), false);
     delete_ = addButton(tr("删除"), QStringLiteral("ruleDelete"), false);
-    connect(add, &QPushButton::clicked, this, [this] { openEditor({}); });
-    connect(change, &QPushButton::clicked, this, &Set_Notify_Dialog::edit);
+    connect(add_, &QPushButton::clicked, this, [this] { openEditor({}); });
+    connect(edit_, &QPushButton::clicked, this, &Set_Notify_Dialog::edit);
     connect(&list(), &QTreeWidget::itemActivated, this, &Set_Notify_Dialog::edit);
     connect(delete_, &QPushButton::clicked, this, &Set_Notify_Dialog::askToDelete);
     connect(&context.events, qOverload<QVariantList, QVariantMap>(&AppEvents::sig_updateList), this,
             &Set_Notify_Dialog::fill); // names of devices and groups
     resize(Usual);
+    allowEditing();
     account::send(context, this,
                   {.operation = QStringLiteral("获取下拉名称列表"), .done = [this](const QVariantMap& resp) {
                        names_ = linkage::SystemNames::fromReply(resp);
+                       hasNames_ = true;
                        fill();
                    }});
     onUpTableData();
@@ -55,11 +57,18 @@ void Set_Notify_Dialog::onUpTableData() {
                        for (const QVariant& rule : rules)
                            rules_ += linkage::NotifyRule::fromMap(rule.toMap());
                        friends_ = resp.value(QStringLiteral("friendlist")).toList();
+                       hasRules_ = true;
                        fill();
                    }});
 }
 
+void Set_Notify_Dialog::allowEditing() {
+    for (QPushButton* const button : {add_, edit_})
+        button->setEnabled(hasNames_ && hasRules_);
+}
+
 void Set_Notify_Dialog::fill() {
+    allowEditing();
     const QList<linkage::Receiver> receivers = linkage::receiversOf(friends_);
     beginFill();
     for (int index = 0; index < rules_.size(); ++index) {
@@ -84,6 +93,8 @@ void Set_Notify_Dialog::openEditor(const linkage::NotifyRule& rule) {
 }
 
 void Set_Notify_Dialog::edit() {
+    if (!edit_->isEnabled())
+        return;
     if (const QTreeWidgetItem* const row = demandOne(tr("请选择一个通知策略!")))
         openEditor(rules_.at(keyOf(*row).toInt()));
 }

@@ -16,6 +16,8 @@ public slots:
 
 private:
     void fill();
+    /// Rules can be edited when the names of their codes and the friends are known.
+    void allowEditing();
     void openEditor(const corvanta::linkage::NotifyRule& rule);
     void edit();
     void askToDelete();
@@ -24,5 +26,9 @@ private:
     QList<corvanta::linkage::NotifyRule> rules_; ///< a row's key is its place here
     QVariantList friends_;                       ///< as the service sent them
     corvanta::linkage::SystemNames names_;
+    bool hasNames_ = false;
+    bool hasRules_ = false;
+    QPushButton* add_;
+    QPushButton* edit_;
     QPushButton* delete_;
 };

@@ -134,7 +134,7 @@ private:
     Fwidget* grid_ = nullptr;
     corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
-    QTimer messageTimer_; ///< clears the message bar
+    QTimer messageTimer_{this}; ///< clears the message bar
     WaitOverlay* wait_ = nullptr;
     RecordingStorage& storage_;
     AccountControl* account_ = nullptr;

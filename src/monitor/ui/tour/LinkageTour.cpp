@@ -21,6 +21,29 @@ namespace {
 
 constexpr int Settled = 600; // ms; until what a dialog reads is there
 
+/// The dialog of this name, without the tips that may lie over it about what the service has refused; null when it is
+/// not there.
+QDialog* on(const char* objectName) {
+    for (QDialog* top = tour::openDialog(); top != nullptr; top = tour::openDialog()) {
+        if (top->objectName() == QLatin1String(objectName))
+            return top;
+        if (top->objectName() != QLatin1String("TipDialog"))
+            return nullptr;
+        top->reject();
+    }
+    return nullptr;
+}
+
+void click(const char* dialog, const char* button) {
+    if (QDialog* const open = on(dialog))
+        tour::click(open, button);
+}
+
+void showTab(const char* dialog, const char* tabs, int page) {
+    if (QDialog* const open = on(dialog))
+        open->findChild<QTabWidget*>(QLatin1String(tabs))->setCurrentIndex(page);
+}
+
 AlarmMessage madeUp(const QString& ipncId, int plan) {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     QVariantMap alarm{{QStringLiteral("ipncid"), ipncId}, {QStringLiteral("datetime"), time}};
@@ -44,10 +67,10 @@ void LinkageTour::shown(const QString& name, std::function<void()> act) {
     script_.picture(name);
 }
 
-void LinkageTour::close(const QString& what) {
-    script_.step({QStringLiteral("closing ") + what,
-                  [] {
-                      if (QDialog* const open = tour::openDialog())
+void LinkageTour::close(const char* dialog) {
+    script_.step({QStringLiteral("closing ") + QLatin1String(dialog),
+                  [dialog] {
+                      if (QDialog* const open = on(dialog))
                           open->reject();
                   },
                   [] {
@@ -59,35 +82,35 @@ void LinkageTour::close(const QString& what) {
 void LinkageTour::plans(const QString& pictures) {
     shown(pictures + QStringLiteral("linkage"),
           [this] { window_.linkage().openPlans(window_.devices().deviceOfTile(0).value_or(QString())); });
-    shown(pictures + QStringLiteral("linkage-plan"), [] { tour::click(tour::openDialog(), "planAdd"); });
-    shown(pictures + QStringLiteral("linkage-condition"), [] { tour::click(tour::openDialog(), "inputAdd"); });
-    close(QStringLiteral("the condition"));
+    shown(pictures + QStringLiteral("linkage-plan"), [] { click("NewSet_Linkage_Dialog", "planAdd"); });
+    shown(pictures + QStringLiteral("linkage-condition"), [] { click("AddAndSet_Linkage_Dialog", "inputAdd"); });
+    close("LinkageSignalConditionDialog");
     shown(pictures + QStringLiteral("linkage-combination"), [] {
-        tour::openDialog()->findChild<QTabWidget*>(QStringLiteral("planActions"))->setCurrentIndex(1);
-        tour::click(tour::openDialog(), "outputUnionAdd");
+        showTab("AddAndSet_Linkage_Dialog", "planActions", 1);
+        click("AddAndSet_Linkage_Dialog", "outputUnionAdd");
     });
-    close(QStringLiteral("the combination"));
-    close(QStringLiteral("the plan"));
-    close(QStringLiteral("the plans"));
+    close("LinkageComboxlActionDialog");
+    close("AddAndSet_Linkage_Dialog");
+    close("NewSet_Linkage_Dialog");
 }
 
 void LinkageTour::dialogs(const QString& pictures) {
     plans(pictures);
     shown(pictures + QStringLiteral("notices"), [this] { window_.linkage().openRules(); });
-    shown(pictures + QStringLiteral("notices-rule"), [] { tour::click(tour::openDialog(), "ruleAdd"); });
+    shown(pictures + QStringLiteral("notices-rule"), [] { click("Set_Notify_Dialog", "ruleAdd"); });
     shown(pictures + QStringLiteral("notices-template"),
           [] { tour::openDialog()->findChild<QTabWidget*>(QStringLiteral("ruleTabs"))->setCurrentIndex(1); });
-    close(QStringLiteral("the rule"));
-    close(QStringLiteral("the rules"));
+    close("NewSet_Notify_Dialog");
+    close("Set_Notify_Dialog");
     for (const int tab : {0, 1}) {
         shown(pictures + QStringLiteral("sms-manage-%1").arg(tab), [this, tab] {
             if (tab == 0)
                 window_.linkage().openTextMessages();
             else
-                tour::openDialog()->findChild<QTabWidget*>(QStringLiteral("smsTabs"))->setCurrentIndex(1);
+                showTab("SMSManageDialog", "smsTabs", 1);
         });
     }
-    close(QStringLiteral("the text messages"));
+    close("SMSManageDialog");
 }
 
 void LinkageTour::alarms(const QString& pictures) {

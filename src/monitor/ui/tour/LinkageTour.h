@@ -22,7 +22,7 @@ public:
 
 private:
     void shown(const QString& name, std::function<void()> act);
-    void close(const QString& what);
+    void close(const char* dialog);
     void plans(const QString& pictures);
 
     MonitorMainUI& window_;
