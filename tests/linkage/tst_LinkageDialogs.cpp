@@ -376,14 +376,13 @@ void tst_LinkageDialogs::controlsAreNamed() {
     QDialog& plan = *opened(plans, "AddAndSet_Linkage_Dialog");
     click(plan, "inputAdd");
     checkNames(*opened(plan, "LinkageSignalConditionDialog"));
+    checkNames(plan);
     plan.close();
     show(rules);
     QTRY_VERIFY(find<QPushButton>(rules, "ruleAdd")->isEnabled()); // names and rules are there
     click(rules, "ruleAdd");
     checkNames(*opened(rules, "NewSet_Notify_Dialog"));
-    for (QWidget* const one :
-         {static_cast<QWidget*>(&plans), static_cast<QWidget*>(&plan), static_cast<QWidget*>(&rules),
-          static_cast<QWidget*>(&messages), static_cast<QWidget*>(&centre)})
+    for (QWidget* const one : QWidgetList{&plans, &rules, &messages, &centre})
         checkNames(*one);
 }
 
