@@ -16,11 +16,17 @@
 #include <vector>
 
 class AccountFlags;
+class AlarmSound;
 class AppUi;
 class PasswordVault;
 class RecordingStorage;
 class RepairThread;
 class SqlHelp;
+
+namespace corvanta::linkage {
+class AlarmHandler;
+class AlarmInbox;
+} // namespace corvanta::linkage
 
 /// The heart of the program: owns the SDK's client side and what is known of the account, and turns the SDK's
 /// messages into signals. Its slots call the part that does the work.
@@ -60,6 +66,8 @@ public:
     AppContext context();
     /// Where files of devices are kept.
     RecordingStorage& storage() { return *storage_; }
+    /// Where a part that looks at videos of alarms connects itself.
+    corvanta::linkage::AlarmHandler& alarmHandler() { return *alarmHandler_; }
 
 public slots:
     void autoLogin();
@@ -68,7 +76,10 @@ public slots:
     void onlogout();
     void onlogin();
     void deviceFresh();
+    /// Everything that follows an alarm.
     void TriggerAlarm(const QVariantMap& AlarmMap);
+    /// The sound of a type of alarms, by the type's text.
+    void playalarmMusic(const QString& type);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);
@@ -111,6 +122,9 @@ private:
     QVariantList timeZones_;
     QThread worker_; ///< for work in the background; runs once something needs it
     std::unique_ptr<RepairThread> repair_;
+    std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
+    std::unique_ptr<AlarmSound> alarmSound_;
+    std::unique_ptr<corvanta::linkage::AlarmHandler> alarmHandler_;
     std::vector<std::unique_ptr<TcpSocketManage>> connections_; ///< those that the SDK uses now
     bool signedIn_ = false;
     bool leaving_ = false;

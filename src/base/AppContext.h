@@ -12,6 +12,10 @@ class SdkGateway;
 class Settings;
 class SqlHelp;
 
+namespace corvanta::linkage {
+class AlarmInbox;
+}
+
 /// The handful of parts that a window or dialog is handed. All outlive every window; GUI thread.
 struct AppContext {
     SdkGateway& gateway;
@@ -24,5 +28,6 @@ struct AppContext {
     ScreenPoll& poll;
     OperationLog& operationLog; ///< where dialogs write down what their user did
     SqlHelp& database;
-    PasswordVault& vault; ///< protects what is remembered
+    PasswordVault& vault;                  ///< protects what is remembered
+    corvanta::linkage::AlarmInbox& alarms; ///< that nobody has acknowledged
 };

@@ -53,6 +53,7 @@ constexpr std::array Table{
 
 // Service texts are shown as plain text, but they may be long: what a tip can hold is enough to recognise them.
 constexpr int LongestCode = 64;
+constexpr int LongestText = 300;
 
 QString translated(const char* text) {
     return QCoreApplication::translate("ServerErrors", text);
@@ -78,6 +79,10 @@ QString codeOf(const QVariantMap& reply) {
 }
 
 QString textOfReply(const QVariantMap& reply) {
+    // What the service says of this very refusal tells more than its code.
+    const QString own = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString();
+    if (!own.isEmpty())
+        return own.left(LongestText);
     const QString code = codeOf(reply);
     if (!code.isEmpty())
         return text(code);

@@ -59,6 +59,8 @@ signals:
     void sigAddDevice(QString groupId);
     void sigConfigureDevice(QString ipncid);
     void sigRenameDevice(QString ipncid);
+    /// The linkage plans of a device are to be shown.
+    void sigLinkage(QString ipncid);
     void sigDeleteDevice(QString ipncid);
     /// The table of devices is to be shown.
     void sigManageDevices();

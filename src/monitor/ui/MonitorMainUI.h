@@ -4,15 +4,18 @@
 #include "monitor/Shortcuts.h"
 
 #include <QHash>
+#include <QTimer>
 #include <QVariant>
 #include <QVector>
 #include <QWidget>
 
 class AccountControl;
+class AlarmControl;
 class AudioControl;
 class DeviceOrder;
 class DevicePanel;
 class Fwidget;
+class LinkageControl;
 class Listener;
 class LiveVideo;
 class ManageControl;
@@ -57,11 +60,14 @@ public:
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
     ManageControl& manage() const { return *manage_; }
+    LinkageControl& linkage() const { return *linkage_; }
     Recorder& recorder() const { return *recorder_; }
     corvanta::playback::PlaybackPage& playback() const { return *playback_; }
 
     /// Goes to the page that plays recordings and shows these.
     void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
+    /// The same, from a time on.
+    void showPlaybackAt(const QVector<corvanta::playback::PlaybackCamera>& cameras, const QDateTime& time);
     RecordingStorage& storage() const { return storage_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
@@ -80,7 +86,10 @@ public slots:
     void slotDeal(const QString& name, const QVariant& value);
     /// Writes a frame of a recording and frees its block.
     void OnGetRecodeData(const QString& ipncId, uint8_t* block, long length);
-    void showMessage(const QString& text);
+    /// A line for the message bar. It clears itself 10 000 ms after the last one.
+    void showMessage(const QString& text) { OngetAlarmMessage(text); }
+    void OngetAlarmMessage(const QString& message);
+    void OnMessagertimeout();
     void toggleFullScreen();
 
 protected:
@@ -94,6 +103,8 @@ private:
     void connectTree();
     void connectReports();
     void connectEvents();
+    void connectAlarms();
+    void showLive(const QString& ipncId);
     void applyAspectMode();
     void setTitle(const QString& title);
     void onLists();
@@ -112,6 +123,7 @@ private:
     static constexpr int PlaybackModule = 1;
     static constexpr int FilesModule = 2;
     static constexpr int LogModule = 6;
+    static constexpr int AlarmModule = 7;
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
@@ -122,6 +134,7 @@ private:
     Fwidget* grid_ = nullptr;
     corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
+    QTimer messageTimer_{this}; ///< clears the message bar
     WaitOverlay* wait_ = nullptr;
     RecordingStorage& storage_;
     AccountControl* account_ = nullptr;
@@ -135,6 +148,8 @@ private:
     WallControl* control_ = nullptr;
     WallPtz* ptz_ = nullptr;
     ManageControl* manage_ = nullptr;
+    LinkageControl* linkage_ = nullptr;
+    AlarmControl* alarms_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

@@ -2,6 +2,7 @@
 
 #include "monitor/ui/tour/AccountTour.h"
 #include "monitor/ui/tour/FilesTour.h"
+#include "monitor/ui/tour/LinkageTour.h"
 #include "monitor/ui/tour/LogsTour.h"
 #include "monitor/ui/tour/ManageTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
@@ -45,4 +46,5 @@ private:
     PlaybackTour playback_;
     AccountTour account_;
     ManageTour manage_;
+    LinkageTour linkage_;
 };
