@@ -78,12 +78,12 @@ public slots:
     void deviceFresh();
     /// Everything that follows an alarm.
     void TriggerAlarm(const QVariantMap& AlarmMap);
-    /// The sound of a type of alarms, by the type's text.
-    void playalarmMusic(const QString& type);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);
     void OncloseTcpConnect(TcpSocketManage* connection);
+    /// The sound of a type of alarms, by the type's text.
+    void playalarmMusic(const QString& type);
     /// The user has agreed to leave: the sign-out is written down, cached values and names are forgotten. Once.
     void onAppClosed();
 
