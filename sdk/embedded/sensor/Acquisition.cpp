@@ -86,15 +86,22 @@ void Acquisition::setBoards(const std::vector<SensorBoard>& boards) {
         for (auto entry = waiting_.begin(); entry != waiting_.end();)
             entry = entry->second->retired ? waiting_.erase(entry) : std::next(entry);
     }
+    std::map<std::string, LinePointer> made;
+    std::map<int, BoardRun*> byPid;
+    for (const auto& [key, list] : wanted) {
+        made[key] = makeLine(list);
+        for (const auto& board : made[key]->boards)
+            byPid[board->what().board.pid] = board.get();
+    }
     // A device has one connection at a time: the old one ends before the new one begins.
     for (const LinePointer& line : ended) {
         const std::lock_guard device(line->device);
-        for (const auto& board : line->boards)
+        for (const auto& board : line->boards) {
             board->release();
+            if (const auto next = byPid.find(board->what().board.pid); next != byPid.end())
+                next->second->inherit(*board);
+        }
     }
-    std::map<std::string, LinePointer> made;
-    for (const auto& [key, list] : wanted)
-        made[key] = makeLine(list);
     {
         const std::lock_guard lock(mutex_);
         for (const auto& [key, line] : made) {
@@ -129,7 +136,7 @@ std::optional<Acquisition::Place> Acquisition::placeOf(int pid) const {
     return found == ports_.end() || stopping_ ? std::nullopt : std::make_optional(found->second);
 }
 
-void Acquisition::emit(const std::vector<Reading>& readings) {
+void Acquisition::handOut(const std::vector<Reading>& readings) {
     if (readings.empty())
         return;
     for (ReadingSink* sink : sinks_)
@@ -150,7 +157,7 @@ ServiceCode Acquisition::write(int pid, double value) {
         logLine("the output " + std::to_string(pid) + " was not switched: " + fault);
         return ServiceCode::WriteFailed;
     }
-    emit({{pid, clock_.now(), value, true}});
+    handOut({{pid, clock_.now(), value, true}});
     return ServiceCode::Done;
 }
 
@@ -162,7 +169,7 @@ std::optional<Reading> Acquisition::readNow(int pid) {
     const auto readings = place->board->readAll(Steady::now(), clock_.now());
     if (place->line->boards.size() > 1)
         place->board->release();
-    emit(readings);
+    handOut(readings);
     const auto found =
         std::find_if(readings.begin(), readings.end(), [pid](const Reading& reading) { return reading.pid == pid; });
     return found == readings.end() ? std::nullopt : std::make_optional(*found);
@@ -176,7 +183,7 @@ ServiceCode Acquisition::hand(int pid, double raw) {
     const auto reading = place->board->hand(pid, raw, clock_.now());
     if (!reading)
         return ServiceCode::UnknownInput;
-    emit({*reading});
+    handOut({*reading});
     return ServiceCode::Done;
 }
 
@@ -240,7 +247,7 @@ void Acquisition::serve(Line& line) {
         }
         if (board->due() > Steady::now())
             continue;
-        emit(board->poll(Steady::now(), clock_.now()));
+        handOut(board->poll(Steady::now(), clock_.now()));
         if (line.boards.size() > 1)
             board->release();
     }

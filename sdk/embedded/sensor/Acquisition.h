@@ -63,7 +63,7 @@ private:
     void schedule(const LinePointer& line, Steady::time_point due);
     void indexPorts();
     std::optional<Place> placeOf(int pid) const;
-    void emit(const std::vector<Reading>& readings);
+    void handOut(const std::vector<Reading>& readings);
 
     void watchTime();
     void work();

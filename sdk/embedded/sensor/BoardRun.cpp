@@ -115,6 +115,16 @@ std::string BoardRun::write(const Port& output, double value, Steady now) {
     return driver_->write(output, value);
 }
 
+void BoardRun::inherit(const BoardRun& before) {
+    const std::vector<Port>& known = before.what_.board.inputs;
+    for (std::size_t i = 0; i < states_.size(); ++i) {
+        for (std::size_t k = 0; k < known.size(); ++k) {
+            if (known[k].pid == what_.board.inputs[i].pid)
+                states_[i] = {false, before.states_[k].normal, before.states_[k].value};
+        }
+    }
+}
+
 void BoardRun::release() {
     if (driver_ && open_)
         driver_->close();

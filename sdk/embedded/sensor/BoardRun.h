@@ -43,6 +43,8 @@ public:
     std::optional<Reading> hand(int pid, double raw, std::chrono::system_clock::time_point wall);
     /// Empty, or why the output was not switched.
     std::string write(const Port& output, double value, Steady now);
+    /// Takes over what was known of the inputs of the board that this one replaces. What is told next is told anew.
+    void inherit(const BoardRun& before);
     /// Gives the way free for others; the next poll takes it again.
     void release();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sensor/Board.h"
+#include "sensor/PictureSource.h"
 
 #include <chrono>
 #include <functional>
@@ -10,8 +11,6 @@
 #include <vector>
 
 namespace ipncsdk::sensor {
-
-class PictureSource;
 
 /// What one reading brought for one input.
 struct RawValue {
