@@ -90,7 +90,7 @@ void Engine::startSensors(const RuntimeOptions& options, const std::filesystem::
     sensors_ = std::make_unique<SensorService>(SensorService::Parts{database_, cameras_, key_, *hub_, *clock_,
                                                                     latest_, root_, storeFile, retention_, changed});
     sensorRequests_ = std::make_unique<SensorRequests>(
-        SensorRequests::Parts{database_, cameras_, accounts_.session(), latest_, *sensors_, requests_});
+        SensorRequests::Parts{database_, cameras_, accounts_.session(), *sensors_, requests_});
     if (!options.sensors)
         return;
     if (const std::string wrong = sensors_->start(); !wrong.empty())

@@ -27,7 +27,6 @@ public:
         store::Database& database;
         const device::NetworkCameras& cameras;
         const service::Session& session;
-        const sensor::LatestValues& latest;
         SensorService& sensors;
         RequestTable& requests;
     };

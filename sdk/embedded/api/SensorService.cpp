@@ -122,7 +122,10 @@ void SensorService::begin() {
     tools.pictures = [this](const std::string& ipncid) {
         return picturesOf(ipncid);
     };
-    auto acquisition = std::make_shared<sensor::Acquisition>(parts_.clock, std::move(tools), std::move(sinks));
+    // Who is in the middle of speaking to a board keeps both, however this ends.
+    auto acquisition = std::shared_ptr<sensor::Acquisition>(
+        new sensor::Acquisition(parts_.clock, std::move(tools), std::move(sinks)),
+        [writer](sensor::Acquisition* ended) { delete ended; });
     {
         const std::lock_guard lock(mutex_);
         writer_ = std::move(writer);

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "sensor/SampleFile.h"
-
 #include <filesystem>
 #include <memory>
+#include <string>
 
 struct sqlite3;
 

@@ -31,10 +31,4 @@ std::vector<Reading> LatestValues::takeChanged() {
     return changed;
 }
 
-void LatestValues::forget(const std::set<int>& pids) {
-    const std::lock_guard lock(mutex_);
-    for (const int pid : pids)
-        readings_.erase(pid);
-}
-
 } // namespace ipncsdk::sensor

@@ -18,7 +18,6 @@ public:
     [[nodiscard]] std::optional<Reading> of(int pid) const;
     /// What has changed since the last call: value or state, or the time alone.
     std::vector<Reading> takeChanged();
-    void forget(const std::set<int>& pids);
 
 private:
     mutable std::mutex mutex_;
