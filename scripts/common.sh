@@ -12,6 +12,7 @@ corvanta_packages_build=(
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
+    libmodbus-dev libmosquitto-dev libmuparser-dev libgpiod-dev libopencv-core-dev libopencv-imgproc-dev
 )
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
 corvanta_packages_test=(
@@ -20,6 +21,7 @@ corvanta_packages_test=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
+    mosquitto mosquitto-clients socat
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
 corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)

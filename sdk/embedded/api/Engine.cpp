@@ -3,6 +3,7 @@
 #include "api/SocketDelegate.h"
 #include "base/Log.h"
 #include "service/ComputerId.h"
+#include "service/ConfiguredBoards.h"
 #include "store/Accounts.h"
 #include "store/DatabaseFile.h"
 #include "world/FirstWorld.h"
@@ -26,7 +27,7 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
     , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
-    openStore(options, device::loadServiceConfig(root_));
+    const std::filesystem::path storeFile = openStore(options, device::loadServiceConfig(root_));
     accounts_.load();
     deviceWatch_ = std::make_unique<DeviceWatch>([this] {
         service_.post([this] { settleDevices(); });
@@ -42,11 +43,12 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
+    startSensors(options, storeFile);
 }
 
 Engine::~Engine() = default;
 
-void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
+std::filesystem::path Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
     const auto storePath = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
     store::StoreContent content;
     content.fill = [this](soci::session& sql) {
@@ -56,6 +58,7 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
     auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, content);
     if (!opened.notice.empty())
         notice(opened.notice);
+    retention_ = config.samples;
     outbox_ = std::make_unique<service::Outbox>(root_, config.smsGateway, *clock_);
     watch_ =
         std::make_unique<StoreWatch>(std::move(opened.changes), [this] { service_.post([this] { lookAround(); }); });
@@ -64,6 +67,7 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
         database_.use(std::move(opened.session));
         const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
             cameras_.enter(sql, std::move(config.cameras), config.mistakes);
+            service::enterConfiguredBoards(sql, config.boards, key_, config.mistakes);
             return ServiceCode::Done;
         });
         if (code != ServiceCode::Done)
@@ -73,6 +77,26 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
         logLine(mistake.english());
         notice(mistake.chinese());
     }
+    return storePath;
+}
+
+void Engine::startSensors(const RuntimeOptions& options, const std::filesystem::path& storeFile) {
+    const auto changed = [this](std::vector<sensor::Reading> readings) {
+        if (!accounts_.session().current())
+            return;
+        service_.post([this, told = std::move(readings)] {
+            if (const Json message = sensorRequests_->updateOf(told, *clock_); !message.is_null())
+                channel_.deliver(toText(message));
+        });
+    };
+    sensors_ = std::make_unique<SensorService>(SensorService::Parts{database_, cameras_, key_, *hub_, *clock_,
+                                                                    latest_, root_, storeFile, retention_, changed});
+    sensorRequests_ = std::make_unique<SensorRequests>(
+        SensorRequests::Parts{database_, cameras_, accounts_.session(), *sensors_, requests_});
+    if (!options.sensors)
+        return;
+    if (const std::string wrong = sensors_->start(); !wrong.empty())
+        notice(wrong);
 }
 
 media::HubOptions Engine::hubOptions() {
@@ -143,6 +167,7 @@ void Engine::loggedOut(const std::string& reason) {
 
 void Engine::listsChanged() {
     video_->closeForbidden();
+    sensors_->boardsChanged();
     tell({{"type", "freshlist"}});
 }
 
@@ -242,6 +267,8 @@ void Engine::stop() {
     outbox_->cancel();
     service_.finish();
     messages_.finish(true);
+    sensors_->stop();
+    sensorRequests_->stop();
     hub_->stop(); // before the pictures: it breaks off those that are under way
     pictures_.finish(true);
     files_.finish(true);

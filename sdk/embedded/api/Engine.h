@@ -7,6 +7,8 @@
 #include "api/DeviceFiles.h"
 #include "api/DeviceWatch.h"
 #include "api/Request.h"
+#include "api/SensorRequests.h"
+#include "api/SensorService.h"
 #include "api/StoreWatch.h"
 #include "api/VideoHub.h"
 #include "api/VideoService.h"
@@ -20,6 +22,7 @@
 #include "device/ServiceConfig.h"
 #include "ipncsdk/ZELIPNCSDK.h"
 #include "onvif/Discovery.h"
+#include "sensor/LatestValues.h"
 #include "service/AccountService.h"
 #include "service/Documents.h"
 #include "service/Outbox.h"
@@ -45,6 +48,7 @@ struct RuntimeOptions {
     service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
     onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
+    bool sensors = true;                          ///< boards are read, here or by another process on the store
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -82,7 +86,9 @@ private:
     static Handler find(const std::vector<Route>& routes, const std::string& name);
 
     media::HubOptions hubOptions();
-    void openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    /// Returns where the store is.
+    std::filesystem::path openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    void startSensors(const RuntimeOptions& options, const std::filesystem::path& storeFile);
     void notice(const std::string& text);
     void deliverNotices();
     /// Acts on what others have done to the session or to the lists of its account. On the service worker; at the
@@ -142,7 +148,9 @@ private:
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
     device::FoundCameras found_;
-    service::Documents documents_{database_, cameras_, found_, accounts_};
+    sensor::LatestValues latest_;
+    sensor::SampleRetention retention_;
+    service::Documents documents_{database_, cameras_, found_, accounts_, latest_};
     device::LoopDevices loops_{clock_};
     device::DeviceRequests devices_{database_, cameras_, key_, loops_};
     std::unique_ptr<VideoHub> hub_;
@@ -157,6 +165,8 @@ private:
     std::unique_ptr<CameraControl> cameraControl_;
     std::unique_ptr<VideoService> video_;
     std::unique_ptr<DeviceFiles> deviceFiles_;
+    std::unique_ptr<SensorService> sensors_;
+    std::unique_ptr<SensorRequests> sensorRequests_;
     std::unique_ptr<StoreWatch> watch_;
     std::unique_ptr<DeviceWatch> deviceWatch_;
 };

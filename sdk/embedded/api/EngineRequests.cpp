@@ -81,6 +81,8 @@ void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
     lookAround();
     if (DeviceFiles::isAboutFiles(message))
         return deviceFiles_->cardRequest(request, message);
+    if (SensorRequests::isAboutBoards(message))
+        return sensorRequests_->boardRequest(request, message);
     const auto caller = accounts_.session().current();
     auto answer = caller ? devices_.parameters(caller->id, message)
                          : device::DeviceAnswer{ServiceCode::NotSignedIn, std::nullopt};
@@ -110,6 +112,8 @@ void Engine::newestVersionRequest(const RequestPointer& request, const Json& mes
 
 void Engine::serverRequest(const RequestPointer& request, const Json& message) {
     lookAround();
+    if (SensorRequests::isAboutSamples(message))
+        return sensorRequests_->sampleRequest(request, message);
     const auto caller = accounts_.session().current();
     const Reply reply = caller ? devices_.serverData(caller->id, message) : Reply(ServiceCode::NotSignedIn);
     respond(request, responseText("serverreq", request->id(), reply));

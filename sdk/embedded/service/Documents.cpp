@@ -3,6 +3,7 @@
 #include "device/DeviceRequests.h"
 #include "device/NetworkSettings.h"
 #include "device/Rights.h"
+#include "service/BoardRecords.h"
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
@@ -23,30 +24,36 @@ Json storedJson(const std::string& text, const Json& otherwise) {
     return value.is_discarded() || value.type() != otherwise.type() ? otherwise : value;
 }
 
-Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras) {
+Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras,
+                  const sensor::LatestValues& latest) {
     const store::Device& device = placed.device;
+    const bool online = device::isOnline(device, cameras);
+    BoardRecords boards(device.interfaces, device.extend);
+    showToClients(boards, latest, online);
     return {{"ipncid", device.ipncid},
             {"name", device.name},
             {"nickname", placed.nickname},
             {"type", device.type},
-            {"online", device::isOnline(device, cameras)},
+            {"online", online},
             {"groupid", std::to_string(placed.group)},
             {"authority", device::authorityOf(placed)},
             {"info", storedJson(device.info, Json::object())},
-            {"interfaces", storedJson(device.interfaces, Json::array())},
+            {"interfaces", boards.interfaces()},
             {"linkages", Json::array()},
-            {"extend", storedJson(device.extend, Json::object())},
+            {"extend", boards.extend()},
             {"video", storedJson(device.video, Json::object())}};
 }
 
 } // namespace
 
 Documents::Documents(store::Database& database, const device::NetworkCameras& cameras,
-                     const device::FoundCameras& found, const AccountService& accounts)
+                     const device::FoundCameras& found, const AccountService& accounts,
+                     const sensor::LatestValues& latest)
     : database_(database)
     , cameras_(cameras)
     , found_(found)
-    , accounts_(accounts) {}
+    , accounts_(accounts)
+    , latest_(latest) {}
 
 bool Documents::isKnown(std::string_view name) {
     return std::find(documentNames.begin(), documentNames.end(), name) != documentNames.end();
@@ -110,7 +117,7 @@ std::optional<Json> Documents::deviceList() const {
             const std::string& id = placed.device.ipncid;
             if (placed.device.origin == "config" && cameras_.find(id) == nullptr)
                 continue;
-            devices.push_back(deviceRecord(placed, cameras_));
+            devices.push_back(deviceRecord(placed, cameras_, latest_));
             members[placed.group].push_back(id);
         }
         for (const store::Group& group : store::groupsOf(sql, caller->id)) {

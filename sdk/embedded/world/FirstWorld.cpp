@@ -130,8 +130,8 @@ void insertOwnGroup(soci::session& sql, const GroupPlan& plan, bool online, cons
         };
         for (const BoardPlan& board : boards()) {
             if (isThis(board.camera)) {
-                device.interfaces = toText(Json::parse(board.interfaces));
-                device.extend = toText(Json::parse(board.extend));
+                device.interfaces = toText(board.interfaces);
+                device.extend = toText(board.extend);
             }
         }
         insertCamera(sql, device, group);
