@@ -5,6 +5,7 @@ class AppEvents;
 class AppPaths;
 class AppUi;
 class DeviceModel;
+class InputFields;
 class OperationLog;
 class PasswordVault;
 class ScreenPoll;
@@ -24,5 +25,6 @@ struct AppContext {
     ScreenPoll& poll;
     OperationLog& operationLog; ///< where dialogs write down what their user did
     SqlHelp& database;
-    PasswordVault& vault; ///< protects what is remembered
+    PasswordVault& vault;     ///< protects what is remembered
+    InputFields& inputFields; ///< what is known of the inputs of sensors beside `devices`
 };
