@@ -23,6 +23,7 @@ class QStackedWidget;
 class RecordControl;
 class Recorder;
 class RecordingStorage;
+class SensorControl;
 class Talker;
 class TopBar;
 class WaitOverlay;
@@ -57,6 +58,7 @@ public:
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
     ManageControl& manage() const { return *manage_; }
+    SensorControl& sensors() const { return *sensors_; }
     Recorder& recorder() const { return *recorder_; }
     corvanta::playback::PlaybackPage& playback() const { return *playback_; }
 
@@ -75,6 +77,8 @@ signals:
     void sigDeal(QString name, QVariant value);
     /// A coded frame of a recording; its slot owns the block.
     void sig_RecodeData(QString ipncId, uint8_t* block, long length);
+    /// The records of a reply with samples, under the key of what was asked for; for the charts.
+    void sig_UpdateSensorInputData(QString key, QVariantList records);
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
@@ -98,6 +102,7 @@ private:
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
+    void showCharts();
     void signOut();
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
@@ -111,6 +116,8 @@ private:
     static constexpr int VideoModule = 0;
     static constexpr int PlaybackModule = 1;
     static constexpr int FilesModule = 2;
+    static constexpr int ChartModule = 3;
+    static constexpr int DataModule = 5;
     static constexpr int LogModule = 6;
 
     AppContext context_;
@@ -135,6 +142,7 @@ private:
     WallControl* control_ = nullptr;
     WallPtz* ptz_ = nullptr;
     ManageControl* manage_ = nullptr;
+    SensorControl* sensors_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

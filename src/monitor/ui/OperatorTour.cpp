@@ -19,7 +19,8 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , logs_(window, script_)
     , playback_(window, script_, wall_)
     , account_(window, script_)
-    , manage_(window, script_) {
+    , manage_(window, script_)
+    , sensors_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -63,6 +64,8 @@ void OperatorTour::planEverything() {
     script_.picture(QStringLiteral("signed-in"));
     account_.signedIn(QString());
     manage_.dialogs(QString());
+    sensors_.dialogs(QString());
+    sensors_.pages(QString());
     planLayouts();
     planSmallest();
     tip();
@@ -105,6 +108,8 @@ void OperatorTour::planSmallest() {
     settings_.pages(QStringLiteral("smallest-settings-"));
     logs_.page(QStringLiteral("smallest-"));
     files_.page(QStringLiteral("smallest-"));
+    sensors_.pages(QStringLiteral("smallest-"));
+    sensors_.dialogs(QStringLiteral("smallest-"));
 }
 
 void OperatorTour::planWindow() {

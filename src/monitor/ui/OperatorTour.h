@@ -5,6 +5,7 @@
 #include "monitor/ui/tour/LogsTour.h"
 #include "monitor/ui/tour/ManageTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
+#include "monitor/ui/tour/SensorTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
 #include "monitor/ui/tour/TourScript.h"
 #include "monitor/ui/tour/WallTour.h"
@@ -45,4 +46,5 @@ private:
     PlaybackTour playback_;
     AccountTour account_;
     ManageTour manage_;
+    SensorTour sensors_;
 };

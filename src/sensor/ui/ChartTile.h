@@ -11,9 +11,8 @@
 #include <map>
 
 class InputFields;
-class QHBoxLayout;
 class QLabel;
-class QStackedLayout;
+class QMimeData;
 class QToolButton;
 
 namespace corvanta::sensor {
@@ -97,6 +96,6 @@ private:
 };
 
 /// The device that is dragged out of the device tree; empty for anything else.
-QString draggedDevice(const class QMimeData& data);
+QString draggedDevice(const QMimeData& data);
 
 } // namespace corvanta::sensor
