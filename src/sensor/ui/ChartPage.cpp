@@ -123,6 +123,10 @@ void ChartPage::showLayout(int layout) {
             tiles_[i]->restoreSamples(fromCacheText(context_.database.getInputData(i)));
         }
     }
+    for (int i = 0; i < grid_->rowCount(); ++i)
+        grid_->setRowStretch(i, i < shape.rows ? 1 : 0);
+    for (int i = 0; i < grid_->columnCount(); ++i)
+        grid_->setColumnStretch(i, i < shape.columns ? 1 : 0);
     for (int i = 0; i < layoutButtons_.size(); ++i)
         layoutButtons_[i]->setChecked(i == layout);
     datButton_->setChecked(false);

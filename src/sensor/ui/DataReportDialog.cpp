@@ -2,6 +2,8 @@
 
 #include "account/ui/AccountForm.h"
 #include "base/ui/FileChooser.h"
+#include "base/ui/SvgIcon.h"
+#include "base/ui/Theme.h"
 #include "base/ui/TimeRangeEdit.h"
 #include "manageWidget/ui/ManageSend.h"
 #include "sensor/ui/InputPicker.h"
@@ -14,6 +16,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -77,6 +80,8 @@ QWidget* DataReportDialog::makeForm() {
     form->addRow(tr("采集输入"), choose_);
     range_ = new TimeRangeEdit(form_);
     range_->setLastDays(1);
+    for (auto* const button : range_->findChildren<QToolButton*>()) // drawn for the dark pages otherwise
+        button->setIcon(svgIcon(QStringLiteral("calendar"), theme::TextOnLight));
     form->addRow(tr("时间"), range_);
     const auto makeChoice = [this](const QString& objectName, const QString& name) {
         auto* const choice = new QComboBox(form_);

@@ -43,8 +43,10 @@ SensorDialog::SensorDialog(const AppContext& context, const QString& ipncId, QWi
     list_->setAccessibleName(tr("传感器列表"));
     list_->setHeaderLabels({tr("名称"), tr("类型"), tr("通信接口"), tr("采集输入"), tr("控制输出"), tr("状态")});
     list_->setRootIsDecorated(false);
-    list_->setMinimumSize(520, 140); // px
-    list_->header()->resizeSection(0, 160);
+    list_->setMinimumSize(520, 140);                       // px
+    static constexpr int widths[] = {140, 88, 88, 72, 72}; // px
+    for (int column = 0; column < 5; ++column)
+        list_->header()->resizeSection(column, widths[column]);
     body()->addWidget(list_, 1);
     state_ = new QLabel(tr("正在读取传感器类型..."), this);
     state_->setObjectName(QStringLiteral("hint"));

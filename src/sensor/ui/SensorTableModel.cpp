@@ -165,6 +165,13 @@ void SensorFilter::setFilter(const QString& groupId, const QString& ipncId, cons
     invalidateFilter();
 }
 
+bool SensorFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const {
+    const bool isKnown = left.data(sortRole()).isValid();
+    if (isKnown != right.data(sortRole()).isValid())
+        return isKnown == (sortOrder() == Qt::AscendingOrder);
+    return QSortFilterProxyModel::lessThan(left, right);
+}
+
 bool SensorFilter::filterAcceptsRow(int row, const QModelIndex&) const {
     const InputRecord& input = *model_.input(row);
     if (!ipncId_.isEmpty() && input.ipncId != ipncId_)

@@ -52,6 +52,8 @@ public:
     void setFilter(const QString& groupId, const QString& ipncId, const QString& text);
 
 protected:
+    /// What is not known comes last, whichever way is sorted.
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
 private:
