@@ -70,7 +70,7 @@ ChartTile::ChartTile(int number, const InputFields& fields, QWidget* parent)
     setAccessibleName(tr("图表 %1").arg(number + 1));
     setAcceptDrops(true);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // all tiles are alike
-    plot_->setAcceptDrops(false); // the tile takes them
+    plot_->setAcceptDrops(false);                              // the tile takes them
     plot_->viewport()->setAcceptDrops(false);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
