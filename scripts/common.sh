@@ -7,7 +7,7 @@ corvanta_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
-    qtbase5-dev libqt5svg5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
+    qtbase5-dev libqt5svg5-dev libqt5charts5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libcurl4-openssl-dev libpugixml-dev
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev

@@ -159,8 +159,8 @@ void AppManager::prepareStorage() {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_,   *this,      *accountFlags_, paths_,
-            ui_,      poll_,     *database_, *database_, *vault_,        *alarms_};
+    return {gateway_, settings_,  devices_,   *this,   *accountFlags_, paths_,      ui_,
+            poll_,    *database_, *database_, *vault_, *alarms_,       inputFields_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
@@ -210,6 +210,7 @@ void AppManager::onlogout() {
     if (std::exchange(signedIn_, false))
         logSignOut();
     devices_ = DeviceModel();
+    inputFields_.clear();
     emit sig_updateList(QVariantList(), QVariantMap());
     emit sig_freshlocal(QVariantMap());
     accountFlags_->setAutoLogin(false); // who signs out does not want to be signed in again at the next start

@@ -5,6 +5,7 @@
 #include "base/AppEvents.h"
 #include "base/AppPaths.h"
 #include "base/DeviceModel.h"
+#include "base/InputFields.h"
 #include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
@@ -59,6 +60,10 @@ public:
 
     QVariant setting(const QString& key) const { return settings_.get(key); }
     const QVariantMap& localDevices() const { return localDevices_; }
+    /// Stores a single field of an input's record ("earliesttime", "latesttime", "state", "value").
+    void setInputField(const QString& key, int pid, const QVariant& value) { inputFields_.set(key, pid, value); }
+    /// The same field; invalid while it is not known.
+    QVariant inputField(const QString& key, int pid) const { return inputFields_.value(key, pid); }
     const QVariantList& timeZones() const { return timeZones_; }
     bool isSignedIn() const { return signedIn_; }
 
@@ -118,6 +123,7 @@ private:
     SdkGateway gateway_;
     ClientCallback clientCallback_;
     DeviceModel devices_;
+    InputFields inputFields_;
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
     QVariantList timeZones_;
     QThread worker_; ///< for work in the background; runs once something needs it

@@ -5,6 +5,7 @@ class AppEvents;
 class AppPaths;
 class AppUi;
 class DeviceModel;
+class InputFields;
 class OperationLog;
 class PasswordVault;
 class ScreenPoll;
@@ -30,4 +31,5 @@ struct AppContext {
     SqlHelp& database;
     PasswordVault& vault;                  ///< protects what is remembered
     corvanta::linkage::AlarmInbox& alarms; ///< that nobody has acknowledged
+    InputFields& inputFields;              ///< what is known of the inputs of sensors beside `devices`
 };

@@ -94,6 +94,12 @@ QString textOfReply(const QVariantMap& reply) {
     return unknown(QString::number(number));
 }
 
+QString messageOfReply(const QVariantMap& reply) {
+    const QString own = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString();
+    constexpr int longest = 200;
+    return own.isEmpty() ? textOfReply(reply) : textOfReply(reply) + QLatin1Char('\n') + own.left(longest);
+}
+
 bool isSuccess(const QVariantMap& reply) {
     const QVariant state = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("state"));
     return state.toString() == QLatin1String("ok");

@@ -12,6 +12,10 @@ QString text(const QString& code);
 /// The text for a failed reply: by its "resp"/"errcode", else by a top-level "errcode", else by its "retcode".
 QString textOfReply(const QVariantMap& reply);
 
+/// The same with the service's or the device's own words behind it, where the reply's "resp"/"text" has some. They
+/// are to be shown as plain text.
+QString messageOfReply(const QVariantMap& reply);
+
 /// True when the reply's "resp"/"state" says success.
 bool isSuccess(const QVariantMap& reply);
 

@@ -31,6 +31,7 @@
 #include "monitor/ui/MessageBar.h"
 #include "monitor/ui/PollRunner.h"
 #include "monitor/ui/RecordControl.h"
+#include "monitor/ui/SensorControl.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WallPtz.h"
@@ -42,6 +43,8 @@
 #include "playback/PlaybackSession.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
+#include "sensor/ui/ChartPage.h"
+#include "sensor/ui/SensorPage.h"
 #include "storage/ui/StoredFilesPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
@@ -79,6 +82,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     manage_ = new ManageControl(context_, devices_->tree(), *this);
     linkage_ = new LinkageControl(context_, devices_->tree(), *topBar_, *this);
     alarms_ = new AlarmControl(context_, storage_, this);
+    sensors_ = new SensorControl(context_, storage_, devices_->tree(), *this);
     recorder_ = new Recorder({context_.gateway, storage_, context_.settings,
                               [this](const QString& ipncId) {
                                   const DeviceRecord* const device = context_.devices.device(ipncId);
@@ -151,8 +155,8 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     };
     static constexpr Module modules[] = {
         {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
-        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
+        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", true},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", true},
         {"logModule", QT_TR_NOOP("日志"), "log", true},      {"alarmModule", QT_TR_NOOP("报警中心"), "alarm", true},
     };
     pages_ = new QStackedWidget(parent);
@@ -182,6 +186,17 @@ void MonitorMainUI::showModule(int number) {
     }
     if (page == nullptr && number == AlarmModule) {
         page = alarms_->makePage(pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == DataModule) {
+        page = sensors_->makeDataPage(pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == ChartModule) {
+        auto* const charts = sensors_->makeChartPage(pages_);
+        connect(this, &MonitorMainUI::sig_UpdateSensorInputData, charts,
+                &corvanta::sensor::ChartPage::UpdateSensorInputData);
+        page = charts;
         pages_->addWidget(page);
     }
     if (page == nullptr && number == FilesModule) {
@@ -243,12 +258,19 @@ void MonitorMainUI::showLive(const QString& ipncId) {
         control_->toggle(ipncId);
 }
 
+void MonitorMainUI::showCharts() {
+    topBar_->setModule(ChartModule);
+    showModule(ChartModule);
+}
+
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(account_, &AccountControl::sigSignOut, this, &MonitorMainUI::signOut);
     connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
     connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
     connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
+    connect(sensors_, &SensorControl::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(sensors_, &SensorControl::sigShowCharts, this, &MonitorMainUI::showCharts);
     connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
@@ -379,6 +401,8 @@ void MonitorMainUI::connectReports() {
     connect(live_, &LiveVideo::sigReport, this, &MonitorMainUI::sigDeal);
     connect(recorder_, &Recorder::sigReport, this, &MonitorMainUI::sigDeal);
     connect(records_, &RecordControl::sigSnapshot, this, &MonitorMainUI::sigDeal);
+    connect(sensors_, &SensorControl::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(sensors_, &SensorControl::sigRecords, this, &MonitorMainUI::sig_UpdateSensorInputData);
     connect(recorder_, &Recorder::sigFrame, this, &MonitorMainUI::sig_RecodeData);
     connect(this, &MonitorMainUI::sig_RecodeData, this, &MonitorMainUI::OnGetRecodeData);
     connect(this, &MonitorMainUI::sigDeal, this, &MonitorMainUI::slotDeal);
@@ -417,6 +441,7 @@ void MonitorMainUI::onLists() {
     ptz_->onLists();
     manage_->onLists();
     linkage_->onLists();
+    sensors_->onLists();
     if (!context_.devices.isEmpty()) {
         workspace_->restoreVideos();
         if (std::exchange(pollWaits_, false))
@@ -458,6 +483,7 @@ void MonitorMainUI::onAccountChanged() {
     account_->onAccount(number);
     manage_->onAccount(number);
     linkage_->onAccount(number);
+    sensors_->onAccount(number);
     devices_->setSignedIn(!number.isEmpty());
 }
 
@@ -468,6 +494,8 @@ void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
         recorder_->onReport(value.toMap());
     else if (name == QStringLiteral("更新设备预览"))
         live_->refreshPreview(value.toString());
+    else
+        sensors_->onReport(name, value.toMap());
 }
 
 void MonitorMainUI::OnGetRecodeData(const QString& ipncId, uint8_t* block, long length) {

@@ -26,6 +26,7 @@ class QStackedWidget;
 class RecordControl;
 class Recorder;
 class RecordingStorage;
+class SensorControl;
 class Talker;
 class TopBar;
 class WaitOverlay;
@@ -61,6 +62,7 @@ public:
     PollRunner& poll() const { return *poll_; }
     ManageControl& manage() const { return *manage_; }
     LinkageControl& linkage() const { return *linkage_; }
+    SensorControl& sensors() const { return *sensors_; }
     Recorder& recorder() const { return *recorder_; }
     corvanta::playback::PlaybackPage& playback() const { return *playback_; }
 
@@ -81,6 +83,8 @@ signals:
     void sigDeal(QString name, QVariant value);
     /// A coded frame of a recording; its slot owns the block.
     void sig_RecodeData(QString ipncId, uint8_t* block, long length);
+    /// The records of a reply with samples, under the key of what was asked for; for the charts.
+    void sig_UpdateSensorInputData(QString key, QVariantList records);
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
@@ -109,6 +113,7 @@ private:
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
+    void showCharts();
     void signOut();
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
@@ -122,6 +127,8 @@ private:
     static constexpr int VideoModule = 0;
     static constexpr int PlaybackModule = 1;
     static constexpr int FilesModule = 2;
+    static constexpr int ChartModule = 3;
+    static constexpr int DataModule = 5;
     static constexpr int LogModule = 6;
     static constexpr int AlarmModule = 7;
 
@@ -150,6 +157,7 @@ private:
     ManageControl* manage_ = nullptr;
     LinkageControl* linkage_ = nullptr;
     AlarmControl* alarms_ = nullptr;
+    SensorControl* sensors_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

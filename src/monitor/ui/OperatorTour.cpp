@@ -20,7 +20,8 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , playback_(window, script_, wall_)
     , account_(window, script_)
     , manage_(window, script_)
-    , linkage_(window, script_) {
+    , linkage_(window, script_)
+    , sensors_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -65,6 +66,8 @@ void OperatorTour::planEverything() {
     account_.signedIn(QString());
     manage_.dialogs(QString());
     linkage_.dialogs(QString());
+    sensors_.dialogs(QString());
+    sensors_.pages(QString());
     planLayouts();
     planSmallest();
     tip();
@@ -109,6 +112,8 @@ void OperatorTour::planSmallest() {
     logs_.page(QStringLiteral("smallest-"));
     files_.page(QStringLiteral("smallest-"));
     linkage_.alarms(QStringLiteral("smallest-"));
+    sensors_.pages(QStringLiteral("smallest-"));
+    sensors_.dialogs(QStringLiteral("smallest-"));
 }
 
 void OperatorTour::planWindow() {

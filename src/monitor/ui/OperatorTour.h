@@ -6,6 +6,7 @@
 #include "monitor/ui/tour/LogsTour.h"
 #include "monitor/ui/tour/ManageTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
+#include "monitor/ui/tour/SensorTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
 #include "monitor/ui/tour/TourScript.h"
 #include "monitor/ui/tour/WallTour.h"
@@ -47,4 +48,5 @@ private:
     AccountTour account_;
     ManageTour manage_;
     LinkageTour linkage_;
+    SensorTour sensors_;
 };
