@@ -67,8 +67,7 @@ void Engine::sendMessage(const RequestPointer& request, const service::TextMessa
                          const std::string& response, const std::string& refusal) {
     messages_.post([this, request, message, response, refusal] {
         const service::Outbox::Sent sent = outbox_->send(message);
-        if (!sent.done)
-            accounts_.withdraw(message);
+        accounts_.settle(message, sent.done);
         service_.post([this, request, sent, text = sent.done ? response : refusal] {
             respond(request, text);
             if (sent.told)

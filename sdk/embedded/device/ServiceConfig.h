@@ -26,6 +26,15 @@ struct SmsGatewayConfig {
     std::string token; ///< sent as a bearer token unless empty
 };
 
+/// The MQTT broker that takes notices for the phone app.
+struct NoticesConfig {
+    std::string host;
+    int port = 1883;
+    std::string user; ///< empty: none
+    std::string password;
+    std::string topic = "notices"; ///< notices go to TOPIC/<phone number>
+};
+
 struct ConfigMistake {
     enum class Kind {
         Unreadable,
@@ -40,7 +49,8 @@ struct ConfigMistake {
         DuplicateKey,
         UnknownGroup,
         IdTaken,
-        BadGateway
+        BadGateway,
+        BadBroker
     };
     Kind kind = Kind::NotJson;
     int line = 0;    ///< from 1; 0 when no line is meant
@@ -56,6 +66,7 @@ struct ServiceConfig {
     std::string store = "service/service.db"; ///< UTF-8; relative to the data root
     std::vector<NetworkCamera> cameras;
     std::optional<SmsGatewayConfig> smsGateway;
+    std::optional<NoticesConfig> notices; ///< nothing when the entry is missing or has a mistake
     std::vector<ConfigMistake> mistakes;
 };
 

@@ -3,6 +3,7 @@
 #include "device/DeviceRequests.h"
 #include "device/NetworkSettings.h"
 #include "device/Rights.h"
+#include "service/LinkageRecords.h"
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ipncsdk::service {
 
@@ -23,7 +25,7 @@ Json storedJson(const std::string& text, const Json& otherwise) {
     return value.is_discarded() || value.type() != otherwise.type() ? otherwise : value;
 }
 
-Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras) {
+Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras, Json linkages) {
     const store::Device& device = placed.device;
     return {{"ipncid", device.ipncid},
             {"name", device.name},
@@ -34,7 +36,7 @@ Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCamera
             {"authority", device::authorityOf(placed)},
             {"info", storedJson(device.info, Json::object())},
             {"interfaces", storedJson(device.interfaces, Json::array())},
-            {"linkages", Json::array()},
+            {"linkages", std::move(linkages)},
             {"extend", storedJson(device.extend, Json::object())},
             {"video", storedJson(device.video, Json::object())}};
 }
@@ -106,11 +108,13 @@ std::optional<Json> Documents::deviceList() const {
         if (!accounts_.holds(sql, *caller))
             return ServiceCode::Done;
         std::map<store::GroupId, Json> members;
+        auto plans = store::allPlans(sql);
         for (const store::PlacedDevice& placed : store::devicesOf(sql, caller->id)) {
             const std::string& id = placed.device.ipncid;
             if (placed.device.origin == "config" && cameras_.find(id) == nullptr)
                 continue;
-            devices.push_back(deviceRecord(placed, cameras_));
+            Json linkages = device::allows(placed, device::Right::Param) ? linkagesOf(plans[id]) : Json::array();
+            devices.push_back(deviceRecord(placed, cameras_, std::move(linkages)));
             members[placed.group].push_back(id);
         }
         for (const store::Group& group : store::groupsOf(sql, caller->id)) {
