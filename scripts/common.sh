@@ -8,7 +8,7 @@ corvanta_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libqt5svg5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
-    libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libcurl4-openssl-dev libpugixml-dev
+    libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libmosquitto-dev libcurl4-openssl-dev libpugixml-dev
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
@@ -16,7 +16,7 @@ corvanta_packages_build=(
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
-    sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi
+    sqlite3 ffmpeg mosquitto mosquitto-clients gir1.2-gst-rtsp-server-1.0 python3-gi
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils

@@ -26,7 +26,9 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
     , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
-    openStore(options, device::loadServiceConfig(root_));
+    device::ServiceConfig config = device::loadServiceConfig(root_);
+    const auto notices = config.notices;
+    openStore(options, std::move(config));
     accounts_.load();
     deviceWatch_ = std::make_unique<DeviceWatch>([this] {
         service_.post([this] { settleDevices(); });
@@ -35,30 +37,37 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     media::HubOptions hub = hubOptions();
     finder_ = std::make_unique<CameraFinder>(
         CameraFinder::Parts{requests_, found_, network_, stopping_, options.discovery, hub.socketDelegate});
-    deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{database_, cameras_, loops_, accounts_.session(),
-                                                                    requests_, files_, stopping_, hub.loopFolder});
+    deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{
+        database_, cameras_, loops_, accounts_.session(), requests_, files_, stopping_, hub.loopFolder, datFolder()});
     hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
+    alarms_ = makeAlarms(options, notices);
 }
 
 Engine::~Engine() = default;
 
+std::filesystem::path Engine::datFolder() const {
+    std::filesystem::path folder = storeFile_;
+    folder += ".dat";
+    return folder;
+}
+
 void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
-    const auto storePath = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
+    storeFile_ = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
     store::StoreContent content;
     content.fill = [this](soci::session& sql) {
         world::fillFirstWorld(sql, [this](const std::string& password) { return accounts_.hasher().hash(password); });
     };
     content.upgrade = world::fillWaiting;
-    auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, content);
+    auto opened = store::openDatabaseFile(storeFile_, options.storeTimeout, *clock_, content);
     if (!opened.notice.empty())
         notice(opened.notice);
     outbox_ = std::make_unique<service::Outbox>(root_, config.smsGateway, *clock_);
     watch_ =
         std::make_unique<StoreWatch>(std::move(opened.changes), [this] { service_.post([this] { lookAround(); }); });
     if (opened.session) {
-        key_ = store::StoreKey::beside(storePath);
+        key_ = store::StoreKey::beside(storeFile_);
         database_.use(std::move(opened.session));
         const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
             cameras_.enter(sql, std::move(config.cameras), config.mistakes);
@@ -71,6 +80,22 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
         logLine(mistake.english());
         notice(mistake.chinese());
     }
+}
+
+std::unique_ptr<AlarmService> Engine::makeAlarms(const RuntimeOptions& options,
+                                                 std::optional<device::NoticesConfig> config) {
+    return std::make_unique<AlarmService>(AlarmService::Parts{
+        database_, cameras_, *clock_, accounts_.session(), *outbox_, *hub_, std::move(config),
+        store::watchDatabaseFile(storeFile_, options.storeTimeout), datFolder(), root_, options.followsVideo,
+        [this](std::function<void()> task) { service_.post(std::move(task)); },
+        [this](const std::string& text) { return channel_.deliver(text); },
+        [this](const std::string& text) {
+            notice(text);
+            service_.post([this] { deliverNotices(); });
+        },
+        [this](const std::string& ipncid) {
+            return video_->lightStream(ipncid);
+        }});
 }
 
 media::HubOptions Engine::hubOptions() {
@@ -121,6 +146,7 @@ void Engine::lookAround() {
         loggedOut(*look.logout);
     else if (look.listsChanged)
         listsChanged();
+    alarms_->look();
 }
 
 void Engine::settleDevices() {
@@ -133,6 +159,7 @@ void Engine::settleDevices() {
 void Engine::loggedOut(const std::string& reason) {
     watch_->setActive(false);
     video_->closeAll(media::StreamError::NotSignedIn);
+    alarms_->look();
     Json message = {{"type", "logout"}};
     if (!reason.empty())
         message["reason"] = reason;
@@ -141,6 +168,7 @@ void Engine::loggedOut(const std::string& reason) {
 
 void Engine::listsChanged() {
     video_->closeForbidden();
+    alarms_->listsChanged();
     tell({{"type", "freshlist"}});
 }
 
@@ -241,6 +269,7 @@ void Engine::stop() {
     service_.finish();
     messages_.finish(true);
     hub_->stop(); // before the pictures: it breaks off those that are under way
+    alarms_->stop();
     pictures_.finish(true);
     files_.finish(true);
     network_.finish(true); // what is under way there looks at `stopping_`, as in the files

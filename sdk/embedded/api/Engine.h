@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/AlarmService.h"
 #include "api/CallbackKeeper.h"
 #include "api/CameraFinder.h"
 #include "api/ClientChannel.h"
@@ -44,6 +45,7 @@ struct RuntimeOptions {
     service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
     onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
+    bool followsVideo = true; ///< cameras with linkage plans are followed, for recordings that begin before an alarm
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -81,7 +83,11 @@ private:
     static Handler find(const std::vector<Route>& routes, const std::string& name);
 
     media::HubOptions hubOptions();
+    /// Where the sensor data of alarms lie, for all processes on the store.
+    [[nodiscard]] std::filesystem::path datFolder() const;
     void openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    std::unique_ptr<AlarmService> makeAlarms(const RuntimeOptions& options,
+                                             std::optional<device::NoticesConfig> config);
     void notice(const std::string& text);
     void deliverNotices();
     /// Acts on what others have done to the session or to the lists of its account. On the service worker; at the
@@ -136,6 +142,7 @@ private:
     RequestTable requests_;
     std::mutex noticeMutex_;
     std::vector<std::string> notices_; ///< guarded by noticeMutex_; wait for a client callback
+    std::filesystem::path storeFile_;  ///< set at start-up, then read only
     store::Database database_;
     store::StoreKey key_; ///< set at start-up, then read only
     device::NetworkCameras cameras_;
@@ -156,6 +163,7 @@ private:
     std::unique_ptr<DeviceFiles> deviceFiles_;
     std::unique_ptr<StoreWatch> watch_;
     std::unique_ptr<DeviceWatch> deviceWatch_;
+    std::unique_ptr<AlarmService> alarms_;
 };
 
 } // namespace ipncsdk::api

@@ -51,6 +51,7 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
     if (before && after && !service::isSameAccount(before, after))
         video_->closeAll(media::StreamError::NotSignedIn);
     watch_->setActive(after.has_value());
+    alarms_->look();
     const auto response = [&](const Reply& reply) {
         return responseText("urlreq", request->id(), reply, {{"clienttype", echo(operation)}});
     };

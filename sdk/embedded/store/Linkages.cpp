@@ -103,10 +103,9 @@ std::vector<LinkedDeviceRow> linkedDevices(soci::session& sql) {
     LinkedDeviceRow row;
     long long online = 0;
     soci::statement statement =
-        (sql.prepare
-             << "select ipncid, name, origin, online, interfaces, extend, ownerid from devices order by ipncid",
+        (sql.prepare << "select ipncid, name, origin, online, interfaces, extend from devices order by ipncid",
          soci::into(row.ipncid), soci::into(row.name), soci::into(row.origin), soci::into(online),
-         soci::into(row.interfaces), soci::into(row.extend), soci::into(row.owner));
+         soci::into(row.interfaces), soci::into(row.extend));
     statement.execute();
     std::vector<LinkedDeviceRow> devices;
     while (statement.fetch()) {

@@ -16,6 +16,7 @@ struct LinkPlan {
     long long id = 0;
     std::string ipncid;
     std::string document; ///< JSON text, as clients sent it, with its id
+    friend bool operator==(const LinkPlan&, const LinkPlan&) = default;
 };
 
 // All of these work in the caller's transaction and throw what the connection throws.
@@ -58,7 +59,7 @@ struct LinkedDeviceRow {
     bool online = true;
     std::string interfaces; ///< JSON text, as in `Device`
     std::string extend;
-    long long owner = 0;
+    friend bool operator==(const LinkedDeviceRow&, const LinkedDeviceRow&) = default;
 };
 /// Every device that an account owns.
 std::vector<LinkedDeviceRow> linkedDevices(soci::session& sql);
