@@ -182,7 +182,8 @@ void AlarmDesk::adopt(std::vector<store::LinkedDeviceRow> rows, PlanRows plans) 
             if (!device.plans.empty())
                 logged[pid] = row.ipncid;
         }
-        if (!device.plans.empty())
+        // Without plans, too: one that is made later finds what was read.
+        if (!device.ports.inputs.empty())
             linked.push_back(std::move(evaluated));
         devices_[row.ipncid] = std::move(device);
     }

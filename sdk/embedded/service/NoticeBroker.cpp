@@ -4,65 +4,111 @@
 
 #include <mosquitto.h>
 
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
 namespace ipncsdk::service {
 
 namespace {
 
-constexpr int keepAlive = 30;    ///< seconds
-constexpr int longestPause = 30; ///< seconds, between attempts to connect
-constexpr int mostWaiting = 10'000;
+constexpr int keepAlive = 30; ///< seconds
+constexpr int turn = 200;     ///< milliseconds that the network is waited for before notices are looked for
 constexpr int atLeastOnce = 1;
+constexpr std::chrono::seconds firstPause{1};
+constexpr std::chrono::seconds longestPause{30};
 
 } // namespace
 
-void NoticeBroker::Free::operator()(mosquitto* client) const {
-    mosquitto_disconnect(client);
-    mosquitto_loop_stop(client, false);
-    mosquitto_destroy(client);
-    mosquitto_lib_cleanup();
-}
-
-NoticeBroker::NoticeBroker(const device::NoticesConfig& config)
-    : topic_(config.topic) {
+NoticeBroker::NoticeBroker(device::NoticesConfig config)
+    : config_(std::move(config))
+    , client_(nullptr, mosquitto_destroy) {
     mosquitto_lib_init();
     client_.reset(mosquitto_new(nullptr, true, this));
     if (!client_) {
-        mosquitto_lib_cleanup();
         logLine("app notices can't be sent: no MQTT client");
         return;
     }
-    mosquitto* const client = client_.get();
-    if (!config.user.empty())
-        mosquitto_username_pw_set(client, config.user.c_str(), config.password.c_str());
-    mosquitto_reconnect_delay_set(client, 1, longestPause, true);
-    mosquitto_publish_callback_set(client,
-                                   [](mosquitto*, void* self, int) { --static_cast<NoticeBroker*>(self)->waiting_; });
-    mosquitto_connect_callback_set(client, [](mosquitto*, void*, int code) {
+    if (!config_.user.empty())
+        mosquitto_username_pw_set(client_.get(), config_.user.c_str(), config_.password.c_str());
+    mosquitto_connect_callback_set(client_.get(), [](mosquitto*, void* self, int code) {
+        static_cast<NoticeBroker*>(self)->isConnected_ = code == 0;
         if (code != 0)
             logLine(std::string("the broker of app notices refuses: ") + mosquitto_connack_string(code));
     });
-    // One that can't be reached now is tried again by the client's thread.
-    const int code = mosquitto_connect_async(client, config.host.c_str(), config.port, keepAlive);
-    if (code != MOSQ_ERR_SUCCESS)
-        logLine(std::string("the broker of app notices can't be reached: ") + mosquitto_strerror(code));
-    mosquitto_loop_start(client);
+    thread_ = std::thread([this] { work(); });
 }
 
-NoticeBroker::~NoticeBroker() = default;
+NoticeBroker::~NoticeBroker() {
+    {
+        const std::lock_guard lock(mutex_);
+        stopping_ = true;
+    }
+    changed_.notify_all();
+    if (thread_.joinable())
+        thread_.join();
+    client_.reset();
+    mosquitto_lib_cleanup();
+}
 
 void NoticeBroker::publish(const std::string& phone, const std::string& text) {
-    if (!client_)
-        return;
-    if (waiting_ >= mostWaiting)
-        return logLine("an app notice was dropped: too many wait for the broker");
-    ++waiting_;
-    const std::string topic = topic_ + "/" + phone;
-    const int code = mosquitto_publish(client_.get(), nullptr, topic.c_str(), static_cast<int>(text.size()),
-                                       text.data(), atLeastOnce, false);
-    // Without a connection it waits for one.
-    if (code != MOSQ_ERR_SUCCESS && code != MOSQ_ERR_NO_CONN) {
-        --waiting_;
-        logLine(std::string("an app notice can't be sent: ") + mosquitto_strerror(code));
+    const std::lock_guard lock(mutex_);
+    if (waiting_.size() >= mostWaiting) {
+        logLine("an app notice was dropped: too many wait for the broker");
+        waiting_.pop_front();
+    }
+    waiting_.push_back({config_.topic + "/" + phone, text});
+}
+
+bool NoticeBroker::isStopping() {
+    const std::lock_guard lock(mutex_);
+    return stopping_;
+}
+
+void NoticeBroker::work() {
+    std::chrono::seconds pause = firstPause;
+    while (!isStopping()) {
+        // Without waiting for the network; who has not connected is told by the first turns.
+        const int code = mosquitto_connect_async(client_.get(), config_.host.c_str(), config_.port, keepAlive);
+        bool wasConnected = false;
+        if (code == MOSQ_ERR_SUCCESS) {
+            serve();
+            wasConnected = std::exchange(isConnected_, false);
+        }
+        if (wasConnected)
+            pause = firstPause;
+        else if (pause == firstPause)
+            logLine("the broker of app notices can't be reached; it is tried again");
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, pause, [this] { return stopping_; });
+        pause = std::min(pause * 2, longestPause);
+    }
+}
+
+void NoticeBroker::serve() {
+    while (mosquitto_loop(client_.get(), turn, 1) == MOSQ_ERR_SUCCESS) {
+        if (isConnected_)
+            sendWaiting();
+        if (isStopping()) {
+            mosquitto_disconnect(client_.get());
+            return;
+        }
+    }
+}
+
+void NoticeBroker::sendWaiting() {
+    std::deque<Notice> notices;
+    {
+        const std::lock_guard lock(mutex_);
+        notices.swap(waiting_);
+    }
+    for (const Notice& notice : notices) {
+        // What is not confirmed the client sends again by itself, also over the next connection.
+        const int code =
+            mosquitto_publish(client_.get(), nullptr, notice.topic.c_str(), static_cast<int>(notice.text.size()),
+                              notice.text.data(), atLeastOnce, false);
+        if (code != MOSQ_ERR_SUCCESS && code != MOSQ_ERR_NO_CONN)
+            logLine(std::string("an app notice can't be sent: ") + mosquitto_strerror(code));
     }
 }
 

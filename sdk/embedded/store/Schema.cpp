@@ -246,7 +246,13 @@ void migrateSchema(soci::session& sql) {
         for (const char* statement : statements)
             sql << statement;
     };
-    if (fact(sql, versionFact) == "1")
+    // Writing first waits for another process that is doing the same; one that reads first could not write any more.
+    const std::string name = versionFact;
+    sql << "update facts set value = value where name = :name", soci::use(name, "name");
+    const std::string version = fact(sql, versionFact);
+    if (version == std::to_string(schemaVersion))
+        return;
+    if (version == "1")
         run(statementsOfVersion2);
     run(statementsOfVersion3);
     setFact(sql, versionFact, std::to_string(schemaVersion));

@@ -6,6 +6,8 @@
 #include <QTcpServer>
 #include <QtTest>
 
+#include <soci/soci.h>
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -22,6 +24,8 @@ class tst_Alarms final : public QObject {
 
 private slots:
     void alarmReachesEveryClientThatMayKnow();
+    void pictureGoesWhereTheClientSays_data();
+    void pictureGoesWhereTheClientSays();
     void outputsFollow();
     void sensorDataCanBeFetched();
     void floodLosesNone();
@@ -129,10 +133,10 @@ private:
 struct World {
     World() {
         started = sdk.start() == emSuccess;
-        sdk.sqlite("delete from linkplans; delete from reportrules");
+        started = started && sdk.sqlite("delete from linkplans; delete from reportrules").empty();
         sdk.write("pumps.sql",
                   "update devices set interfaces = '" + std::string(boards) + "' where ipncid = '" + pumps + "';");
-        sdk.sqlite(".read '" + sdk.path("pumps.sql").string() + "'");
+        started = started && sdk.sqlite(".read '" + sdk.path("pumps.sql").string() + "'").empty();
         started = started && sdk.signIn();
     }
     long long addPlan(Json plan) {
@@ -204,7 +208,10 @@ void tst_Alarms::alarmReachesEveryClientThatMayKnow() {
         const Json& alarm = message.at("alarm");
         QCOMPARE(alarm.at("ipncid"), Json(pumps));
         QCOMPARE(alarm.at("datetime").get<std::string>().size(), std::size_t{19});
-        QVERIFY(!alarm.contains("images"));
+        std::string stamp = alarm.at("datetime").get<std::string>();
+        stamp.erase(std::remove_if(stamp.begin(), stamp.end(), [](char c) { return c < '0' || c > '9'; }),
+                    stamp.end());
+        QCOMPARE(alarm.at("images"), Json::array({stamp + "-2.jpg"}));
         Json trigger = alarm.at("trigger");
         QVERIFY(trigger.at("savelog").get<std::string>().find(pumps) != std::string::npos);
         trigger.erase("savelog");
@@ -231,6 +238,48 @@ void tst_Alarms::alarmReachesEveryClientThatMayKnow() {
     late.settle();
     QVERIFY(late.client.ofType("trigger").empty());
     QCOMPARE(world.sdk.client.ofType("trigger").size(), std::size_t{2});
+}
+
+void tst_Alarms::pictureGoesWhereTheClientSays_data() {
+    QTest::addColumn<QByteArray>("reply"); // below the SDK's folder
+    QTest::addColumn<bool>("written");
+    QTest::newRow("a folder") << QByteArray("pictures") << true;
+    QTest::newRow("a file") << QByteArray("file") << false;
+    QTest::newRow("a folder that is not there") << QByteArray("other") << false;
+    QTest::newRow("nothing") << QByteArray() << false;
+    QTest::newRow("a line feed") << QByteArray("pic\ntures") << false;
+}
+
+void tst_Alarms::pictureGoesWhereTheClientSays() {
+    QFETCH(QByteArray, reply);
+    QFETCH(bool, written);
+    World world;
+    std::filesystem::create_directories(world.sdk.path("pictures"));
+    std::filesystem::create_directories(world.sdk.path("pic\ntures"));
+    world.sdk.write("file", "");
+    Received asked;
+    world.sdk.runtime.setClientCallback([&](const std::string& message, std::string& answer) {
+        world.sdk.client.add(message);
+        if (message.find("reqalarmpath") == std::string::npos)
+            return;
+        if (!reply.isEmpty())
+            answer = world.sdk.path(reply.toStdString()).string();
+        asked.add(message);
+    });
+    world.addPlan(onPressure);
+    Plant plant(world.sdk);
+    world.raise(plant, 6);
+    const Json question = asked.waitForType("reqalarmpath");
+    QVERIFY(!question.is_null());
+    QCOMPARE(question.at("ipncid"), Json(pumps));
+    QCOMPARE(question.at("date").get<std::string>().size(), std::size_t{10});
+    const auto picture = world.sdk.path("pictures/" + question.at("filename").get<std::string>());
+    if (written)
+        QVERIFY(waitFor([&] { return std::filesystem::exists(picture); }));
+    // Whatever was begun is done or undone when the SDK has ended; nothing unfinished is left.
+    QCOMPARE(world.sdk.runtime.cleanup(), emSuccess);
+    QCOMPARE(world.sdk.filesIn("pictures").size(), written ? std::size_t{1} : std::size_t{0});
+    QVERIFY(world.sdk.filesIn("pic\ntures").empty());
 }
 
 void tst_Alarms::outputsFollow() {
@@ -328,7 +377,7 @@ void tst_Alarms::silentDevicesAndInputs() {
     };
     plant.read(1001, 0, false);
     QVERIFY(waitForContent("一号泵组 出口压力 采集异常"));
-    world.sdk.sqlite("update devices set online = 0 where ipncid = 'CAM0052'");
+    QCOMPARE(world.sdk.sqlite("update devices set online = 0 where ipncid = 'CAM0052'"), std::string());
     QVERIFY(waitForContent("一号泵组 设备离线"));
 }
 
@@ -405,11 +454,11 @@ void tst_Alarms::messagesAreCountedAndLimited() {
         world.raise(plant, 6);
         QCOMPARE(world.person().at("smsnum"), Json(expected));
         world.sdk.clock->advance(seconds(60));
-        world.sdk.sqlite("update accounts set smsleft = 1 where id = 1");
+        QCOMPARE(world.sdk.sqlite("update accounts set smsleft = 1 where id = 1"), std::string());
         world.raise(plant, 6);
         QCOMPARE(world.person().at("smsnum"), Json(1));
         QCOMPARE(world.records().front().at("state"), Json("nobalance"));
-        world.sdk.sqlite("update accounts set smsleft = 198 where id = 1");
+        QCOMPARE(world.sdk.sqlite("update accounts set smsleft = 198 where id = 1"), std::string());
     }
     // A code is recorded without its digits, and costs nothing.
     QCOMPARE(codeOf(world.sdk.askAccount("changepascode", {{"phonenumber", owner}})), 0);

@@ -113,9 +113,9 @@ void tst_Linkages::refusals_data() {
     row("another device", "submitlinkplan", with("ipncid", "CAM9999"), 7, 7, false);
     row("only the owner", "submitlinkplan", with("name", "b"), 0, 6, false);
     row("an input of another device", "submitlinkplan", with("input", {{{"input", 1011}}}), 30, 6, true);
-    row("another plan's id", "submitlinkplan", with("linkplanid", 2), 30, 6, true);
+    row("another plan's id", "submitlinkplan", with("linkplanid", 1), 30, 6, true);
     row("no such plan", "dellinkplan", R"({"ipncid":"CAM0052","linkplanid":99})", 30, 6, true);
-    row("a plan of another device", "dellinkplan", R"({"ipncid":"CAM0052","linkplanid":2})", 30, 6, true);
+    row("a plan of another device", "dellinkplan", R"({"ipncid":"CAM0052","linkplanid":1})", 30, 6, true);
     row("plans of no device", "getlinkplan", R"({"ipncid":"CAM0001"})", 0, 7, false);
     const auto rule = [](const char* part) {
         return QByteArray(R"({"reportrules":{"name":"a","selfuse":true,"reporttype":["other"],"reportmode":["app"],)"
@@ -195,8 +195,10 @@ void tst_Linkages::recordsComeInPages() {
     TestSdk sdk;
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    sdk.sqlite("with recursive n(i) as (select 1 union all select i + 1 from n where i < 45) insert into smsrecords"
-               " select i, 1 + (i = 7), '1', 'n', 1700000000000 + i, 't', 'alarm', 'ok', '' from n");
+    QCOMPARE(sdk.sqlite(
+                 "with recursive n(i) as (select 1 union all select i + 1 from n where i < 45) insert into smsrecords"
+                 " select i, 1 + (i = 7), '1', 'n', 1700000000000 + i, 't', 'alarm', 'ok', '' from n"),
+             std::string());
     const auto page = [&sdk](const char* cmd, int id) {
         const Json records = sdk.askAccount("getsmsrecords", {{"cmd", cmd}, {"recid", id}}).at("resp").at("records");
         return records.empty() ? QString()
