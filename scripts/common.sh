@@ -17,7 +17,7 @@ corvanta_packages_build=(
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
-    sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi
+    sqlite3 ffmpeg mosquitto mosquitto-clients gir1.2-gst-rtsp-server-1.0 python3-gi
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/AlarmService.h"
 #include "api/CallbackKeeper.h"
 #include "api/CameraControl.h"
 #include "api/CameraFinder.h"
@@ -49,6 +50,7 @@ struct RuntimeOptions {
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
     onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
     bool sensors = true;                          ///< boards are read, here or by another process on the store
+    bool followsVideo = true; ///< cameras with linkage plans are followed, for recordings that begin before an alarm
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -86,9 +88,12 @@ private:
     static Handler find(const std::vector<Route>& routes, const std::string& name);
 
     media::HubOptions hubOptions();
-    /// Returns where the store is.
-    std::filesystem::path openStore(const RuntimeOptions& options, device::ServiceConfig config);
-    void startSensors(const RuntimeOptions& options, const std::filesystem::path& storeFile);
+    /// Where the sensor data of alarms lie, for all processes on the store.
+    [[nodiscard]] std::filesystem::path datFolder() const;
+    void openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    std::unique_ptr<AlarmService> makeAlarms(const RuntimeOptions& options,
+                                             std::optional<device::NoticesConfig> config);
+    void startSensors(const RuntimeOptions& options);
     void notice(const std::string& text);
     void deliverNotices();
     /// Acts on what others have done to the session or to the lists of its account. On the service worker; at the
@@ -143,6 +148,7 @@ private:
     RequestTable requests_;
     std::mutex noticeMutex_;
     std::vector<std::string> notices_; ///< guarded by noticeMutex_; wait for a client callback
+    std::filesystem::path storeFile_;  ///< set at start-up, then read only
     store::Database database_;
     store::StoreKey key_; ///< set at start-up, then read only
     device::NetworkCameras cameras_;
@@ -169,6 +175,7 @@ private:
     std::unique_ptr<SensorRequests> sensorRequests_;
     std::unique_ptr<StoreWatch> watch_;
     std::unique_ptr<DeviceWatch> deviceWatch_;
+    std::unique_ptr<AlarmService> alarms_;
 };
 
 } // namespace ipncsdk::api

@@ -51,6 +51,7 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
     if (before && after && !service::isSameAccount(before, after))
         video_->closeAll(media::StreamError::NotSignedIn);
     watch_->setActive(after.has_value());
+    alarms_->look();
     const auto response = [&](const Reply& reply) {
         return responseText("urlreq", request->id(), reply, {{"clienttype", echo(operation)}});
     };
@@ -67,8 +68,7 @@ void Engine::sendMessage(const RequestPointer& request, const service::TextMessa
                          const std::string& response, const std::string& refusal) {
     messages_.post([this, request, message, response, refusal] {
         const service::Outbox::Sent sent = outbox_->send(message);
-        if (!sent.done)
-            accounts_.withdraw(message);
+        accounts_.settle(message, sent.done);
         service_.post([this, request, sent, text = sent.done ? response : refusal] {
             respond(request, text);
             if (sent.told)

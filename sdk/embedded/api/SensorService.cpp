@@ -131,6 +131,7 @@ void SensorService::begin() {
         writer_ = std::move(writer);
         acquisition_ = std::move(acquisition);
     }
+    parts_.acquires();
     applyBoards();
 }
 

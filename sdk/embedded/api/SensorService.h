@@ -46,6 +46,8 @@ public:
         sensor::SampleRetention retention;
         /// What has changed; called on the service's thread, at most twice a second.
         std::function<void(std::vector<sensor::Reading> changed)> changed;
+        /// This process reads the boards from now on; called on the service's thread.
+        std::function<void()> acquires;
     };
 
     explicit SensorService(Parts parts);

@@ -345,6 +345,15 @@ VideoService::Found VideoService::streamFor(const media::Subscription& wishes, b
     return found;
 }
 
+std::optional<media::Subscription> VideoService::lightStream(const std::string& ipncid) {
+    media::Subscription wishes;
+    wishes.camera = ipncid;
+    wishes.coded = true;
+    Found found = streamFor(wishes, false);
+    auto* const stream = std::get_if<media::Subscription>(&found);
+    return stream != nullptr ? std::make_optional(std::move(*stream)) : std::nullopt;
+}
+
 VideoService::Found VideoService::streamAt(const Json& message) const {
     if (!parts_.session.current())
         return StreamError::NotSignedIn;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
@@ -59,6 +60,7 @@ constexpr std::array mistakeTexts = {
     MistakeText{Kind::BadNumber, "this is not a whole number within its limits", "不是允许范围内的整数"},
     MistakeText{Kind::NoDevice, "there is no such device", "没有该编号的设备"},
     MistakeText{Kind::BadBoard, "the board can't be entered", "传感器无法加入"},
+    MistakeText{Kind::BadBroker, "this is not an address of the form host[:port]", "不是 主机[:端口] 形式的地址"},
 };
 
 const MistakeText& textOf(Kind kind) {
@@ -270,6 +272,46 @@ void readBoards(const LineMember& member, ServiceConfig& config) {
         readBoard(member.value.items[i], "sensors[" + std::to_string(i) + "]", config);
 }
 
+/// Splits host[:port] into the config's host and port.
+bool readBroker(const std::string& address, NoticesConfig& notices) {
+    const std::size_t colon = address.rfind(':');
+    notices.host = address.substr(0, colon);
+    if (notices.host.empty() || notices.host.find_first_of(" /\\@:") != std::string::npos ||
+        !isPlainText(notices.host, longestText))
+        return false;
+    if (colon == std::string::npos)
+        return true;
+    constexpr int highestPort = 65535;
+    const char* const last = address.data() + address.size();
+    const auto [end, error] = std::from_chars(address.data() + colon + 1, last, notices.port);
+    return error == std::errc() && end == last && notices.port > 0 && notices.port <= highestPort;
+}
+
+void readNotices(const LineMember& member, ServiceConfig& config) {
+    if (member.value.kind != LineNode::Kind::Object) {
+        config.mistakes.push_back({Kind::WrongType, member.value.line, "notices"});
+        return;
+    }
+    ObjectReader reader(member.value, "notices.", config.mistakes);
+    reader.checkKeys({"broker", "user", "password", "topic"});
+    NoticesConfig notices;
+    std::string broker;
+    // Wildcards are for those who listen; a slash at an end would make a level without a name.
+    const auto isTopic = [](const std::string& topic) {
+        return !topic.empty() && isPlainText(topic, longestText) && topic.find_first_of("#+$") == std::string::npos &&
+               topic.front() != '/' && topic.back() != '/';
+    };
+    const auto isBroker = [&notices](const std::string& address) {
+        return readBroker(address, notices);
+    };
+    bool usable = reader.required("broker", Kind::BadBroker, isBroker, broker);
+    usable = reader.text("user", longestText, notices.user) && usable;
+    usable = reader.text("password", longestText, notices.password) && usable;
+    usable = reader.optional("topic", Kind::BadText, isTopic, notices.topic) && usable;
+    if (usable)
+        config.notices = std::move(notices);
+}
+
 bool isStorePath(const std::string& path) {
     return !path.empty() && isPlainText(path, longestPath) && path.find('"') == std::string::npos;
 }
@@ -312,10 +354,12 @@ ServiceConfig parseServiceConfig(std::string_view text) {
         return config;
     }
     ObjectReader reader(parsed.root, {}, config.mistakes);
-    reader.checkKeys({"store", "smsgateway", "cameras", "samples", "sensors"});
+    reader.checkKeys({"store", "smsgateway", "notices", "cameras", "samples", "sensors"});
     reader.optional("store", Kind::BadText, isStorePath, config.store);
     if (const LineMember* gateway = reader.find("smsgateway"); gateway != nullptr)
         readGateway(*gateway, config);
+    if (const LineMember* notices = reader.find("notices"); notices != nullptr)
+        readNotices(*notices, config);
     if (const LineMember* cameras = reader.find("cameras"); cameras != nullptr)
         readCameras(*cameras, config);
     if (const LineMember* samples = reader.find("samples"); samples != nullptr)

@@ -38,6 +38,15 @@ struct ConfiguredBoard {
     std::string key; ///< such as "sensors[0]"
 };
 
+/// The MQTT broker that takes notices for the phone app.
+struct NoticesConfig {
+    std::string host;
+    int port = 1883;
+    std::string user; ///< empty: none
+    std::string password;
+    std::string topic = "notices"; ///< notices go to TOPIC/<phone number>
+};
+
 struct ConfigMistake {
     enum class Kind {
         Unreadable,
@@ -55,7 +64,8 @@ struct ConfigMistake {
         BadGateway,
         BadNumber,
         NoDevice,
-        BadBoard
+        BadBoard,
+        BadBroker
     };
     Kind kind = Kind::NotJson;
     int line = 0;          ///< from 1; 0 when no line is meant
@@ -74,6 +84,7 @@ struct ServiceConfig {
     std::optional<SmsGatewayConfig> smsGateway;
     sensor::SampleRetention samples;
     std::vector<ConfiguredBoard> boards;
+    std::optional<NoticesConfig> notices; ///< nothing when the entry is missing or has a mistake
     std::vector<ConfigMistake> mistakes;
 };
 

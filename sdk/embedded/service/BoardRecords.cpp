@@ -3,7 +3,7 @@
 #include "sensor/BoardCheck.h"
 #include "sensor/SampleQuery.h"
 #include "sensor/SoftExpression.h"
-#include "service/PortUse.h"
+#include "service/LinkageRecords.h"
 #include "store/AddableDevices.h"
 #include "store/Boards.h"
 
@@ -134,7 +134,7 @@ BoardChange roomFor(const BoardRecords& records, const Json& record) {
 }
 
 bool anyInPlans(soci::session& sql, const std::string& ipncid, const std::vector<int>& pids) {
-    const std::set<int> used = portsInPlans(sql, ipncid);
+    const std::set<int> used = portsUsedByPlans(sql, ipncid);
     return std::any_of(pids.begin(), pids.end(), [&](int pid) { return used.count(pid) > 0; });
 }
 

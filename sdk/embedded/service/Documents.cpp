@@ -4,6 +4,7 @@
 #include "device/NetworkSettings.h"
 #include "device/Rights.h"
 #include "service/BoardRecords.h"
+#include "service/LinkageRecords.h"
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ipncsdk::service {
 
@@ -25,7 +27,7 @@ Json storedJson(const std::string& text, const Json& otherwise) {
 }
 
 Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras,
-                  const sensor::LatestValues& latest) {
+                  const sensor::LatestValues& latest, Json linkages) {
     const store::Device& device = placed.device;
     const bool online = device::isOnline(device, cameras);
     BoardRecords boards(device.interfaces, device.extend);
@@ -39,7 +41,7 @@ Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCamera
             {"authority", device::authorityOf(placed)},
             {"info", storedJson(device.info, Json::object())},
             {"interfaces", boards.interfaces()},
-            {"linkages", Json::array()},
+            {"linkages", std::move(linkages)},
             {"extend", boards.extend()},
             {"video", storedJson(device.video, Json::object())}};
 }
@@ -113,11 +115,13 @@ std::optional<Json> Documents::deviceList() const {
         if (!accounts_.holds(sql, *caller))
             return ServiceCode::Done;
         std::map<store::GroupId, Json> members;
+        auto plans = store::allPlans(sql);
         for (const store::PlacedDevice& placed : store::devicesOf(sql, caller->id)) {
             const std::string& id = placed.device.ipncid;
             if (placed.device.origin == "config" && cameras_.find(id) == nullptr)
                 continue;
-            devices.push_back(deviceRecord(placed, cameras_, latest_));
+            Json linkages = device::allows(placed, device::Right::Param) ? linkagesOf(plans[id]) : Json::array();
+            devices.push_back(deviceRecord(placed, cameras_, latest_, std::move(linkages)));
             members[placed.group].push_back(id);
         }
         for (const store::Group& group : store::groupsOf(sql, caller->id)) {

@@ -43,6 +43,14 @@ constexpr std::array operations = {
     Operation{"delfriend", true, deleteFriend},
     Operation{"getalldevicesharelist", true, getAllDeviceShareList},
     Operation{"setfrienddeviceshare", true, setFriendDeviceShare},
+    Operation{"submitlinkplan", true, submitLinkPlan},
+    Operation{"dellinkplan", true, deleteLinkPlan},
+    Operation{"getlinkplan", true, getLinkPlan},
+    Operation{"getsysnames", true, getSysNames},
+    Operation{"getreportrules", true, getReportRules},
+    Operation{"submitreportrules", true, submitReportRules},
+    Operation{"delreportrules", true, deleteReportRules},
+    Operation{"getsmsrecords", true, getSmsRecords},
 };
 
 } // namespace

@@ -86,6 +86,15 @@ Reply moduleInterface(const OperationContext& context, const Json& params);
 Reply submitSensorInfo(const OperationContext& context, const Json& params);
 Reply deleteSensor(const OperationContext& context, const Json& params);
 Reply changeSensorInput(const OperationContext& context, const Json& params);
+Reply submitLinkPlan(const OperationContext& context, const Json& params);
+Reply deleteLinkPlan(const OperationContext& context, const Json& params);
+Reply getLinkPlan(const OperationContext& context, const Json& params);
+
+Reply getSysNames(const OperationContext& context, const Json& params);
+Reply getReportRules(const OperationContext& context, const Json& params);
+Reply submitReportRules(const OperationContext& context, const Json& params);
+Reply deleteReportRules(const OperationContext& context, const Json& params);
+Reply getSmsRecords(const OperationContext& context, const Json& params);
 
 Reply getFriends(const OperationContext& context, const Json& params);
 Reply addFriend(const OperationContext& context, const Json& params);

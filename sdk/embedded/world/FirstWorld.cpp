@@ -5,6 +5,7 @@
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
+#include "world/LinkageWorld.h"
 #include "world/WorldTables.h"
 
 #include <soci/soci.h>
@@ -167,6 +168,7 @@ void fillFirstWorld(soci::session& sql, const std::function<std::string(const st
         insertOwnGroup(sql, plan, true, groupsOfFriends, number);
     insertGivenCameras(sql, groupsOfFriends[0]);
     insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
+    fillLinkages(sql, ownerId);
     fillWaiting(sql);
 }
 

@@ -70,6 +70,7 @@ api::RuntimeOptions TestSdk::options(api::HubFactory makeHub, int searchPort, bo
         options.makeHub = std::move(makeHub);
     options.passwordCost = service::PasswordHasher::least();
     options.storeTimeout = std::chrono::seconds(1);
+    options.followsVideo = false; // tests count the streams that they open
     options.discovery.port = static_cast<std::uint16_t>(searchPort);
     options.discovery.loopbackOnly = true;
     options.sensors = sensors;
