@@ -109,11 +109,15 @@ Words wordsFrom(const QVariant& list) {
 SystemNames SystemNames::fromReply(const QVariantMap& resp) {
     const QVariantMap names = resp.value(QStringLiteral("names")).toMap();
     SystemNames result;
-    const Words read = wordsFrom(names.value(QStringLiteral("linkplanlogic")));
+    // Lists stand below "names" or beside it.
+    const auto listAt = [&](const QString& key) {
+        return wordsFrom(names.contains(key) ? names.value(key) : resp.value(key));
+    };
+    const Words read = listAt(QStringLiteral("linkplanlogic"));
     if (!read.isEmpty())
         result.logics = read;
-    result.reportTypes = wordsFrom(names.value(QStringLiteral("ReportType")));
-    result.reportModes = wordsFrom(names.value(QStringLiteral("ReportMode")));
+    result.reportTypes = listAt(QStringLiteral("ReportType"));
+    result.reportModes = listAt(QStringLiteral("ReportMode"));
     return result;
 }
 

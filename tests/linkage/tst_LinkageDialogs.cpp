@@ -34,9 +34,9 @@ const char* const Lists = R"({"ipnclist":[
     {"ipncid":"b","nickname":"无权","type":"video","authority":{"video":false}}],
     "group":[{"id":"1","name":"一楼","ipnclist":["a","b"]}]})";
 
-const char* const Names = R"("names":{"linkplanlogic":[{"code":"and","name":"与"},{"code":"or","name":"或"}],
+const char* const Names = R"("names":{"linkplanlogic":[{"code":"and","name":"与"},{"code":"or","name":"或"}]},
     "ReportType":{"names":[{"code":"threshold","name":"阈值报警"},{"code":"offline","name":"设备离线"}]},
-    "ReportMode":{"names":[{"code":"sms","name":"短信"},{"code":"app","name":"APP通知"}]}})";
+    "ReportMode":{"names":[{"code":"sms","name":"短信"},{"code":"app","name":"APP通知"}]})";
 
 /// Waits for a window of this name that is open over `parent`.
 QDialog* opened(QWidget& parent, const char* name) {
