@@ -58,8 +58,9 @@ void tst_SecretService::initTestCase() {
     // Everything that the keyring keeps lies in the test's folder.
     for (const char* const name : {"HOME", "XDG_RUNTIME_DIR", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
         qputenv(name, QFile::encodeName(dir_.path()));
-    QVERIFY(bus_.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")}));
+    QVERIFY(
+        bus_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=" CORVANTA_SESSION_BUS),
+                                                   QStringLiteral("--nofork"), QStringLiteral("--print-address")}));
     QTRY_VERIFY_WITH_TIMEOUT(bus_.process().canReadLine() || bus_.process().waitForReadyRead(100), 60000);
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus_.process().readLine().trimmed());
     QVERIFY(keyring_.start(

@@ -49,8 +49,9 @@ ScreenReader::~ScreenReader() {
 
 bool ScreenReader::start() {
     daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    daemon_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                  QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
+    daemon_.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--config-file=" CORVANTA_SESSION_BUS), QStringLiteral("--nofork"),
+                   QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
     while (!daemon_.canReadLine()) {
         if (!daemon_.waitForReadyRead(Desktop::Patience))
             return false;
