@@ -17,7 +17,7 @@ namespace theme = corvanta::theme;
 
 namespace {
 
-const QSize Usual(760, 400);        // px
+const QSize Usual(760, 440);        // px
 const QSize Smallest(360, 240);     // px
 constexpr int TwoColumnsFrom = 640; // px
 
