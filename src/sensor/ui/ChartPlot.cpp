@@ -118,7 +118,7 @@ QtCharts::QValueAxis* ChartPlot::axisOf(const QString& unit) {
     }
     const int axes = chart()->axes(Qt::Vertical).size();
     auto* const axis = new QtCharts::QValueAxis;
-    axis->setTitleText(unit);
+    axis->setTitleText(unit.toHtmlEscaped()); // titles of axes are taken for markup
     axis->setTitleBrush(theme::TextOnDark);
     axis->setLabelsColor(theme::TextOnDark);
     axis->setLinePenColor(theme::TileLine);
@@ -340,7 +340,7 @@ void ChartPlot::drawThresholds(QPainter& painter) const {
         painter.setPen(QPen(levelColor(level), 1, level == 2 ? Qt::DashDotLine : Qt::DashLine));
         painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
         const QString text =
-            tr("%1 %2级%3 %4").arg(line.curve.name).arg(level).arg(side, QString::number(value, 'g', 6));
+            tr("%1 %2级%3 %4").arg(line.curve.name, QString::number(level), side, QString::number(value, 'g', 6));
         const QRectF place(area.left() + theme::Step, y - painter.fontMetrics().height(),
                            area.width() - 2 * theme::Step, painter.fontMetrics().height());
         painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter,
