@@ -76,9 +76,10 @@ void SampleWriter::keepOnly(std::set<int> known) {
 void SampleWriter::flush() {
     std::unique_lock lock(mutex_);
     const std::uint64_t mine = taken_;
+    const std::uint64_t failures = failures_;
     hurry_ = true;
     changed_.notify_all();
-    stored_.wait(lock, [&] { return done_ >= mine || stopping_; });
+    stored_.wait(lock, [&] { return done_ >= mine || failures_ != failures || stopping_; });
 }
 
 void SampleWriter::write() {
@@ -92,10 +93,11 @@ void SampleWriter::write() {
         ending = stopping_;
         hurry_ = false;
         std::vector<Reading> batch = std::exchange(waiting_, {});
-        const auto known = std::exchange(known_, std::nullopt);
+        auto known = std::exchange(known_, std::nullopt);
         const std::set<int> unkept = unkept_;
         lock.unlock();
         const auto begin = std::chrono::steady_clock::now();
+        bool failed = false;
         try {
             if (!file)
                 file = std::make_unique<SampleFile>(path_);
@@ -109,13 +111,30 @@ void SampleWriter::write() {
         } catch (const SampleError& error) {
             logLine(std::string("samples were not stored: ") + error.what());
             file.reset();
+            failed = true;
         }
         const auto spent = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - begin);
         pause = std::clamp(spent * pauseFactor, leastPause, longestPause);
         lock.lock();
-        done_ += batch.size();
+        if (failed)
+            putBack(std::move(batch), std::move(known));
+        else
+            done_ += batch.size();
         stored_.notify_all();
     }
+}
+
+void SampleWriter::putBack(std::vector<Reading> batch, std::optional<std::set<int>> known) {
+    ++failures_;
+    if (batch.size() + waiting_.size() <= mostWaiting) {
+        batch.insert(batch.end(), waiting_.begin(), waiting_.end());
+        waiting_ = std::move(batch);
+    } else {
+        logLine("the file of samples takes nothing; the oldest that wait are dropped");
+        done_ += batch.size();
+    }
+    if (!known_)
+        known_ = std::move(known);
 }
 
 void SampleWriter::store(SampleFile& file, const std::vector<Reading>& readings, const std::set<int>& unkept) {

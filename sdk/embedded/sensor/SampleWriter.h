@@ -19,6 +19,7 @@ namespace ipncsdk::sensor {
 ///
 /// A batch takes a page of the file for each input, so it waits until there is some more where writing takes long;
 /// what waits is stored first when somebody wants to read (`flush`).
+/// What the file refuses (a full disk, another process for too long) is tried again.
 class SampleWriter final : public ReadingSink {
 public:
     SampleWriter(std::filesystem::path file, const Clock& clock, SampleRetention retention);
@@ -39,6 +40,8 @@ public:
 private:
     void write();
     void store(SampleFile& file, const std::vector<Reading>& readings, const std::set<int>& unkept);
+    /// What the file refused waits for the next time. The caller holds the mutex.
+    void putBack(std::vector<Reading> batch, std::optional<std::set<int>> known);
     static void removeUnknown(SampleFile& file, const std::set<int>& known);
 
     const std::filesystem::path path_;
@@ -54,6 +57,7 @@ private:
     std::optional<std::set<int>> known_; ///< set: is to be looked at
     std::uint64_t taken_ = 0;            ///< readings ever taken
     std::uint64_t done_ = 0;             ///< of them those that wait no more
+    std::uint64_t failures_ = 0;         ///< times that the file refused
     bool hurry_ = false;
     bool stopping_ = false;
 

@@ -32,6 +32,7 @@ private slots:
     void oldSamplesBecomeMinutes();
     void manyInputs();
     void unkeptAndUnknown();
+    void refusedIsStoredLater();
     void damagedFile();
     void oneHoldsTheLock();
     void ordersAreDoneByTheOther();
@@ -256,6 +257,22 @@ void tst_SensorSampleStore::unkeptAndUnknown() {
     QTRY_COMPARE(readRange(*file_, 3, query).samples.size(), std::size_t{0});
     SampleFile::Statement rows(*file_, "select pid from latest order by pid");
     QVERIFY(rows.step() && rows.whole(0) == 1 && rows.step() && rows.whole(0) == 2 && !rows.step());
+}
+
+void tst_SensorSampleStore::refusedIsStoredLater() {
+    const auto path = path_.parent_path() / "later" / "samples";
+    SampleWriter writer(path, clock_, {});
+    writer.take({{1, clock_.now(), 1, true}});
+    writer.flush(); // comes back although nothing could be stored
+    writer.take({{2, clock_.now(), 2, true}});
+    std::filesystem::create_directory(path.parent_path());
+    SampleFile file(path);
+    const auto stored = [&](int pid) {
+        writer.flush(); // which an attempt from before may have failed
+        return readRange(file, pid, {}).samples.size();
+    };
+    QTRY_COMPARE(stored(1), std::size_t{1});
+    QTRY_COMPARE(stored(2), std::size_t{1});
 }
 
 void tst_SensorSampleStore::damagedFile() {
