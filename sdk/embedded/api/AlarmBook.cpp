@@ -47,8 +47,6 @@ void AlarmBook::send(const service::AlarmMessage& message) {
             store::addToBalance(sql, message.account, message.cost);
         return ServiceCode::Done;
     });
-    if (sent.told)
-        parts_.messageLeft(message.message.phone, *sent.told);
 }
 
 void AlarmBook::removeOld() {

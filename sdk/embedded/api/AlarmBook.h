@@ -33,8 +33,6 @@ public:
         const Clock& clock;
         service::Outbox& outbox;
         service::NoticeBroker* broker; ///< null without one
-        /// A text message left through the outbox's file; called on threads of this.
-        std::function<void(const std::string& phone, const Json& told)> messageLeft;
         /// New alarms stand in the store.
         std::function<void()> entered;
     };

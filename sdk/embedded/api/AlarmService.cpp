@@ -16,15 +16,7 @@ AlarmService::AlarmService(Parts parts)
              parts_.notice}) {}
 
 AlarmBook::Parts AlarmService::bookParts() {
-    // A message that went no further than the outbox rings here when it is for who is signed in.
-    const auto messageLeft = [this](const std::string& phone, const Json& told) {
-        parts_.onServiceWorker([this, phone, told] {
-            const auto caller = parts_.session.current();
-            if (caller && caller->phone == phone)
-                parts_.deliver(toText(told));
-        });
-    };
-    return {parts_.database, parts_.cameras, parts_.clock, parts_.outbox, broker_.get(), messageLeft, [this] {
+    return {parts_.database, parts_.cameras, parts_.clock, parts_.outbox, broker_.get(), [this] {
                 parts_.onServiceWorker([this] { feed_.look(); });
             }};
 }

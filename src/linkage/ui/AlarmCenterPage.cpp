@@ -22,6 +22,8 @@
 #include <QVBoxLayout>
 #include <QVariant>
 
+#include <array>
+
 namespace linkage = corvanta::linkage;
 namespace theme = corvanta::theme;
 
@@ -29,6 +31,9 @@ namespace {
 
 const QSize PictureBound(1280, 960); // px
 constexpr int RowHeight = 28;        // px
+
+/// px
+constexpr std::array<int, AlarmTableModel::Columns> Widths{116, 110, 260, 52, 168, 110, 168};
 
 QDateTime timeOf(const linkage::OpenAlarm& alarm) {
     return QDateTime::fromString(alarm.lastTime, QStringLiteral("yyyy-MM-dd hh:mm:ss"));
@@ -66,7 +71,9 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setDefaultSectionSize(RowHeight);
     table_->horizontalHeader()->setHighlightSections(false);
-    table_->horizontalHeader()->setSectionResizeMode(AlarmTableModel::Content, QHeaderView::Stretch);
+    for (int i = 0; i < AlarmTableModel::Columns; ++i)
+        table_->setColumnWidth(i, Widths[static_cast<std::size_t>(i)]);
+    table_->horizontalHeader()->setStretchLastSection(true);
     table_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as they come
     table_->setSortingEnabled(true);
     stack_->addWidget(table_);

@@ -75,8 +75,8 @@ QVariant AlarmTableModel::data(const QModelIndex& index, int role) const {
 
 QVariant AlarmTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     static constexpr std::array<const char*, Columns> names{
-        QT_TR_NOOP("级别"), QT_TR_NOOP("设备"),     QT_TR_NOOP("联动策略"), QT_TR_NOOP("内容"),
-        QT_TR_NOOP("次数"), QT_TR_NOOP("首次时间"), QT_TR_NOOP("最近时间")};
+        QT_TR_NOOP("级别"),     QT_TR_NOOP("设备"),     QT_TR_NOOP("内容"),    QT_TR_NOOP("次数"),
+        QT_TR_NOOP("最近时间"), QT_TR_NOOP("联动策略"), QT_TR_NOOP("首次时间")};
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= Columns)
         return QAbstractTableModel::headerData(section, orientation, role);
     return tr(names[static_cast<std::size_t>(section)]);

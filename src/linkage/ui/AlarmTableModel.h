@@ -8,7 +8,7 @@
 class AlarmTableModel final : public QAbstractTableModel {
     Q_OBJECT
 public:
-    enum Column { Level, Device, Plan, Content, Count, First, Last, Columns };
+    enum Column { Level, Device, Content, Count, Last, Plan, First, Columns };
 
     using QAbstractTableModel::QAbstractTableModel;
 

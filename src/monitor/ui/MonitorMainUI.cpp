@@ -269,7 +269,6 @@ void MonitorMainUI::connectBars() {
     connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
     connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
     connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
-    connect(sensors_, &SensorControl::sigMessage, this, &MonitorMainUI::showMessage);
     connect(sensors_, &SensorControl::sigShowCharts, this, &MonitorMainUI::showCharts);
     connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);

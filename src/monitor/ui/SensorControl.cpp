@@ -13,8 +13,6 @@
 #include "sensor/ui/SensorSend.h"
 #include "sensor/ui/ThresholdDialog.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <utility>
 
@@ -40,8 +38,7 @@ SensorControl::SensorControl(const AppContext& context, RecordingStorage& storag
         if (charts_ != nullptr)
             charts_->onQueryFailed(key);
     });
-    connect(dats_, &sensor::DatDownload::sigStored, this, [this](const QString&, const QString& path) {
-        emit sigMessage(tr("已保存报警数据：%1").arg(QFileInfo(path).fileName()));
+    connect(dats_, &sensor::DatDownload::sigStored, this, [this] {
         if (charts_ != nullptr)
             charts_->refreshDats();
     });

@@ -50,7 +50,6 @@ signals:
     void sigRecords(QString key, QVariantList records);
     /// The page of the charts is to be shown.
     void sigShowCharts();
-    void sigMessage(QString text);
 
 private:
     void show(QDialog* dialog);

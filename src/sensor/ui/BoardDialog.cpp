@@ -230,21 +230,20 @@ void BoardDialog::save() {
     if (problem)
         return;
     const QVariantMap entered = board();
-    manage::send(context_, this,
-                 {.json = requests::accountRequest(
-                      QStringLiteral("提交传感器管理"),
-                      {{QStringLiteral("ipncid"), subject_.ipncId}, {QStringLiteral("sensorinfo"), entered}}),
-                  .busy = save_,
-                  .done = [this, entered](const QVariantMap&) {
-                      const QString what =
-                          entered.contains(QStringLiteral("pid")) ? tr("编辑传感器") : tr("新增传感器");
-                      logChange(context_, what,
-                                tr("%1 %2，采集输入 %3 个，控制输出 %4 个")
-                                    .arg(subject_.ipncId, textOf(entered, "name"))
-                                    .arg(inputs_.list.size())
-                                    .arg(outputs_.list.size()));
-                      accept();
-                  }});
+    manage::send(
+        context_, this,
+        {.json =
+             requests::accountRequest(QStringLiteral("提交传感器管理"), {{QStringLiteral("ipncid"), subject_.ipncId},
+                                                                         {QStringLiteral("sensorinfo"), entered}}),
+         .busy = save_,
+         .done = [this, entered](const QVariantMap&) {
+             const QString what = entered.contains(QStringLiteral("pid")) ? tr("编辑传感器") : tr("新增传感器");
+             logChange(context_, what,
+                       tr("%1 %2，采集输入 %3 个，控制输出 %4 个")
+                           .arg(subject_.ipncId, textOf(entered, "name"), QString::number(inputs_.list.size()),
+                                QString::number(outputs_.list.size())));
+             accept();
+         }});
 }
 
 } // namespace corvanta::sensor

@@ -21,9 +21,11 @@ namespace corvanta::sensor {
 namespace {
 
 constexpr double Milliseconds = 1000;
-constexpr int TickWidth = 110;  // px that a time's text takes
-constexpr int TickHeight = 48;  // px
-constexpr int LowestFull = 110; // px; a lower chart has no room for the texts of its axes
+constexpr int TickWidth = 110;      // px that a time's text takes
+constexpr int TickHeight = 48;      // px
+constexpr int LowestFull = 110;     // px; a lower chart has no room for the texts of its axes
+constexpr int AxisWidth = 76;       // px that the texts of an axis take
+constexpr int NarrowestNamed = 140; // px; a narrower plot has no room for the names of thresholds
 const QColor Background(66, 70, 74);
 const QColor Grid(86, 90, 94);
 
@@ -181,6 +183,7 @@ void ChartPlot::formatTime() {
 
 void ChartPlot::scaleValues() {
     const int ticks = std::clamp(height() / TickHeight, 2, 9);
+    const bool hasTexts = height() >= LowestFull && width() >= 2 * AxisWidth * chart()->axes(Qt::Vertical).size();
     for (const Line& first : lines_) {
         Extent extent;
         for (const Line& line : lines_) {
@@ -207,8 +210,8 @@ void ChartPlot::scaleValues() {
         const Extent bounds = roundBounds(extent, ticks);
         first.axis->setTickCount(ticks);
         first.axis->setRange(bounds.low, bounds.high);
-        first.axis->setLabelsVisible(height() >= LowestFull);
-        first.axis->setTitleVisible(height() >= LowestFull && !first.curve.unit.isEmpty());
+        first.axis->setLabelsVisible(hasTexts);
+        first.axis->setTitleVisible(hasTexts && !first.curve.unit.isEmpty());
     }
 }
 
@@ -333,16 +336,24 @@ void ChartPlot::drawForeground(QPainter* painter, const QRectF& rect) {
 
 void ChartPlot::drawThresholds(QPainter& painter) const {
     const QRectF area = chart()->plotArea();
+    const double textHeight = painter.fontMetrics().height();
+    std::vector<double> taken; // upper edges of texts
     const auto draw = [&](const Line& line, int level, double value, const QString& side) {
         const double y = chart()->mapToPosition(QPointF(from_ * Milliseconds, value), line.series).y();
-        if (y < area.top() || y > area.bottom())
+        if (y < area.top() - 1 || y > area.bottom() + 1)
             return;
         painter.setPen(QPen(levelColor(level), 1, level == 2 ? Qt::DashDotLine : Qt::DashLine));
         painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+        // Above its line, or below one that is at the top; a text that would lie over another is left out.
+        const double top = y - textHeight < area.top() ? y : y - textHeight;
+        const bool isFree = std::none_of(taken.begin(), taken.end(),
+                                         [&](double other) { return std::abs(other - top) < textHeight; });
+        if (!isFree || area.width() < NarrowestNamed)
+            return;
+        taken.push_back(top);
         const QString text =
             tr("%1 %2级%3 %4").arg(line.curve.name, QString::number(level), side, QString::number(value, 'g', 6));
-        const QRectF place(area.left() + theme::Step, y - painter.fontMetrics().height(),
-                           area.width() - 2 * theme::Step, painter.fontMetrics().height());
+        const QRectF place(area.left() + theme::Step, top, area.width() - 2 * theme::Step, textHeight);
         painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter,
                          painter.fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(place.width())));
     };

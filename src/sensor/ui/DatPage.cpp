@@ -35,8 +35,9 @@ DatPage::DatPage(const AppContext& context, RecordingStorage& storage, QWidget* 
     list_->setHeaderLabels({tr("时间"), tr("设备"), tr("文件")});
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
-    list_->setMinimumWidth(120); // px
-    list_->header()->resizeSection(0, 140);
+    list_->setMinimumWidth(120);            // px
+    list_->header()->resizeSection(0, 168); // px
+    list_->header()->resizeSection(1, 100); // px
     auto* const right = new QWidget(splitter);
     auto* const rightColumn = new QVBoxLayout(right);
     rightColumn->setContentsMargins(0, 0, 0, 0);
@@ -52,7 +53,7 @@ DatPage::DatPage(const AppContext& context, RecordingStorage& storage, QWidget* 
     chart_->hide();
     rightColumn->addWidget(hint_, 1);
     rightColumn->addWidget(chart_, 1);
-    splitter->setSizes({240, 600});
+    splitter->setSizes({340, 600});
     column->addWidget(splitter);
     connect(list_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (item != nullptr)

@@ -199,7 +199,7 @@ void SensorPage::showMenu(const QPoint& place) {
 }
 
 void SensorPage::restoreWidths() {
-    static constexpr int defaults[] = {56, 100, 140, 120, 120, 88, 56, 56, 148, 148}; // px
+    static constexpr int defaults[] = {56, 100, 140, 120, 120, 88, 72, 60, 176, 176}; // px
     const QVariantList kept = context_.settings.get(widthsKey()).toList();
     for (int column = 0; column < SensorTableModel::ColumnCount; ++column) {
         const int width = kept.value(column).toInt();

@@ -81,10 +81,9 @@ public:
         database_.use(std::move(opened.session));
         if (notices)
             broker_ = std::make_unique<service::NoticeBroker>(*notices);
-        book_ = std::make_unique<api::AlarmBook>(api::AlarmBook::Parts{
-            database_, cameras_, *sdk.clock, outbox_, broker_.get(), [](const std::string&, const Json&) {},
-            [] {
-            }});
+        book_ = std::make_unique<api::AlarmBook>(
+            api::AlarmBook::Parts{database_, cameras_, *sdk.clock, outbox_, broker_.get(), [] {
+                                  }});
         auto dat = file;
         dat += ".dat";
         desk_ = std::make_unique<api::AlarmDesk>(api::AlarmDesk::Parts{

@@ -7,10 +7,11 @@
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/tour/TourScript.h"
 
+#include <QComboBox>
 #include <QDateTime>
 #include <QDialog>
 #include <QTabWidget>
-#include <QTableView>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -42,6 +43,33 @@ void click(const char* dialog, const char* button) {
 void showTab(const char* dialog, const char* tabs, int page) {
     if (QDialog* const open = on(dialog))
         open->findChild<QTabWidget*>(QLatin1String(tabs))->setCurrentIndex(page);
+}
+
+/// Chooses the first of everything that a dialog lets choose.
+void chooseFirst(const char* dialog) {
+    QDialog* const open = on(dialog);
+    if (open == nullptr)
+        return;
+    for (const char* const name : {"sensor", "port"}) {
+        if (auto* const combo = open->findChild<QComboBox*>(QLatin1String(name)))
+            combo->setCurrentIndex(0);
+    }
+}
+
+void selectFirst(const char* dialog) {
+    QDialog* const open = on(dialog);
+    auto* const list = open == nullptr ? nullptr : open->findChild<QTreeWidget*>(QStringLiteral("list"));
+    if (list != nullptr && list->topLevelItemCount() > 0)
+        list->setCurrentItem(list->topLevelItem(0));
+}
+
+/// One that has plans, else one that has a tile.
+QString deviceWithPlans(const DeviceModel& devices) {
+    for (const QString& ipncId : devices.ipncIds()) {
+        if (!devices.device(ipncId)->linkages.isEmpty())
+            return ipncId;
+    }
+    return devices.deviceOfTile(0).value_or(QString());
 }
 
 AlarmMessage madeUp(const QString& ipncId, int plan) {
@@ -80,24 +108,57 @@ void LinkageTour::close(const char* dialog) {
 }
 
 void LinkageTour::plans(const QString& pictures) {
+    constexpr auto list = "NewSet_Linkage_Dialog";
+    constexpr auto editor = "AddAndSet_Linkage_Dialog";
+    constexpr auto condition = "LinkageSignalConditionDialog";
+    constexpr auto action = "LinkageSignalActionDialog";
+    constexpr auto conditions = "LinkageComboxConditionDialog";
+    constexpr auto actions = "LinkageComboxlActionDialog";
     shown(pictures + QStringLiteral("linkage"),
-          [this] { window_.linkage().openPlans(window_.devices().deviceOfTile(0).value_or(QString())); });
-    shown(pictures + QStringLiteral("linkage-plan"), [] { click("NewSet_Linkage_Dialog", "planAdd"); });
-    shown(pictures + QStringLiteral("linkage-condition"), [] { click("AddAndSet_Linkage_Dialog", "inputAdd"); });
-    close("LinkageSignalConditionDialog");
-    shown(pictures + QStringLiteral("linkage-combination"), [] {
-        showTab("AddAndSet_Linkage_Dialog", "planActions", 1);
-        click("AddAndSet_Linkage_Dialog", "outputUnionAdd");
+          [this] { window_.linkage().openPlans(deviceWithPlans(window_.devices())); });
+    shown(pictures + QStringLiteral("linkage-plan"), [] {
+        selectFirst(list);
+        click(list, "planEdit");
     });
-    close("LinkageComboxlActionDialog");
-    close("AddAndSet_Linkage_Dialog");
-    close("NewSet_Linkage_Dialog");
+    shown(pictures + QStringLiteral("linkage-condition"), [] {
+        click(editor, "inputAdd");
+        chooseFirst(condition);
+    });
+    close(condition);
+    shown(pictures + QStringLiteral("linkage-conditions"), [] {
+        showTab(editor, "planConditions", 1);
+        click(editor, "inputUnionAdd");
+        click(conditions, "unionAdd");
+        chooseFirst(condition);
+        click(condition, "pickSave");
+    });
+    close(conditions);
+    shown(pictures + QStringLiteral("linkage-action"), [] {
+        click(editor, "outputAdd");
+        chooseFirst(action);
+    });
+    close(action);
+    shown(pictures + QStringLiteral("linkage-actions"), [] {
+        showTab(editor, "planActions", 1);
+        click(editor, "outputUnionAdd");
+        click(actions, "unionAdd");
+        chooseFirst(action);
+        click(action, "pickSave");
+    });
+    close(actions);
+    close(editor);
+    close(list);
 }
 
 void LinkageTour::dialogs(const QString& pictures) {
     plans(pictures);
     shown(pictures + QStringLiteral("notices"), [this] { window_.linkage().openRules(); });
-    shown(pictures + QStringLiteral("notices-rule"), [] { click("Set_Notify_Dialog", "ruleAdd"); });
+    shown(pictures + QStringLiteral("notices-rule"), [] {
+        selectFirst("Set_Notify_Dialog");
+        click("Set_Notify_Dialog", "ruleEdit");
+    });
+    shown(pictures + QStringLiteral("notices-devices"), [] { click("NewSet_Notify_Dialog", "ruleDevicesPick"); });
+    close("CheckPicker");
     shown(pictures + QStringLiteral("notices-template"),
           [] { tour::openDialog()->findChild<QTabWidget*>(QStringLiteral("ruleTabs"))->setCurrentIndex(1); });
     close("NewSet_Notify_Dialog");

@@ -11,7 +11,9 @@
 
 #include <QDialog>
 #include <QMenu>
+#include <QTabWidget>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <utility>
 
@@ -28,6 +30,51 @@ void SensorTour::shown(const QString& name, std::function<void()> act) {
                   }});
     script_.pause(Settled);
     script_.picture(name);
+}
+
+void SensorTour::inside(const QString& name, std::function<void()> act) {
+    shown(name, [this, act = std::move(act)] { QTimer::singleShot(0, &window_, act); });
+}
+
+void SensorTour::ports(const QString& pictures) {
+    // The boards of a device: the first measures, the last switches.
+    const auto openBoard = [](int tab, bool last) {
+        auto* const dialog = tour::openDialog();
+        auto* const boards =
+            dialog == nullptr ? nullptr : dialog->findChild<QTreeWidget*>(QStringLiteral("boardList"));
+        if (boards == nullptr || boards->topLevelItemCount() == 0)
+            return;
+        boards->setCurrentItem(boards->topLevelItem(last ? boards->topLevelItemCount() - 1 : 0));
+        QTimer::singleShot(0, dialog, [tab] {
+            auto* const tabs = tour::openDialog()->findChild<QTabWidget*>(QStringLiteral("boardTabs"));
+            if (tabs != nullptr)
+                tabs->setCurrentIndex(tab);
+        });
+        tour::click(dialog, "boardEdit");
+    };
+    const auto clickHere = [](const char* button) {
+        return [button] {
+            if (QDialog* const dialog = tour::openDialog())
+                tour::click(dialog, button);
+        };
+    };
+    const auto openSensors = [this] {
+        script_.step({QStringLiteral("the sensors again"),
+                      [this] { window_.sensors().openSettings(firstDevice(), 0); },
+                      [] {
+                          return tour::openDialog() != nullptr;
+                      }});
+        script_.pause(Settled);
+    };
+    openSensors();
+    inside(pictures + QStringLiteral("sensor-inputs"), [openBoard] { openBoard(1, false); });
+    inside(pictures + QStringLiteral("sensor-input"), clickHere("inputEdit"));
+    inside(pictures + QStringLiteral("sensor-calibration"), clickHere("portCalibrate"));
+    close(QStringLiteral("the inputs"));
+    openSensors();
+    inside(pictures + QStringLiteral("sensor-outputs"), [openBoard] { openBoard(2, true); });
+    inside(pictures + QStringLiteral("sensor-write"), clickHere("outputUse"));
+    close(QStringLiteral("the outputs"));
 }
 
 void SensorTour::close(const QString& what) {
@@ -65,7 +112,12 @@ void SensorTour::pages(const QString& pictures) {
             window_.sensors().charts()->showInputs({inputs[i].pid});
     });
     shown(pictures + QStringLiteral("charts-9"), [this] { tour::click(&window_, "chartLayout9"); });
-    shown(pictures + QStringLiteral("chart-alarms"), [this] { tour::click(&window_, "chartDats"); });
+    shown(pictures + QStringLiteral("chart-alarms"), [this] {
+        tour::click(&window_, "chartDats");
+        auto* const files = window_.findChild<QTreeWidget*>(QStringLiteral("datList"));
+        if (files != nullptr && files->topLevelItemCount() > 0)
+            files->setCurrentItem(files->topLevelItem(0));
+    });
     script_.step({QStringLiteral("the videos behind the charts"),
                   [this] {
                       tour::click(&window_, "chartLayout1");
@@ -78,16 +130,14 @@ void SensorTour::pages(const QString& pictures) {
 
 void SensorTour::dialogs(const QString& pictures) {
     shown(pictures + QStringLiteral("sensors"), [this] { window_.sensors().openSettings(firstDevice(), 0); });
-    shown(pictures + QStringLiteral("sensor-new"), [this] {
-        // It runs an event loop of its own, which the steps go on in.
-        QTimer::singleShot(0, &window_, [] {
-            auto* const list = tour::openDialog();
-            auto* const menu = list == nullptr ? nullptr : list->findChild<QMenu*>(QStringLiteral("boardNew"));
-            if (menu != nullptr && !menu->isEmpty())
-                menu->actions().constFirst()->trigger();
-        });
+    inside(pictures + QStringLiteral("sensor-new"), [] {
+        auto* const list = tour::openDialog();
+        auto* const menu = list == nullptr ? nullptr : list->findChild<QMenu*>(QStringLiteral("boardNew"));
+        if (menu != nullptr && !menu->isEmpty())
+            menu->actions().constFirst()->trigger();
     });
     close(QStringLiteral("the sensors"));
+    ports(pictures);
     shown(pictures + QStringLiteral("thresholds"), [this] {
         const auto inputs = sensor::inputsOf(window_.devices());
         if (!inputs.isEmpty())

@@ -22,6 +22,10 @@ public:
 private:
     QString firstDevice() const;
     void shown(const QString& name, std::function<void()> act);
+    /// Likewise where the act runs an event loop of its own, which the steps go on in.
+    void inside(const QString& name, std::function<void()> act);
+    /// The dialogs of single inputs and outputs.
+    void ports(const QString& pictures);
     void close(const QString& what);
 
     MonitorMainUI& window_;
