@@ -78,12 +78,9 @@ QString codeOf(const QVariantMap& reply) {
     return inner.isEmpty() ? reply.value(QStringLiteral("errcode")).toString() : inner;
 }
 
-QString textOfReply(const QVariantMap& reply) {
-    // What the service says of this very refusal tells more than its code.
-    const QString own = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString();
-    if (!own.isEmpty())
-        return own.left(LongestText);
-    const QString code = codeOf(reply);
+namespace {
+/// What the code of a failed reply says.
+QString textOfCode(const QVariantMap& reply, const QString& code) {
     if (!code.isEmpty())
         return text(code);
     const int number = reply.value(QStringLiteral("retcode")).toInt();
@@ -93,11 +90,17 @@ QString textOfReply(const QVariantMap& reply) {
     }
     return unknown(QString::number(number));
 }
+} // namespace
 
-QString messageOfReply(const QVariantMap& reply) {
-    const QString own = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString();
-    constexpr int longest = 200;
-    return own.isEmpty() ? textOfReply(reply) : textOfReply(reply) + QLatin1Char('\n') + own.left(longest);
+QString textOfReply(const QVariantMap& reply) {
+    const QString code = codeOf(reply);
+    const QString own =
+        reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString().left(LongestText);
+    // Of these the service says in the user's words what is wrong; with others come the words of a device.
+    const bool isSentence = code == QLatin1String("(bad request)") || code == QLatin1String("(unknown input)");
+    if (isSentence && !own.isEmpty())
+        return own;
+    return own.isEmpty() ? textOfCode(reply, code) : textOfCode(reply, code) + QLatin1Char('\n') + own;
 }
 
 bool isSuccess(const QVariantMap& reply) {

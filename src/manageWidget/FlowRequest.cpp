@@ -60,7 +60,7 @@ void FlowRequest::onReply(int number, const QVariantMap& reply) {
         return;
     }
     if (state != QLatin1String("ok")) {
-        fail(corvanta::serverErrors::messageOfReply(reply));
+        fail(corvanta::serverErrors::textOfReply(reply));
         return;
     }
     running_ = false;

@@ -59,9 +59,9 @@ struct Pending {
             if (reaction.done)
                 reaction.done(map);
         } else if (reaction.refused) {
-            reaction.refused(serverErrors::codeOf(map), serverErrors::messageOfReply(map));
+            reaction.refused(serverErrors::codeOf(map), serverErrors::textOfReply(map));
         } else if (reaction.failed) {
-            reaction.failed(serverErrors::messageOfReply(map));
+            reaction.failed(serverErrors::textOfReply(map));
         }
     }
 };
