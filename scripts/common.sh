@@ -14,7 +14,7 @@ corvanta_packages_build=(
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
     libmodbus-dev libmosquitto-dev libmuparser-dev libgpiod-dev libopencv-core-dev libopencv-imgproc-dev
 )
-corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
+corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0 gstreamer1.0-pulseaudio)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
     sqlite3 ffmpeg mosquitto mosquitto-clients gir1.2-gst-rtsp-server-1.0 python3-gi

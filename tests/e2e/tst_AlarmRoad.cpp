@@ -1,4 +1,5 @@
 #include "e2e/AccountTest.h"
+#include "support/SoundServer.h"
 #include "support/SqliteShell.h"
 
 #include <QElapsedTimer>
@@ -8,7 +9,10 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTcpServer>
+#include <QtEndian>
 #include <QtTest>
+
+#include <cstdlib>
 
 using Role = Accessible::Role;
 
@@ -62,6 +66,10 @@ private slots:
     void everythingFollows();
 
 private:
+    /// Alarms of level 2 are heard.
+    void writeSound();
+    /// Whether the loudspeaker has said something since it was last forgotten.
+    bool isHeard();
     /// The configuration names the server's registers as a sensor, and the broker.
     void writeConfig();
     /// Chooses another entry of the combo box that shows this one, counted from it.
@@ -79,6 +87,7 @@ private:
     std::unique_ptr<Peer> modbus_;
     std::unique_ptr<Peer> broker_;
     std::unique_ptr<Peer> phone_;
+    SoundServer loudspeaker_;
     int modbusPort_ = 0;
     int brokerPort_ = 0;
 };
@@ -111,6 +120,30 @@ void tst_AlarmRoad::init() {
                            QString::number(brokerPort_), QStringLiteral("-v"), QStringLiteral("-t"),
                            QStringLiteral("corvanta/#")}));
     writeConfig();
+    QVERIFY(loudspeaker_.start());
+    loudspeaker_.listen();
+    writeSound();
+}
+
+void tst_AlarmRoad::writeSound() {
+    const QString path = data() + QStringLiteral("/alarm.wav");
+    QCOMPARE(QProcess::execute(QStringLiteral("ffmpeg"),
+                               {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"),
+                                QStringLiteral("lavfi"), QStringLiteral("-i"),
+                                QStringLiteral("sine=frequency=800:duration=3"), path}),
+             0);
+    const QJsonObject settings{{QStringLiteral("是否二级阈值报警"), true}, {QStringLiteral("二级阈值报警"), path}};
+    QFile file(data() + QStringLiteral("/config/set.json"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0);
+}
+
+bool tst_AlarmRoad::isHeard() {
+    const QByteArray& heard = loudspeaker_.heard();
+    for (int i = 0; i + 1 < heard.size(); i += 2) {
+        if (std::abs(qFromLittleEndian<qint16>(heard.constData() + i)) > 500)
+            return true;
+    }
+    return false;
 }
 
 void tst_AlarmRoad::writeConfig() {
@@ -230,8 +263,10 @@ void tst_AlarmRoad::everythingFollows() {
     QVERIFY(!modbus_->said().contains(QStringLiteral("COIL 1")));
     QVERIFY(!notices().contains(QStringLiteral("90")));
 
+    loudspeaker_.forget();
     modbus_->write("set 0 95");
     COMES(!alarms().isEmpty());
+    COMES(isHeard());
     QVERIFY2(alarms().first().startsWith(QStringLiteral("二级阈值报警|")), qPrintable(alarms().first()));
     QVERIFY2(alarms().first().contains(QStringLiteral("95")), qPrintable(alarms().first()));
     COMES(modbus_->said().contains(QStringLiteral("COIL 1")));
