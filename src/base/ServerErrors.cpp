@@ -94,7 +94,7 @@ QString textOfCode(const QVariantMap& reply, const QString& code) {
 
 QString textOfReply(const QVariantMap& reply) {
     const QString code = codeOf(reply);
-    const QString own =
+    QString own =
         reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString().left(LongestText);
     // Of these the service says in the user's words what is wrong; with others come the words of a device.
     const bool isSentence = code == QLatin1String("(bad request)") || code == QLatin1String("(unknown input)");

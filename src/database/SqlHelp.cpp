@@ -116,7 +116,7 @@ QSqlError SqlHelp::initDatabase() {
     }
     // A log that is written ahead needs the disk once a transaction instead of four times: the window waits for it.
     // Where the file cannot have one (a drive that is read-only) it goes on without.
-    QSqlQuery(QStringLiteral("pragma journal_mode=wal"));
+    database.exec(QStringLiteral("pragma journal_mode=wal"));
     const QStringList present = database.tables();
     for (const Table& table : tables) {
         QSqlQuery query;

@@ -196,7 +196,7 @@ void AlarmDesk::adopt(std::vector<store::LinkedDeviceRow> rows, PlanRows plans) 
         }
     }
     log_.setInputs(std::move(logged));
-    engine_.setDevices(std::move(linked), parts_.clock.steadyNow());
+    engine_.setDevices(linked, parts_.clock.steadyNow());
     rows_ = std::move(rows);
     planRows_ = std::move(plans);
 }

@@ -82,7 +82,7 @@ void SensorLog::take(const std::vector<sensor::Reading>& readings) {
 }
 
 std::string SensorLog::begin(const std::string& ipncid, Wall time, Steady now) {
-    const std::string name = localTime(millisecondsOf(time), "%Y%m%d%H%M%S") + "-" + ipncid + std::string(ending);
+    std::string name = localTime(millisecondsOf(time), "%Y%m%d%H%M%S") + "-" + ipncid + std::string(ending);
     const auto [entry, isNew] = pending_.try_emplace(name, Pending{ipncid, time, now + after});
     if (isNew)
         write(name, entry->second);

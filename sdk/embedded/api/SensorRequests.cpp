@@ -48,7 +48,7 @@ std::optional<double> numberOf(const Json* value) {
 } // namespace
 
 SensorRequests::SensorRequests(Parts parts)
-    : parts_(std::move(parts)) {}
+    : parts_(parts) {}
 
 void SensorRequests::stop() {
     devices_.finish(true);

@@ -157,6 +157,7 @@ bool SensorService::loadBoards() {
         return ServiceCode::Done;
     });
     std::vector<bool> reachable;
+    reachable.reserve(devices.size());
     for (const store::DeviceBoards& device : devices)
         reachable.push_back(device.online && (device.origin != "loop" || parts_.cameras.isReachable(device.ipncid)));
     if (code != ServiceCode::Done || (devices == seen_ && reachable == seenReachable_))

@@ -32,7 +32,7 @@ std::vector<Condition> conditionsOf(const Plan& plan, const DevicePorts& ports) 
 
 } // namespace
 
-void LinkageEngine::setDevices(std::vector<LinkedDevice> devices, Time now) {
+void LinkageEngine::setDevices(const std::vector<LinkedDevice>& devices, Time now) {
     std::map<std::int64_t, State> before = std::exchange(plans_, {});
     std::map<int, InputState> inputsBefore = std::exchange(inputs_, {});
     for (const LinkedDevice& device : devices) {

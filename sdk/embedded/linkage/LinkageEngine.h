@@ -57,7 +57,7 @@ public:
     using Time = std::chrono::steady_clock::time_point;
 
     /// Replaces devices and plans. Plans that are as they were go on where they are; changed ones begin anew.
-    void setDevices(std::vector<LinkedDevice> devices, Time now);
+    void setDevices(const std::vector<LinkedDevice>& devices, Time now);
     /// Takes what was read at `now`. Whatever was due before is done first.
     void take(const std::vector<sensor::Reading>& readings, Time now);
     /// Does what is due by `now`.

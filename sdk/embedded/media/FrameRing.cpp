@@ -3,6 +3,7 @@
 #include "media/MemoryMuxer.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace ipncsdk::media {
 
@@ -14,7 +15,7 @@ std::vector<std::uint8_t> RingClip::avi() const {
     std::int64_t last = -1;
     for (const Frame& frame : frames) {
         const auto elapsed = std::chrono::duration<double>(frame.time - frames.front().time).count();
-        last = std::max(last + 1, static_cast<std::int64_t>(elapsed * frameRate + 0.5));
+        last = std::max(last + 1, static_cast<std::int64_t>(std::llround(elapsed * frameRate)));
         if (!muxer.write(*frame.bytes, frame.keyFrame, last))
             return {};
     }

@@ -163,7 +163,7 @@ std::string ModbusDriver::write(const Port& output, double value) {
         done = modbus_write_registers(link_, address.address, static_cast<int>(words->size()), words->data());
     if (done > 0)
         return {};
-    const std::string reason = modbus_strerror(errno);
+    std::string reason = modbus_strerror(errno);
     if (failure() == Result::Lost)
         close();
     return reason;

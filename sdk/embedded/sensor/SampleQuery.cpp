@@ -66,9 +66,14 @@ std::optional<std::int64_t> timeOf(const Json& value) {
     return value.is_string() ? timeOfDate(value.get<std::string>()) : std::nullopt;
 }
 
+/// A key that is not there, or says nothing.
+bool isOpen(const Json* value) {
+    return value == nullptr || (value->is_string() && value->get_ref<const std::string&>().empty());
+}
+
 /// A whole number that may be written as text; `usual` when it is missing, nothing when it is none or out of range.
 std::optional<std::int64_t> wholeOf(const Json* value, std::int64_t usual, std::int64_t least, std::int64_t most) {
-    if (value == nullptr || *value == "")
+    if (isOpen(value))
         return usual;
     auto number = integerOf(*value);
     if (value->is_string()) {
@@ -198,12 +203,12 @@ std::optional<SampleQuery> sampleQuery(const Json& request) {
         return std::nullopt;
     const Json* const begin = memberAt(request, "begin");
     const Json* const end = memberAt(request, "end");
-    if (begin != nullptr && *begin != "") {
+    if (!isOpen(begin)) {
         query.forward = true;
         if (*begin != "oldest" && !(query.begin = timeOf(*begin)))
             return std::nullopt;
     }
-    if (end != nullptr && *end != "" && *end != "latest" && !(query.end = timeOf(*end)))
+    if (!isOpen(end) && *end != "latest" && !(query.end = timeOf(*end)))
         return std::nullopt;
     const auto most = wholeOf(memberAt(request, "max"), 10000, 1, static_cast<std::int64_t>(mostRecords));
     const auto step = wholeOf(memberAt(request, "step"), 0, 0, longestStep);

@@ -68,7 +68,7 @@ bool takesLevel(const std::set<int>& levels, int level) {
 
 long long costOf(const std::string& text) {
     const std::size_t characters = std::max<std::size_t>(characterCount(text).value_or(text.size()), 1);
-    return static_cast<long long>((characters - 1) / AlarmNotices::charactersOfMessage + 1);
+    return static_cast<long long>((characters - 1) / AlarmNotices::charactersOfMessage) + 1;
 }
 
 /// One message that nobody pays for, when an account's balance has come down to where it wants to be told.

@@ -23,7 +23,7 @@ constexpr auto sealedStart = "sealed:";
 constexpr std::array portLists = {"input", "output"};
 constexpr std::array changeable = {"name", "unit", "isupload", "scale", "offset", "hysteresis", "thresholds"};
 
-Json parsed(const std::string& text, Json otherwise) {
+Json parsed(const std::string& text, const Json& otherwise) {
     Json value = Json::parse(text, nullptr, false);
     return value.type() == otherwise.type() ? value : otherwise;
 }
@@ -42,6 +42,10 @@ Json* passwordOf(Json& board) {
         return nullptr;
     const auto found = board["params"].find("password");
     return found != board["params"].end() && found->is_string() ? &*found : nullptr;
+}
+
+bool isFilled(const Json& text) {
+    return !text.get_ref<const std::string&>().empty();
 }
 
 BoardChange refused(ServiceCode code, std::string text = {}) {
@@ -226,7 +230,7 @@ Json opened(Json board, const store::StoreKey& key) {
 
 void showToClients(BoardRecords& records, const sensor::LatestValues& latest, bool deviceOnline) {
     for (Json board : records.all()) {
-        if (Json* const password = passwordOf(board); password != nullptr && *password != "")
+        if (Json* const password = passwordOf(board); password != nullptr && isFilled(*password))
             *password = sensor::secretMask;
         if (isSublist(board))
             board["online"] = deviceOnline;
@@ -260,7 +264,7 @@ BoardChange submitBoard(soci::session& sql, const store::Device& device, const J
         return refused(ServiceCode::InUse);
     if (std::string wrong = sourcesComplaint(sql, device, checked.record); !wrong.empty())
         return refused(ServiceCode::BadRequest, std::move(wrong));
-    if (Json* const password = passwordOf(checked.record); password != nullptr && *password != "") {
+    if (Json* const password = passwordOf(checked.record); password != nullptr && isFilled(*password)) {
         const auto sealed = key.seal(password->get<std::string>());
         if (!sealed)
             return refused(ServiceCode::StoreError);
@@ -268,7 +272,7 @@ BoardChange submitBoard(soci::session& sql, const store::Device& device, const J
     }
     records.put(checked.record);
     keep(sql, device, records);
-    if (Json* const password = passwordOf(checked.record); password != nullptr && *password != "")
+    if (Json* const password = passwordOf(checked.record); password != nullptr && isFilled(*password))
         *password = sensor::secretMask;
     return {ServiceCode::Done, {}, std::move(checked.record)};
 }

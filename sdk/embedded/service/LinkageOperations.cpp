@@ -8,8 +8,8 @@ namespace ipncsdk::service {
 
 namespace {
 
-constexpr std::size_t mostPlans = 200;             ///< of a device
-constexpr std::size_t longestDocument = 64 * 1024; ///< bytes
+constexpr std::size_t mostPlans = 200;         ///< of a device
+constexpr std::size_t longestDocument = 65536; ///< bytes
 
 Reply refusal(ServiceCode code, const std::string& text) {
     Reply reply(code);

@@ -63,7 +63,7 @@ std::string templateAt(const Json& document, const char* key, std::string& fault
     const Json* member = memberAt(document, key);
     if (member == nullptr || member->is_null())
         return {};
-    const std::string text = textAt(document, key).value_or("");
+    std::string text = textAt(document, key).value_or("");
     std::string oneLine = text;
     std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
     if (!member->is_string() || !isPlainText(oneLine, longestTemplate))
