@@ -40,7 +40,7 @@ int ChartTrack::stepOf(int level) {
 }
 
 SampleQuery ChartTrack::query(Level& level, int number, const QVariant& begin, const QVariant& end) const {
-    const SampleQuery query{pid_, begin, end, PageSize, stepOf(number)};
+    SampleQuery query{pid_, begin, end, PageSize, stepOf(number)};
     level.awaited = query.key();
     level.isBackwards = !begin.isValid();
     return query;
@@ -146,7 +146,7 @@ void ChartTrack::restore(const Samples& samples) {
     level.to = samples.back().time;
 }
 
-ChartTrack ChartTrack::fixed(int pid, Samples samples) {
+ChartTrack ChartTrack::fixed(int pid, const Samples& samples) {
     ChartTrack track(pid);
     track.isFixed_ = true;
     for (Level& level : track.levels_)

@@ -38,7 +38,7 @@ public:
     Samples newest(int most) const;
     void restore(const Samples& samples);
     /// A track over samples that are all there are.
-    static ChartTrack fixed(int pid, Samples samples);
+    static ChartTrack fixed(int pid, const Samples& samples);
 
 private:
     struct Level {

@@ -11,6 +11,7 @@
 #include <QSet>
 
 #include <array>
+#include <cmath>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -23,7 +24,7 @@ QVariantMap respOf(const QVariantMap& reply) {
 }
 
 QString momentText(double time, bool isExact) {
-    const QDateTime moment = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(time * 1000.0 + 0.5));
+    const QDateTime moment = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(std::llround(time * 1000.0)));
     const QString text = moment.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     const int milliseconds = moment.time().msec();
     return isExact && milliseconds != 0

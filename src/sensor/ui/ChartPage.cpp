@@ -231,7 +231,7 @@ void ChartPage::refresh(const QVector<int>& inputs) {
     }
 }
 
-void ChartPage::UpdateSensorInputData(QString key, QVariantList records) {
+void ChartPage::UpdateSensorInputData(const QString& key, const QVariantList& records) {
     const Samples samples = readSamples(records);
     for (ChartTile* const tile : qAsConst(tiles_)) {
         if (tile != nullptr)

@@ -43,7 +43,7 @@ public:
 
 public slots:
     /// The records of a reply under the key of their query: every chart that has asked for them takes them.
-    void UpdateSensorInputData(QString key, QVariantList records);
+    void UpdateSensorInputData(const QString& key, const QVariantList& records);
     void onQueryFailed(const QString& key);
     /// An alarm as the service tells it.
     void onAlarm(const QVariantMap& message);
