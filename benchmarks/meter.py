@@ -131,7 +131,7 @@ class Ordered(Child):
             if not text:
                 raise RuntimeError(f"{self.command} ended")
             words = text.split()
-            if words and words[0] in ("signed-in", "place", "open", "closed", "counts", "shown"):
+            if words and words[0] in ("signed-in", "place", "open", "closed", "counts", "shown", "alarms"):
                 return words[1:]
             if words and words[0] == "failed":
                 raise RuntimeError(f"{self.command}: {text.strip()}")

@@ -7,19 +7,21 @@ corvanta_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
-    qtbase5-dev libqt5svg5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
+    qtbase5-dev libqt5svg5-dev libqt5charts5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libcurl4-openssl-dev libpugixml-dev
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
+    libmodbus-dev libmosquitto-dev libmuparser-dev libgpiod-dev libopencv-core-dev libopencv-imgproc-dev
 )
-corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0)
+corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0 gstreamer1.0-pulseaudio)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"
-    sqlite3 ffmpeg gir1.2-gst-rtsp-server-1.0 python3-gi
+    sqlite3 ffmpeg mosquitto mosquitto-clients gir1.2-gst-rtsp-server-1.0 python3-gi
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
+    socat python3-pymodbus
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
 corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)

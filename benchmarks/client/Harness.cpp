@@ -5,6 +5,7 @@
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
+#include "client/AlarmRun.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
@@ -57,6 +58,8 @@ void Harness::obey(const QString& line) {
         click(number);
     } else if (order == QLatin1String("place")) {
         place();
+    } else if (order == QLatin1String("alarms")) {
+        alarms(number, line.section(QLatin1Char(' '), 2));
     } else if (order == QLatin1String("quit")) {
         window_.live().stopAll();
         QCoreApplication::quit();
@@ -159,6 +162,13 @@ void Harness::click(int index) {
                    window_.live().stopAll();
                    return QStringLiteral("shown %1").arg(milliseconds, 0, 'f', 2);
                });
+}
+
+void Harness::alarms(int count, const QString& sound) {
+    context_.settings.set(corvanta::keys::AlarmLevel1, true);
+    context_.settings.set(corvanta::keys::SoundLevel1, sound);
+    alarms_ = std::make_unique<AlarmRun>(context_, window_.storage(), count,
+                                         [](const QString& figures) { say(QStringLiteral("alarms ") + figures); });
 }
 
 void Harness::place() const {

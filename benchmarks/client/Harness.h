@@ -7,8 +7,10 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 struct AppContext;
+class AlarmRun;
 class MonitorMainUI;
 
 /// Drives the client's own window by commands, one a line, and answers each with one line on the standard output:
@@ -19,6 +21,7 @@ class MonitorMainUI;
 ///     close             closed MS
 ///     counts            counts RECEIVED OVERWRITTEN PAINTED
 ///     click INDEX       shown MS                  from the order to open to the first painted picture; closed again
+///     alarms COUNT F    alarms MEDIAN WORST STALL TOTAL   ms (client/AlarmRun.h); F: the file of their sound
 ///     quit
 ///
 /// An order that takes longer than a minute is answered with "failed WHAT". GUI thread.
@@ -37,6 +40,7 @@ private:
     void open(int count);
     void click(int index);
     void place() const;
+    void alarms(int count, const QString& sound);
     void answerWhen(std::function<bool()> done, std::function<QString()> answer);
     void look();
     /// Of all tiles together.
@@ -49,6 +53,7 @@ private:
     const AppContext& context_;
     QTimer timer_; ///< runs while an answer is due
     QElapsedTimer sinceOrder_;
+    std::unique_ptr<AlarmRun> alarms_;
     std::function<bool()> done_;
     std::function<QString()> answer_;
 };

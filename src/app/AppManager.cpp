@@ -6,6 +6,9 @@
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
 #include "database/SqlHelp.h"
+#include "linkage/AlarmHandler.h"
+#include "linkage/AlarmInbox.h"
+#include "linkage/AlarmSound.h"
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
 
@@ -24,6 +27,7 @@
 #include <utility>
 
 namespace keys = corvanta::keys;
+namespace linkage = corvanta::linkage;
 
 namespace {
 
@@ -91,7 +95,13 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     loadTimeZones();
     prepareStorage();
     database_ = std::make_unique<SqlHelp>(paths_.databaseFile());
+    alarms_ = std::make_unique<linkage::AlarmInbox>(paths_.alarmsFile());
     QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
+    alarmSound_ = std::make_unique<AlarmSound>(settings_);
+    alarmHandler_ = std::make_unique<linkage::AlarmHandler>(
+        linkage::AlarmHandler::Parts{*this, devices_, *database_, *alarms_, [this](const QString& type) {
+                                         playalarmMusic(type);
+                                     }});
 }
 
 AppManager::~AppManager() {
@@ -149,8 +159,8 @@ void AppManager::prepareStorage() {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_, devices_,   *this,      *accountFlags_, paths_,
-            ui_,      poll_,     *database_, *database_, *vault_};
+    return {gateway_, settings_,  devices_,   *this,   *accountFlags_, paths_,      ui_,
+            poll_,    *database_, *database_, *vault_, *alarms_,       inputFields_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {
@@ -200,6 +210,7 @@ void AppManager::onlogout() {
     if (std::exchange(signedIn_, false))
         logSignOut();
     devices_ = DeviceModel();
+    inputFields_.clear();
     emit sig_updateList(QVariantList(), QVariantMap());
     emit sig_freshlocal(QVariantMap());
     accountFlags_->setAutoLogin(false); // who signs out does not want to be signed in again at the next start
@@ -222,7 +233,11 @@ void AppManager::onFreshlocal() {
 }
 
 void AppManager::TriggerAlarm(const QVariantMap& AlarmMap) {
-    emit sig_triggerAlarm(AlarmMap);
+    alarmHandler_->handle(AlarmMap);
+}
+
+void AppManager::playalarmMusic(const QString& type) {
+    alarmSound_->play(type);
 }
 
 void AppManager::onWait(bool isWait, QRect WindowsRect, int waitTime) {

@@ -5,6 +5,7 @@
 #include "base/AppEvents.h"
 #include "base/AppPaths.h"
 #include "base/DeviceModel.h"
+#include "base/InputFields.h"
 #include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
@@ -16,11 +17,17 @@
 #include <vector>
 
 class AccountFlags;
+class AlarmSound;
 class AppUi;
 class PasswordVault;
 class RecordingStorage;
 class RepairThread;
 class SqlHelp;
+
+namespace corvanta::linkage {
+class AlarmHandler;
+class AlarmInbox;
+} // namespace corvanta::linkage
 
 /// The heart of the program: owns the SDK's client side and what is known of the account, and turns the SDK's
 /// messages into signals. Its slots call the part that does the work.
@@ -53,6 +60,10 @@ public:
 
     QVariant setting(const QString& key) const { return settings_.get(key); }
     const QVariantMap& localDevices() const { return localDevices_; }
+    /// Stores a single field of an input's record ("earliesttime", "latesttime", "state", "value").
+    void setInputField(const QString& key, int pid, const QVariant& value) { inputFields_.set(key, pid, value); }
+    /// The same field; invalid while it is not known.
+    QVariant inputField(const QString& key, int pid) const { return inputFields_.value(key, pid); }
     const QVariantList& timeZones() const { return timeZones_; }
     bool isSignedIn() const { return signedIn_; }
 
@@ -60,6 +71,8 @@ public:
     AppContext context();
     /// Where files of devices are kept.
     RecordingStorage& storage() { return *storage_; }
+    /// Where a part that looks at videos of alarms connects itself.
+    corvanta::linkage::AlarmHandler& alarmHandler() { return *alarmHandler_; }
 
 public slots:
     void autoLogin();
@@ -68,11 +81,14 @@ public slots:
     void onlogout();
     void onlogin();
     void deviceFresh();
+    /// Everything that follows an alarm.
     void TriggerAlarm(const QVariantMap& AlarmMap);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);
     void OncloseTcpConnect(TcpSocketManage* connection);
+    /// The sound of a type of alarms, by the type's text.
+    void playalarmMusic(const QString& type);
     /// The user has agreed to leave: the sign-out is written down, cached values and names are forgotten. Once.
     void onAppClosed();
 
@@ -107,10 +123,14 @@ private:
     SdkGateway gateway_;
     ClientCallback clientCallback_;
     DeviceModel devices_;
+    InputFields inputFields_;
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
     QVariantList timeZones_;
     QThread worker_; ///< for work in the background; runs once something needs it
     std::unique_ptr<RepairThread> repair_;
+    std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
+    std::unique_ptr<AlarmSound> alarmSound_;
+    std::unique_ptr<corvanta::linkage::AlarmHandler> alarmHandler_;
     std::vector<std::unique_ptr<TcpSocketManage>> connections_; ///< those that the SDK uses now
     bool signedIn_ = false;
     bool leaving_ = false;

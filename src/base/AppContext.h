@@ -5,12 +5,17 @@ class AppEvents;
 class AppPaths;
 class AppUi;
 class DeviceModel;
+class InputFields;
 class OperationLog;
 class PasswordVault;
 class ScreenPoll;
 class SdkGateway;
 class Settings;
 class SqlHelp;
+
+namespace corvanta::linkage {
+class AlarmInbox;
+}
 
 /// The handful of parts that a window or dialog is handed. All outlive every window; GUI thread.
 struct AppContext {
@@ -24,5 +29,7 @@ struct AppContext {
     ScreenPoll& poll;
     OperationLog& operationLog; ///< where dialogs write down what their user did
     SqlHelp& database;
-    PasswordVault& vault; ///< protects what is remembered
+    PasswordVault& vault;                  ///< protects what is remembered
+    corvanta::linkage::AlarmInbox& alarms; ///< that nobody has acknowledged
+    InputFields& inputFields;              ///< what is known of the inputs of sensors beside `devices`
 };

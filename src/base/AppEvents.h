@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMetaMethod>
 #include <QObject>
 #include <QRect>
 #include <QStringList>
@@ -14,6 +15,11 @@ class AppEvents : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
+
+    /// Whether a map takes alarms (`sig_showAlarmOnMap`), so that the way there can be offered.
+    bool showsAlarmsOnMap() const {
+        return isSignalConnected(QMetaMethod::fromSignal(&AppEvents::sig_showAlarmOnMap));
+    }
 
 signals:
     /// The interface language changed.
@@ -79,4 +85,6 @@ signals:
     void sig_sms(QVariantMap message);
     /// The service has ended the sign-in and says why ("password", "unbind"); comes after `sig_logout`.
     void sig_logoutReason(QString reason);
+    /// The user wants to see on the map where an alarm is.
+    void sig_showAlarmOnMap(QString ipncid, QVariantMap trigger);
 };

@@ -18,6 +18,8 @@ public:
     QString accountFile() const { return root_ + QStringLiteral("/config/account.json"); }
     /// The key that protects the remembered password where the system does not.
     QString vaultFile() const { return root_ + QStringLiteral("/config/vault.key"); }
+    /// The alarms that nobody has acknowledged.
+    QString alarmsFile() const { return root_ + QStringLiteral("/config/alarms.json"); }
     QString databaseFile() const { return root_ + QStringLiteral("/dataBase.db"); }
     /// The folders of the account's data; all end with a slash.
     QString workspaces() const { return root_ + QStringLiteral("/workspaces/"); }

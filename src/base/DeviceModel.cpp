@@ -28,12 +28,6 @@ QList<InterfaceIndex> indexOf(const QVariantList& entries) {
     return result;
 }
 
-// Two forms are in use: the list of sub-devices below "extend", and beside it.
-QVariantList subDevices(const QVariantMap& record) {
-    const QVariantList below = at(at(record, "extend").toMap(), "sublist").toList();
-    return below.isEmpty() ? at(record, "sublist").toList() : below;
-}
-
 } // namespace
 
 GroupRecord GroupRecord::fromMap(const QVariantMap& map) {
@@ -42,6 +36,12 @@ GroupRecord GroupRecord::fromMap(const QVariantMap& map) {
 
 InterfaceIndex InterfaceIndex::fromMap(const QVariantMap& map) {
     return {at(map, "pid").toInt(), pidsOf(at(map, "input").toList()), pidsOf(at(map, "output").toList())};
+}
+
+// Two forms are in use: the list of sub-devices below "extend", and beside it.
+QVariantList DeviceRecord::subDevices() const {
+    const QVariantList below = at(at(record, "extend").toMap(), "sublist").toList();
+    return below.isEmpty() ? at(record, "sublist").toList() : below;
 }
 
 QString DeviceRecord::displayName() const {
@@ -58,7 +58,7 @@ DeviceRecord DeviceRecord::fromMap(const QVariantMap& map) {
     result.interfaces = take(result.record, "interfaces").toList();
     result.linkages = take(result.record, "linkages").toList();
     result.interfaceIndex = indexOf(result.interfaces);
-    result.subDeviceIndex = indexOf(subDevices(result.record));
+    result.subDeviceIndex = indexOf(result.subDevices());
     if (result.isVideo()) {
         // A word or a list of words below "value" are both in use beside the plain flag.
         const QVariantMap authority = at(map, "authority").toMap();

@@ -43,6 +43,8 @@ struct DeviceRecord {
     QString displayName() const;
     bool isVideo() const { return record.value(QStringLiteral("type")).toString() == QLatin1String("video"); }
     bool isOnline() const { return record.value(QStringLiteral("online")).toBool(); }
+    /// Radio nodes, soft interfaces and the like, which have inputs and outputs as interfaces do.
+    QVariantList subDevices() const;
     QString groupId() const { return record.value(QStringLiteral("groupid")).toString(); }
 
     static DeviceRecord fromMap(const QVariantMap& map);

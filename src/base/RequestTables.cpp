@@ -155,6 +155,8 @@ const QList<DeviceEntry>& deviceTable() {
         {u(u"获取设备网络参数"), Form::Read, {u(u"netstate")}},
         {u(u"获取设备升级状态"), Form::Read, {u(u"upgradestate")}},
         {u(u"读取设备参数"), Form::Pass, {}},
+        {u(u"读取采集输入"), Form::WriteNamed, {u(u"sensorread")}},
+        {u(u"写入控制输出"), Form::WriteNamed, {u(u"sensorwrite")}},
         {u(u"探测网络摄像机"), Form::Own, {u(u"onvifprobe")}},
     };
     return table;

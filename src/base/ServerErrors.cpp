@@ -53,6 +53,7 @@ constexpr std::array Table{
 
 // Service texts are shown as plain text, but they may be long: what a tip can hold is enough to recognise them.
 constexpr int LongestCode = 64;
+constexpr int LongestText = 300;
 
 QString translated(const char* text) {
     return QCoreApplication::translate("ServerErrors", text);
@@ -77,8 +78,9 @@ QString codeOf(const QVariantMap& reply) {
     return inner.isEmpty() ? reply.value(QStringLiteral("errcode")).toString() : inner;
 }
 
-QString textOfReply(const QVariantMap& reply) {
-    const QString code = codeOf(reply);
+namespace {
+/// What the code of a failed reply says.
+QString textOfCode(const QVariantMap& reply, const QString& code) {
     if (!code.isEmpty())
         return text(code);
     const int number = reply.value(QStringLiteral("retcode")).toInt();
@@ -87,6 +89,18 @@ QString textOfReply(const QVariantMap& reply) {
             return translated(entry.text);
     }
     return unknown(QString::number(number));
+}
+} // namespace
+
+QString textOfReply(const QVariantMap& reply) {
+    const QString code = codeOf(reply);
+    QString own =
+        reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString().left(LongestText);
+    // Of these the service says in the user's words what is wrong; with others come the words of a device.
+    const bool isSentence = code == QLatin1String("(bad request)") || code == QLatin1String("(unknown input)");
+    if (isSentence && !own.isEmpty())
+        return own;
+    return own.isEmpty() ? textOfCode(reply, code) : textOfCode(reply, code) + QLatin1Char('\n') + own;
 }
 
 bool isSuccess(const QVariantMap& reply) {

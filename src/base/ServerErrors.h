@@ -9,7 +9,9 @@ namespace corvanta::serverErrors {
 /// The text for an error code such as "(not login)"; a code without an entry yields a general text that shows it.
 QString text(const QString& code);
 
-/// The text for a failed reply: by its "resp"/"errcode", else by a top-level "errcode", else by its "retcode".
+/// The text for a failed reply: by its "resp"/"errcode", else by a top-level "errcode", else by its "retcode"; with
+/// the service's or the device's own words ("resp"/"text") behind it, or in its place where they say all. To be shown
+/// as plain text.
 QString textOfReply(const QVariantMap& reply);
 
 /// True when the reply's "resp"/"state" says success.

@@ -76,7 +76,7 @@ void Settings::applyDefaults() {
         {keys::DriveThreshold, 128},
         {keys::AcceptAlarms, true},
         {keys::Proxy, QVariantMap()},
-        {keys::ChartZoom, -1},
+        {keys::ChartZoom, 0},
     };
     for (const auto& [key, value] : defaults) {
         if (!values_.contains(key))

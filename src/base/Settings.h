@@ -28,7 +28,10 @@ inline const QString PackingTime = QStringLiteral("录像打包时间");
 inline const QString DriveThreshold = QStringLiteral("磁盘跳转阈值");
 inline const QString AcceptAlarms = QStringLiteral("是否接收报警");
 inline const QString Proxy = QStringLiteral("代理设置");
+/// Layout of the charts: 0 one tile, 1 two, 2 four, 3 nine.
 inline const QString ChartZoom = QStringLiteral("ChartZoomDisplayIndex");
+/// The inputs that the charts show: a list, by the tile's number, of lists of "pid".
+inline const QString ChartInputs = QStringLiteral("图表采集输入");
 inline const QString Drives = QStringLiteral("盘符列表");
 /// Folders that count as this computer's drives, in place of its own: a list of absolute paths. For disks that the
 /// system does not show as drives.

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlRecord>
+#include <QTimer>
 
 namespace {
 
@@ -98,6 +99,7 @@ SqlHelp::SqlHelp(const QString& file, QObject* parent)
 }
 
 SqlHelp::~SqlHelp() {
+    endTogether();
     QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
 }
 
@@ -112,6 +114,9 @@ QSqlError SqlHelp::initDatabase() {
         qDebug() << "open db error";
         return database.lastError();
     }
+    // A log that is written ahead needs the disk once a transaction instead of four times: the window waits for it.
+    // Where the file cannot have one (a drive that is read-only) it goes on without.
+    database.exec(QStringLiteral("pragma journal_mode=wal"));
     const QStringList present = database.tables();
     for (const Table& table : tables) {
         QSqlQuery query;
@@ -131,6 +136,27 @@ bool SqlHelp::open(QSqlDatabase& database, bool isReplaceable) {
     database.close();
     corvanta::database::setAside(file_);
     return database.open();
+}
+
+void SqlHelp::writeTogether() {
+    if (isTogether_)
+        return;
+    isTogether_ = QSqlDatabase::database().transaction();
+    if (isTogether_) // else each row is written by itself
+        QMetaObject::invokeMethod(this, &SqlHelp::endTogether, Qt::QueuedConnection);
+}
+
+void SqlHelp::endTogether() {
+    if (!isTogether_)
+        return;
+    QSqlDatabase database = QSqlDatabase::database();
+    isTogether_ = !database.commit();
+    if (!isTogether_)
+        return;
+    // Another process reads the file for long, or the disk is full. The rows wait in the transaction.
+    constexpr int again = 1000; // ms
+    qDebug() << "rows are not written yet:" << database.lastError();
+    QTimer::singleShot(again, this, &SqlHelp::endTogether);
 }
 
 void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type,

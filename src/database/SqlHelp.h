@@ -35,7 +35,11 @@ public:
     explicit SqlHelp(const QString& file, QObject* parent = nullptr);
     ~SqlHelp() override;
 
-    /// An alarm; `startDate` is a QDateTime, `alarmMap` the electronic map that it belongs to.
+    /// What is written from now on, until the event loop goes on, becomes one transaction: rows in the order in which
+    /// they are written, seen at once by reads of this object, and kept together. For who writes many.
+    void writeTogether();
+
+    /// An alarm; `startDate` as the device sent it, `alarmMap` the whole message.
     void addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type, const QString& context,
                     const QVariant& alarmMap);
     void addLoginLog(const QString& loginUser, const QVariant& loginDate, const QVariant& logoutDate) override;
@@ -74,8 +78,10 @@ public:
 private:
     QSqlError initDatabase();
     bool open(QSqlDatabase& database, bool isReplaceable);
+    void endTogether();
 
     QString file_;
+    bool isTogether_ = false;               ///< a transaction of `writeTogether` is open
     QHash<int, int> columnCounts_;          ///< by log type
     QHash<int, QSet<int>> dateTimeColumns_; ///< by log type
 };

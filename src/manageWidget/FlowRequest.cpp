@@ -11,14 +11,6 @@ QString stateOf(const QVariantMap& reply) {
                          : own;
 }
 
-/// The camera's own words stand behind ours where it gave any; they are shown as plain text.
-QString failureOf(const QVariantMap& reply) {
-    const QString text = corvanta::serverErrors::textOfReply(reply);
-    const QString own = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("text")).toString();
-    constexpr int longest = 200;
-    return own.isEmpty() ? text : text + QLatin1Char('\n') + own.left(longest);
-}
-
 } // namespace
 
 FlowRequest::FlowRequest(SdkGateway& gateway, int patienceMs, QObject* parent)
@@ -68,7 +60,7 @@ void FlowRequest::onReply(int number, const QVariantMap& reply) {
         return;
     }
     if (state != QLatin1String("ok")) {
-        fail(failureOf(reply));
+        fail(corvanta::serverErrors::textOfReply(reply));
         return;
     }
     running_ = false;

@@ -115,7 +115,7 @@ void AccountTest::checkNames(const QWidget& dialog) {
                                control->inherits("QComboBox") || control->inherits("QAbstractItemView");
         const bool isInside = control->parentWidget()->inherits("QComboBoxPrivateContainer") ||
                               control->parentWidget()->inherits("QLineEdit") || control->inherits("QHeaderView") ||
-                              control->parentWidget()->inherits("QTabBar");
+                              control->inherits("QTableCornerButton") || control->parentWidget()->inherits("QTabBar");
         if (!isOurs || !isControl || isInside)
             continue;
         QVERIFY2(!control->objectName().isEmpty(), control->metaObject()->className());

@@ -116,7 +116,7 @@ void tst_AppManager::messagesBecomeSignals_data() {
         {"sig_logout", "sig_updateList2", "sig_freshlocal:0", "sLonginAndLogoutEvent"});
     row("sensor values", R"({"type":"sensordataupdate","updatetime":"5","sensordataupdate":[1,2]})",
         {"sig_UpdateSensorInputData:5:2"});
-    row("alarm", R"({"type":"trigger","alarm":{"x":1}})", {"Onsig_TriggerAlarm", "sig_triggerAlarm"});
+    row("alarm", R"({"type":"trigger","content":"c","alarm":{"x":1}})", {"Onsig_TriggerAlarm", "sig_MessageBar: c"});
     row("alarm not wanted", R"({"type":"trigger","alarm":{"x":1}})", {}, false);
     row("notice", R"({"type":"servicenotice","text":"store set aside"})", {"sig_MessageBar:store set aside"});
     row("unknown", R"({"type":"freshlistx"})", {});

@@ -1,10 +1,10 @@
 #include "audio/Listener.h"
-#include "audio/SoundServer.h"
 #include "audio/Talker.h"
 #include "base/JsonText.h"
 #include "base/SdkGateway.h"
 #include "base/TaskQueue.h"
 #include "support/FakeSdk.h"
+#include "support/SoundServer.h"
 
 #include <QTimer>
 #include <QtTest>

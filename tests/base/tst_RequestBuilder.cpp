@@ -204,7 +204,7 @@ void tst_RequestBuilder::everyNameHasARow() {
     const int entries =
         requests::directTable().size() + requests::accountTable().size() + requests::deviceTable().size();
     QCOMPARE(names.size(), entries);
-    QCOMPARE(entries, 93);
+    QCOMPARE(entries, 95);
 }
 
 void tst_RequestBuilder::callersValuesAreWritten() {

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
@@ -24,6 +25,23 @@ void setUp(QProcessEnvironment& environment, const QString& runtime) {
     }
 }
 
+/// What the program stores of itself, as data of alarms, is to lie in a folder of the test's own.
+void giveDrive(const QString& data) {
+    const QString key = QStringLiteral("盘符文件夹");
+    const QString path = data + QStringLiteral("/config/set.json");
+    QFile file(path);
+    QJsonObject settings;
+    if (file.open(QIODevice::ReadOnly))
+        settings = QJsonDocument::fromJson(file.readAll()).object();
+    file.close();
+    if (settings.contains(key))
+        return;
+    settings.insert(key, QJsonArray{data + QStringLiteral("/disk/")});
+    QDir().mkpath(data + QStringLiteral("/config"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(QJsonDocument(settings).toJson());
+}
+
 } // namespace
 
 Program::Program(const ScreenReader& reader, QString runtime, QString data)
@@ -37,6 +55,7 @@ Program::~Program() {
 
 bool Program::start() {
     said_.clear();
+    giveDrive(data_);
     QDir().mkpath(runtime_);
     QFile::setPermissions(runtime_, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     process_.setProcessChannelMode(QProcess::MergedChannels);

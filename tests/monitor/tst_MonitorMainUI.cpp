@@ -1,5 +1,6 @@
 #include "base/JsonText.h"
 #include "database/SqlHelp.h"
+#include "linkage/AlarmInbox.h"
 #include "logs/ui/Check_Log_Widget.h"
 #include "monitor/MainWindowTest.h"
 #include "monitor/ui/DevicePanel.h"
@@ -35,6 +36,8 @@ private slots:
     void leavingWritesTheSignOut();
     void streamsWhileTheWindowIsDestroyed();
     void recordingsHaveAPageOfTheirOwn();
+    void anAlarmIsSeen();
+    void fromAnAlarmToItsCamera();
 
 private:
     const char* deviceList() const override {
@@ -44,6 +47,48 @@ private:
                    "group":[{"id":"1","name":"一组","ipnclist":["a","b","s"]}]})";
     }
 };
+
+void tst_MonitorMainUI::anAlarmIsSeen() {
+    const auto send = [this](const char* content) {
+        sdk_.sendToClient(R"({"type":"trigger","content":")" + std::string(content) +
+                          R"(","alarm":{"ipncid":"a","datetime":"2026-01-02 03:04:05","images":["x"]}})");
+    };
+    emit tree().sigPreview("a");
+    QTRY_COMPARE(lastRequest().value("reqtype").toString(), QString("preview"));
+    const auto before = requests().size();
+    send("one");
+    QTRY_COMPARE(message(), QString("2026-01-02 03:04:05 one"));
+    QTRY_COMPARE(requests().size(), before + 1); // the picture shown is asked for again
+    QCOMPARE(lastRequest().value("reqtype").toString(), QString("preview"));
+    // The second text has its own ten seconds.
+    auto* const timer = window_->findChild<QTimer*>("messageTimer");
+    QCOMPARE(timer->interval(), 10000);
+    QTRY_VERIFY(timer->remainingTime() < 9500);
+    const int left = timer->remainingTime();
+    send("two");
+    QTRY_COMPARE(message(), QString("2026-01-02 03:04:05 two"));
+    QVERIFY(timer->remainingTime() > left);
+    timer->start(1);
+    QTRY_COMPARE(message(), QString());
+    QVERIFY(!timer->isActive());
+    const auto* const button = window_->findChild<QToolButton*>("alarmModule");
+    QTRY_COMPARE(button->text(), QString("2"));
+    manager_->context().alarms.acknowledgeAll();
+    QTRY_COMPARE(button->toolButtonStyle(), Qt::ToolButtonIconOnly);
+}
+
+void tst_MonitorMainUI::fromAnAlarmToItsCamera() {
+    sdk_.sendToClient(R"({"type":"trigger","alarm":{"ipncid":"a","datetime":"2001-01-02 03:04:05"}})");
+    QTRY_COMPARE(manager_->context().alarms.count(), qint64(1));
+    window_->findChild<QToolButton*>("alarmModule")->click();
+    auto* const playback = window_->findChild<QPushButton*>("alarmPlayback");
+    QVERIFY(playback != nullptr && playback->isVisible() && playback->isEnabled()); // the newest alarm is chosen
+    playback->click();
+    QTRY_COMPARE(message(), QString("没有该时间的录像"));
+    window_->findChild<QPushButton*>("alarmLive")->click();
+    QVERIFY(window_->grid().isVisible());
+    QCOMPARE(lastOpenRequest().value("ipncid").toString(), QString("a"));
+}
 
 void tst_MonitorMainUI::openRequestsAsTheTileIsShown_data() {
     QTest::addColumn<int>("rows");

@@ -1,12 +1,15 @@
 #include "api/DeviceFiles.h"
 
+#include "api/SensorLog.h"
 #include "base/Log.h"
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
 #include "device/Firmware.h"
+#include "store/Linkages.h"
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -17,6 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t mostFiles = 5000;
+constexpr auto logPrefix = "dat/"; ///< of the paths of sensor data
 constexpr std::size_t longestPath = 4096;
 constexpr std::size_t partSize = std::size_t{64} * 1024; ///< between two messages of progress
 constexpr std::uintmax_t largestUpload = std::uintmax_t{256} * 1024 * 1024;
@@ -206,6 +210,8 @@ void DeviceFiles::download(const Pointer& request, const Json& message) {
     const auto target = absolutePathAt(message, "savepath");
     if (!ipncid || !path || !target)
         return finish(request, type, ServiceCode::BadRequest, 0);
+    if (path->rfind(logPrefix, 0) == 0)
+        return downloadLog(request, *ipncid, path->substr(std::string(logPrefix).size()), *target);
     auto found = lookUp(*ipncid, device::Right::Record);
     if (const auto* const code = std::get_if<ServiceCode>(&found))
         return finish(request, type, *code, 0);
@@ -222,6 +228,39 @@ void DeviceFiles::download(const Pointer& request, const Json& message) {
         const ServiceCode code = bytes.empty() ? ServiceCode::FileError : save(*request, bytes, target, progress);
         finish(request, type, code, bytes.size());
     });
+}
+
+ServiceCode DeviceFiles::mayReadLog(const std::string& ipncid, const std::string& name) {
+    const auto caller = parts_.session.current();
+    if (!caller)
+        return ServiceCode::NotSignedIn;
+    return parts_.database.read("look for an alarm's sensor data", [&](soci::session& sql) {
+        const auto placed = device::visibleDevice(sql, caller->id, ipncid, parts_.cameras);
+        if (!placed)
+            return ServiceCode::UnknownDevice;
+        if (!device::allows(*placed, device::Right::Param))
+            return ServiceCode::NoRight;
+        return SensorLog::isName(name) && store::hasSavelog(sql, ipncid, name) ? ServiceCode::Done
+                                                                               : ServiceCode::NotFound;
+    });
+}
+
+void DeviceFiles::downloadLog(const Pointer& request, const std::string& ipncid, const std::string& name,
+                              const fs::path& target) {
+    constexpr auto type = "downsdfile";
+    const ServiceCode allowed = mayReadLog(ipncid, name);
+    if (allowed != ServiceCode::Done)
+        return finish(request, type, allowed, 0);
+    parts_.files.post(
+        [this, request, target, file = parts_.datFolder / fs::path(std::u8string(name.begin(), name.end()))] {
+            std::ifstream in(file, std::ios::binary);
+            const std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(in), {}};
+            const auto progress = [&](std::size_t done) {
+                request->respond(flowText(type, request->id(), ServiceCode::Done, "progress", done, bytes.size()));
+            };
+            const ServiceCode code = bytes.empty() ? ServiceCode::NotFound : save(*request, bytes, target, progress);
+            finish(request, type, code, bytes.size());
+        });
 }
 
 std::vector<std::uint8_t> DeviceFiles::bytesOf(const Found& camera, const device::CardFile& file,

@@ -38,6 +38,7 @@ public:
         Worker& files; ///< one thread; outlived by this
         const std::atomic<bool>& stopping;
         std::filesystem::path loopFolder;
+        std::filesystem::path datFolder; ///< of the sensor data of alarms
     };
 
     explicit DeviceFiles(Parts parts);
@@ -63,6 +64,10 @@ private:
     /// A loop camera that the account may ask for its files, or why not.
     std::variant<ServiceCode, Found> lookUp(const std::string& ipncid, device::Right right);
     void list(const Pointer& request, const Json& wishes, const Json& message);
+    /// "downsdfile" of the sensor data of an alarm.
+    void downloadLog(const Pointer& request, const std::string& ipncid, const std::string& name,
+                     const std::filesystem::path& target);
+    ServiceCode mayReadLog(const std::string& ipncid, const std::string& name);
     Reply remove(const std::string& ipncid, const Json& paths);
     [[nodiscard]] bool isCancelled(const Request& request) const { return parts_.stopping || request.hasEnded(); }
 

@@ -3,6 +3,7 @@
 #include "api/SocketDelegate.h"
 #include "base/Log.h"
 #include "service/ComputerId.h"
+#include "service/ConfiguredBoards.h"
 #include "store/Accounts.h"
 #include "store/DatabaseFile.h"
 #include "world/FirstWorld.h"
@@ -26,7 +27,9 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
     , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
-    openStore(options, device::loadServiceConfig(root_));
+    device::ServiceConfig config = device::loadServiceConfig(root_);
+    const auto notices = config.notices;
+    openStore(options, std::move(config));
     accounts_.load();
     deviceWatch_ = std::make_unique<DeviceWatch>([this] {
         service_.post([this] { settleDevices(); });
@@ -37,33 +40,43 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
         CameraFinder::Parts{requests_, found_, network_, stopping_, options.discovery, hub.socketDelegate});
     cameraControl_ =
         std::make_unique<CameraControl>(CameraControl::Parts{requests_, cameraTalk_, stopping_, hub.socketDelegate});
-    deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{database_, cameras_, loops_, accounts_.session(),
-                                                                    requests_, files_, stopping_, hub.loopFolder});
+    deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{
+        database_, cameras_, loops_, accounts_.session(), requests_, files_, stopping_, hub.loopFolder, datFolder()});
     hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
+    alarms_ = makeAlarms(options, notices);
+    startSensors(options);
 }
 
 Engine::~Engine() = default;
 
+std::filesystem::path Engine::datFolder() const {
+    std::filesystem::path folder = storeFile_;
+    folder += ".dat";
+    return folder;
+}
+
 void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
-    const auto storePath = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
+    storeFile_ = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
     store::StoreContent content;
     content.fill = [this](soci::session& sql) {
         world::fillFirstWorld(sql, [this](const std::string& password) { return accounts_.hasher().hash(password); });
     };
     content.upgrade = world::fillWaiting;
-    auto opened = store::openDatabaseFile(storePath, options.storeTimeout, *clock_, content);
+    auto opened = store::openDatabaseFile(storeFile_, options.storeTimeout, *clock_, content);
     if (!opened.notice.empty())
         notice(opened.notice);
+    retention_ = config.samples;
     outbox_ = std::make_unique<service::Outbox>(root_, config.smsGateway, *clock_);
     watch_ =
         std::make_unique<StoreWatch>(std::move(opened.changes), [this] { service_.post([this] { lookAround(); }); });
     if (opened.session) {
-        key_ = store::StoreKey::beside(storePath);
+        key_ = store::StoreKey::beside(storeFile_);
         database_.use(std::move(opened.session));
         const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
             cameras_.enter(sql, std::move(config.cameras), config.mistakes);
+            service::enterConfiguredBoards(sql, config.boards, key_, config.mistakes);
             return ServiceCode::Done;
         });
         if (code != ServiceCode::Done)
@@ -73,6 +86,44 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
         logLine(mistake.english());
         notice(mistake.chinese());
     }
+}
+
+void Engine::startSensors(const RuntimeOptions& options) {
+    const auto changed = [this](std::vector<sensor::Reading> readings) {
+        if (!accounts_.session().current())
+            return;
+        service_.post([this, told = std::move(readings)] {
+            if (const Json message = sensorRequests_->updateOf(told, *clock_); !message.is_null())
+                channel_.deliver(toText(message));
+        });
+    };
+    sensors_ = std::make_unique<SensorService>(SensorService::Parts{
+        database_, cameras_, key_, *hub_, *clock_, latest_, root_, storeFile_, retention_, changed, [this] {
+            alarms_->desk().attach(*sensors_);
+        }});
+    sensors_->join(alarms_->desk());
+    sensorRequests_ = std::make_unique<SensorRequests>(
+        SensorRequests::Parts{database_, cameras_, accounts_.session(), *sensors_, requests_});
+    if (!options.sensors)
+        return;
+    if (const std::string wrong = sensors_->start(); !wrong.empty())
+        notice(wrong);
+}
+
+std::unique_ptr<AlarmService> Engine::makeAlarms(const RuntimeOptions& options,
+                                                 std::optional<device::NoticesConfig> config) {
+    return std::make_unique<AlarmService>(AlarmService::Parts{
+        database_, cameras_, *clock_, accounts_.session(), *outbox_, *hub_, std::move(config),
+        store::watchDatabaseFile(storeFile_, options.storeTimeout), datFolder(), root_, options.followsVideo,
+        [this](std::function<void()> task) { service_.post(std::move(task)); },
+        [this](const std::string& text) { return channel_.deliver(text); },
+        [this](const std::string& text) {
+            notice(text);
+            service_.post([this] { deliverNotices(); });
+        },
+        [this](const std::string& ipncid) {
+            return video_->lightStream(ipncid);
+        }});
 }
 
 media::HubOptions Engine::hubOptions() {
@@ -123,6 +174,7 @@ void Engine::lookAround() {
         loggedOut(*look.logout);
     else if (look.listsChanged)
         listsChanged();
+    alarms_->look();
 }
 
 void Engine::settleDevices() {
@@ -135,6 +187,7 @@ void Engine::settleDevices() {
 void Engine::loggedOut(const std::string& reason) {
     watch_->setActive(false);
     video_->closeAll(media::StreamError::NotSignedIn);
+    alarms_->look();
     Json message = {{"type", "logout"}};
     if (!reason.empty())
         message["reason"] = reason;
@@ -143,6 +196,8 @@ void Engine::loggedOut(const std::string& reason) {
 
 void Engine::listsChanged() {
     video_->closeForbidden();
+    sensors_->boardsChanged();
+    alarms_->listsChanged();
     tell({{"type", "freshlist"}});
 }
 
@@ -242,7 +297,10 @@ void Engine::stop() {
     outbox_->cancel();
     service_.finish();
     messages_.finish(true);
-    hub_->stop(); // before the pictures: it breaks off those that are under way
+    hub_->stop();    // before the pictures: it breaks off those that are under way
+    alarms_->stop(); // before the sensors: it switches off what plans have switched on
+    sensors_->stop();
+    sensorRequests_->stop();
     pictures_.finish(true);
     files_.finish(true);
     cameraTalk_.finish(true);

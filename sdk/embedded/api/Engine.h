@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/AlarmService.h"
 #include "api/CallbackKeeper.h"
 #include "api/CameraControl.h"
 #include "api/CameraFinder.h"
@@ -7,6 +8,8 @@
 #include "api/DeviceFiles.h"
 #include "api/DeviceWatch.h"
 #include "api/Request.h"
+#include "api/SensorRequests.h"
+#include "api/SensorService.h"
 #include "api/StoreWatch.h"
 #include "api/VideoHub.h"
 #include "api/VideoService.h"
@@ -20,6 +23,7 @@
 #include "device/ServiceConfig.h"
 #include "ipncsdk/ZELIPNCSDK.h"
 #include "onvif/Discovery.h"
+#include "sensor/LatestValues.h"
 #include "service/AccountService.h"
 #include "service/Documents.h"
 #include "service/Outbox.h"
@@ -45,6 +49,8 @@ struct RuntimeOptions {
     service::PasswordHasher::Cost passwordCost = service::PasswordHasher::interactive();
     std::chrono::milliseconds storeTimeout{5000}; ///< how long another program may hold the store
     onvif::DiscoveryOptions discovery;            ///< how "freshlocal" searches
+    bool sensors = true;                          ///< boards are read, here or by another process on the store
+    bool followsVideo = true; ///< cameras with linkage plans are followed, for recordings that begin before an alarm
 };
 
 /// Everything that lives between start-up and clean-up. All members are callable from any thread, also from inside
@@ -82,7 +88,12 @@ private:
     static Handler find(const std::vector<Route>& routes, const std::string& name);
 
     media::HubOptions hubOptions();
+    /// Where the sensor data of alarms lie, for all processes on the store.
+    [[nodiscard]] std::filesystem::path datFolder() const;
     void openStore(const RuntimeOptions& options, device::ServiceConfig config);
+    std::unique_ptr<AlarmService> makeAlarms(const RuntimeOptions& options,
+                                             std::optional<device::NoticesConfig> config);
+    void startSensors(const RuntimeOptions& options);
     void notice(const std::string& text);
     void deliverNotices();
     /// Acts on what others have done to the session or to the lists of its account. On the service worker; at the
@@ -137,12 +148,15 @@ private:
     RequestTable requests_;
     std::mutex noticeMutex_;
     std::vector<std::string> notices_; ///< guarded by noticeMutex_; wait for a client callback
+    std::filesystem::path storeFile_;  ///< set at start-up, then read only
     store::Database database_;
     store::StoreKey key_; ///< set at start-up, then read only
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
     device::FoundCameras found_;
-    service::Documents documents_{database_, cameras_, found_, accounts_};
+    sensor::LatestValues latest_;
+    sensor::SampleRetention retention_;
+    service::Documents documents_{database_, cameras_, found_, accounts_, latest_};
     device::LoopDevices loops_{clock_};
     device::DeviceRequests devices_{database_, cameras_, key_, loops_};
     std::unique_ptr<VideoHub> hub_;
@@ -157,8 +171,11 @@ private:
     std::unique_ptr<CameraControl> cameraControl_;
     std::unique_ptr<VideoService> video_;
     std::unique_ptr<DeviceFiles> deviceFiles_;
+    std::unique_ptr<SensorService> sensors_;
+    std::unique_ptr<SensorRequests> sensorRequests_;
     std::unique_ptr<StoreWatch> watch_;
     std::unique_ptr<DeviceWatch> deviceWatch_;
+    std::unique_ptr<AlarmService> alarms_;
 };
 
 } // namespace ipncsdk::api

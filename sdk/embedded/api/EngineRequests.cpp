@@ -51,6 +51,7 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
     if (before && after && !service::isSameAccount(before, after))
         video_->closeAll(media::StreamError::NotSignedIn);
     watch_->setActive(after.has_value());
+    alarms_->look();
     const auto response = [&](const Reply& reply) {
         return responseText("urlreq", request->id(), reply, {{"clienttype", echo(operation)}});
     };
@@ -67,8 +68,7 @@ void Engine::sendMessage(const RequestPointer& request, const service::TextMessa
                          const std::string& response, const std::string& refusal) {
     messages_.post([this, request, message, response, refusal] {
         const service::Outbox::Sent sent = outbox_->send(message);
-        if (!sent.done)
-            accounts_.withdraw(message);
+        accounts_.settle(message, sent.done);
         service_.post([this, request, sent, text = sent.done ? response : refusal] {
             respond(request, text);
             if (sent.told)
@@ -81,6 +81,8 @@ void Engine::deviceRequest(const RequestPointer& request, const Json& message) {
     lookAround();
     if (DeviceFiles::isAboutFiles(message))
         return deviceFiles_->cardRequest(request, message);
+    if (SensorRequests::isAboutBoards(message))
+        return sensorRequests_->boardRequest(request, message);
     const auto caller = accounts_.session().current();
     auto answer = caller ? devices_.parameters(caller->id, message)
                          : device::DeviceAnswer{ServiceCode::NotSignedIn, std::nullopt};
@@ -110,6 +112,8 @@ void Engine::newestVersionRequest(const RequestPointer& request, const Json& mes
 
 void Engine::serverRequest(const RequestPointer& request, const Json& message) {
     lookAround();
+    if (SensorRequests::isAboutSamples(message))
+        return sensorRequests_->sampleRequest(request, message);
     const auto caller = accounts_.session().current();
     const Reply reply = caller ? devices_.serverData(caller->id, message) : Reply(ServiceCode::NotSignedIn);
     respond(request, responseText("serverreq", request->id(), reply));

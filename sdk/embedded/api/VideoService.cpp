@@ -1,5 +1,6 @@
 #include "api/VideoService.h"
 
+#include "api/DeviceStream.h"
 #include "api/VideoMessages.h"
 #include "base/Text.h"
 #include "device/AddedCameras.h"
@@ -140,18 +141,6 @@ std::string changeText(StreamError outcome, Json more = Json::object()) {
     more["type"] = "avchange";
     more["retcode"] = static_cast<int>(outcome);
     return toText(more);
-}
-
-/// `camera` is null for a recorded scene.
-media::Source sourceOf(const store::Device& device, const device::NetworkCamera* camera, bool mainStream,
-                       const std::filesystem::path& root) {
-    if (camera != nullptr) {
-        const std::string& url = mainStream ? camera->mainUrl : camera->lightUrl;
-        if (const auto file = device::parseFileAddress(url))
-            return media::FileSource{root / *file};
-        return media::RtspSource{url, camera->user, camera->password};
-    }
-    return media::LoopSource{device.name, static_cast<int>(device.scene), static_cast<unsigned>(device.phase)};
 }
 
 } // namespace
@@ -354,6 +343,15 @@ VideoService::Found VideoService::streamFor(const media::Subscription& wishes, b
         stream->openTimeout = wishes.openTimeout;
     }
     return found;
+}
+
+std::optional<media::Subscription> VideoService::lightStream(const std::string& ipncid) {
+    media::Subscription wishes;
+    wishes.camera = ipncid;
+    wishes.coded = true;
+    Found found = streamFor(wishes, false);
+    auto* const stream = std::get_if<media::Subscription>(&found);
+    return stream != nullptr ? std::make_optional(std::move(*stream)) : std::nullopt;
 }
 
 VideoService::Found VideoService::streamAt(const Json& message) const {

@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -57,6 +58,9 @@ public:
     void closeForbidden();
     /// Closes every stream with `reason`. On the service worker.
     void closeAll(media::StreamError reason);
+
+    /// A camera's light stream in coded form; nothing when who is signed in may not have it now.
+    std::optional<media::Subscription> lightStream(const std::string& ipncid);
 
 private:
     using Found = std::variant<media::StreamError, media::Subscription>;

@@ -8,8 +8,9 @@
 
 namespace ipncsdk {
 
-std::string localTime(const Clock& clock, const char* format) {
-    const std::time_t now = std::chrono::system_clock::to_time_t(clock.now());
+namespace {
+
+std::string written(std::time_t now, const char* format) {
     std::tm local{};
 #if defined(_WIN32)
     localtime_s(&local, &now);
@@ -20,6 +21,16 @@ std::string localTime(const Clock& clock, const char* format) {
     text.imbue(std::locale::classic());
     text << std::put_time(&local, format);
     return text.str();
+}
+
+} // namespace
+
+std::string localTime(const Clock& clock, const char* format) {
+    return written(std::chrono::system_clock::to_time_t(clock.now()), format);
+}
+
+std::string localTime(long long milliseconds, const char* format) {
+    return written(static_cast<std::time_t>(milliseconds / 1000), format);
 }
 
 } // namespace ipncsdk

@@ -22,8 +22,6 @@ namespace ipncsdk::device {
 
 namespace {
 
-constexpr std::size_t mostInputs = 2000;
-
 constexpr auto loopOrigin = "loop";
 constexpr auto netName = "netstate";
 constexpr auto upgradeName = "upgradestate";
@@ -349,8 +347,6 @@ Reply DeviceRequests::serverData(store::AccountId account, const Json& message) 
         return ServiceCode::BadRequest;
     if (*type == "ipncstate")
         return stateOf(account, message);
-    if (*type == "sensordatareq")
-        return sensorData(message);
     return ServiceCode::NotSupported;
 }
 
@@ -376,22 +372,6 @@ Reply DeviceRequests::stateOf(store::AccountId account, const Json& message) {
     if (code != ServiceCode::Done)
         return code;
     return Reply(Json{{"ipncid", *ipncid}, {"online", online}});
-}
-
-Reply DeviceRequests::sensorData(const Json& message) {
-    const Json* request = memberAt(message["serverreq"], "sensordatareq");
-    const Json* inputs = request != nullptr ? memberAt(*request, "inputid") : nullptr;
-    if (inputs == nullptr || !inputs->is_array() || inputs->size() > mostInputs)
-        return ServiceCode::BadRequest;
-    // No samples are stored yet: every input that is asked for has none.
-    Json samples = Json::object();
-    for (const Json& input : *inputs) {
-        const auto pid = integerOf(input);
-        if (!pid)
-            return ServiceCode::BadRequest;
-        samples[std::to_string(*pid)] = {{"datas", Json::array()}};
-    }
-    return Reply(Json{{"sensordataresp", std::move(samples)}});
 }
 
 } // namespace ipncsdk::device

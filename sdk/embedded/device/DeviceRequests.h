@@ -54,7 +54,6 @@ private:
     ServiceCode readBesides(const store::Device& device, const Json& names, Json& read);
     bool upgradeFits(const store::Device& device, const Json& upgrade);
     Reply stateOf(store::AccountId account, const Json& message);
-    static Reply sensorData(const Json& message);
 
     store::Database& database_;
     NetworkCameras& cameras_;

@@ -1,7 +1,5 @@
 #include "device/LineJson.h"
 
-#include "base/JsonText.h"
-
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -57,10 +55,14 @@ public:
         : counter_(counter) {}
 
     bool null() override { return add(LineNode::Kind::Null), true; }
-    bool boolean(bool) override { return add(LineNode::Kind::Flag), true; }
-    bool number_integer(number_integer_t) override { return add(LineNode::Kind::Number), true; }
-    bool number_unsigned(number_unsigned_t) override { return add(LineNode::Kind::Number), true; }
-    bool number_float(number_float_t, const string_t&) override { return add(LineNode::Kind::Number), true; }
+    bool boolean(bool value) override { return scalar(LineNode::Kind::Flag, value ? "true" : "false"); }
+    bool number_integer(number_integer_t value) override {
+        return scalar(LineNode::Kind::Number, std::to_string(value));
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return scalar(LineNode::Kind::Number, std::to_string(value));
+    }
+    bool number_float(number_float_t, const string_t& text) override { return scalar(LineNode::Kind::Number, text); }
     bool string(string_t& value) override {
         add(LineNode::Kind::Text).text = std::move(value);
         return true;
@@ -89,6 +91,10 @@ private:
         node->line = counter_.line;
         return *node;
     }
+    bool scalar(LineNode::Kind kind, std::string text) {
+        add(kind).text = std::move(text);
+        return true;
+    }
     bool open(LineNode::Kind kind) {
         open_.push_back(&add(kind));
         return true;
@@ -103,6 +109,31 @@ private:
 };
 
 } // namespace
+
+Json toJson(const LineNode& node) {
+    Json json;
+    switch (node.kind) {
+    case LineNode::Kind::Null:
+        break;
+    case LineNode::Kind::Flag:
+    case LineNode::Kind::Number:
+        return Json::parse(node.text, nullptr, false);
+    case LineNode::Kind::Text:
+        return node.text;
+    case LineNode::Kind::List:
+        json = Json::array();
+        for (const LineNode& item : node.items)
+            json.push_back(toJson(item));
+        break;
+    case LineNode::Kind::Object:
+        json = Json::object();
+        // Of two members with one name the first counts, as everywhere in the file.
+        for (const LineMember& member : node.members)
+            json.emplace(member.key, toJson(member.value));
+        break;
+    }
+    return json;
+}
 
 LineParse parseWithLines(std::string_view text) {
     LineParse result;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/JsonText.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +16,7 @@ struct LineNode {
 
     Kind kind = Kind::Null;
     int line = 1;                    ///< from 1; for lists and objects the line of the opening bracket
-    std::string text;                ///< of a `Text`
+    std::string text;                ///< of a `Text`; of a number or flag as JSON writes it
     std::vector<LineNode> items;     ///< of a `List`
     std::vector<LineMember> members; ///< of an `Object`, in the order of the file, doubles included
 };
@@ -24,6 +26,9 @@ struct LineMember {
     int line = 1; ///< of the key
     LineNode value;
 };
+
+/// The value without its lines.
+Json toJson(const LineNode& node);
 
 struct LineParse {
     bool ok = false;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
@@ -23,6 +24,7 @@ using Kind = ConfigMistake::Kind;
 constexpr std::size_t longestText = 256;
 constexpr std::size_t longestPath = 1024;
 constexpr std::size_t mostCameras = 1000;
+constexpr std::size_t mostBoards = 1000;
 
 constexpr auto emptyConfig = R"({
   "store": "service/service.db",
@@ -55,6 +57,10 @@ constexpr std::array mistakeTexts = {
     MistakeText{Kind::IdTaken, "a device of the service has this id", "设备编号已被其它设备使用"},
     MistakeText{Kind::BadGateway, "this is not an address of the form http(s)://host[:port]/path",
                 "不是 http(s)://主机[:端口]/路径 形式的地址"},
+    MistakeText{Kind::BadNumber, "this is not a whole number within its limits", "不是允许范围内的整数"},
+    MistakeText{Kind::NoDevice, "there is no such device", "没有该编号的设备"},
+    MistakeText{Kind::BadBoard, "the board can't be entered", "传感器无法加入"},
+    MistakeText{Kind::BadBroker, "this is not an address of the form host[:port]", "不是 主机[:端口] 形式的地址"},
 };
 
 const MistakeText& textOf(Kind kind) {
@@ -213,6 +219,99 @@ void readGateway(const LineMember& member, ServiceConfig& config) {
         config.smsGateway = std::move(gateway);
 }
 
+void readRetention(const LineMember& member, ServiceConfig& config) {
+    constexpr std::int64_t mostRawDays = 3650;
+    constexpr std::int64_t mostMinuteDays = 36500;
+    if (member.value.kind != LineNode::Kind::Object) {
+        config.mistakes.push_back({Kind::WrongType, member.value.line, "samples"});
+        return;
+    }
+    ObjectReader reader(member.value, "samples.", config.mistakes);
+    reader.checkKeys({"rawdays", "minutedays"});
+    const auto days = [&](const char* key, std::int64_t most, int& value) {
+        const LineMember* const entry = reader.find(key);
+        if (entry == nullptr)
+            return;
+        const auto number = integerOf(toJson(entry->value));
+        if (number && *number >= 1 && *number <= most)
+            value = static_cast<int>(*number);
+        else
+            reader.note(Kind::BadNumber, entry->value.line, key);
+    };
+    days("rawdays", mostRawDays, config.samples.rawDays);
+    days("minutedays", mostMinuteDays, config.samples.minuteDays);
+}
+
+void readBoard(const LineNode& node, const std::string& path, ServiceConfig& config) {
+    if (node.kind != LineNode::Kind::Object) {
+        config.mistakes.push_back({Kind::WrongType, node.line, path});
+        return;
+    }
+    ObjectReader reader(node, path + ".", config.mistakes);
+    reader.checkKeys({"ipncid", "sensorinfo"});
+    ConfiguredBoard board;
+    board.line = node.line;
+    board.key = path;
+    const bool usable = reader.required("ipncid", Kind::BadId, isDeviceId, board.ipncid);
+    const LineMember* const info = reader.find("sensorinfo");
+    if (info == nullptr)
+        return reader.note(Kind::Missing, node.line, "sensorinfo");
+    if (info->value.kind != LineNode::Kind::Object)
+        return reader.note(Kind::WrongType, info->value.line, "sensorinfo");
+    board.board = toJson(info->value);
+    if (usable)
+        config.boards.push_back(std::move(board));
+}
+
+void readBoards(const LineMember& member, ServiceConfig& config) {
+    if (member.value.kind != LineNode::Kind::List) {
+        config.mistakes.push_back({Kind::WrongType, member.value.line, "sensors"});
+        return;
+    }
+    for (std::size_t i = 0; i < member.value.items.size() && i < mostBoards; ++i)
+        readBoard(member.value.items[i], "sensors[" + std::to_string(i) + "]", config);
+}
+
+/// Splits host[:port] into the config's host and port.
+bool readBroker(const std::string& address, NoticesConfig& notices) {
+    const std::size_t colon = address.rfind(':');
+    notices.host = address.substr(0, colon);
+    if (notices.host.empty() || notices.host.find_first_of(" /\\@:") != std::string::npos ||
+        !isPlainText(notices.host, longestText))
+        return false;
+    if (colon == std::string::npos)
+        return true;
+    constexpr int highestPort = 65535;
+    const char* const last = address.data() + address.size();
+    const auto [end, error] = std::from_chars(address.data() + colon + 1, last, notices.port);
+    return error == std::errc() && end == last && notices.port > 0 && notices.port <= highestPort;
+}
+
+void readNotices(const LineMember& member, ServiceConfig& config) {
+    if (member.value.kind != LineNode::Kind::Object) {
+        config.mistakes.push_back({Kind::WrongType, member.value.line, "notices"});
+        return;
+    }
+    ObjectReader reader(member.value, "notices.", config.mistakes);
+    reader.checkKeys({"broker", "user", "password", "topic"});
+    NoticesConfig notices;
+    std::string broker;
+    // Wildcards are for those who listen; a slash at an end would make a level without a name.
+    const auto isTopic = [](const std::string& topic) {
+        return !topic.empty() && isPlainText(topic, longestText) && topic.find_first_of("#+$") == std::string::npos &&
+               topic.front() != '/' && topic.back() != '/';
+    };
+    const auto isBroker = [&notices](const std::string& address) {
+        return readBroker(address, notices);
+    };
+    bool usable = reader.required("broker", Kind::BadBroker, isBroker, broker);
+    usable = reader.text("user", longestText, notices.user) && usable;
+    usable = reader.text("password", longestText, notices.password) && usable;
+    usable = reader.optional("topic", Kind::BadText, isTopic, notices.topic) && usable;
+    if (usable)
+        config.notices = std::move(notices);
+}
+
 bool isStorePath(const std::string& path) {
     return !path.empty() && isPlainText(path, longestPath) && path.find('"') == std::string::npos;
 }
@@ -240,7 +339,7 @@ std::string ConfigMistake::english() const {
 
 std::string ConfigMistake::chinese() const {
     return std::string(configFileName) + (line > 0 ? " 第 " + std::to_string(line) + " 行" : "") +
-           (key.empty() ? "" : " \"" + key + "\"") + ": " + textOf(kind).chinese;
+           (key.empty() ? "" : " \"" + key + "\"") + ": " + textOf(kind).chinese + (text.empty() ? "" : ": " + text);
 }
 
 ServiceConfig parseServiceConfig(std::string_view text) {
@@ -255,12 +354,18 @@ ServiceConfig parseServiceConfig(std::string_view text) {
         return config;
     }
     ObjectReader reader(parsed.root, {}, config.mistakes);
-    reader.checkKeys({"store", "smsgateway", "cameras"});
+    reader.checkKeys({"store", "smsgateway", "notices", "cameras", "samples", "sensors"});
     reader.optional("store", Kind::BadText, isStorePath, config.store);
     if (const LineMember* gateway = reader.find("smsgateway"); gateway != nullptr)
         readGateway(*gateway, config);
+    if (const LineMember* notices = reader.find("notices"); notices != nullptr)
+        readNotices(*notices, config);
     if (const LineMember* cameras = reader.find("cameras"); cameras != nullptr)
         readCameras(*cameras, config);
+    if (const LineMember* samples = reader.find("samples"); samples != nullptr)
+        readRetention(*samples, config);
+    if (const LineMember* sensors = reader.find("sensors"); sensors != nullptr)
+        readBoards(*sensors, config);
     return config;
 }
 

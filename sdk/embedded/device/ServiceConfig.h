@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/JsonText.h"
+#include "sensor/SampleRetention.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -27,6 +30,23 @@ struct SmsGatewayConfig {
     std::string token; ///< sent as a bearer token unless empty
 };
 
+/// A board that is entered into a device at each start.
+struct ConfiguredBoard {
+    std::string ipncid;
+    Json board;
+    int line = 0;    ///< of its entry in the file
+    std::string key; ///< such as "sensors[0]"
+};
+
+/// The MQTT broker that takes notices for the phone app.
+struct NoticesConfig {
+    std::string host;
+    int port = 1883;
+    std::string user; ///< empty: none
+    std::string password;
+    std::string topic = "notices"; ///< notices go to TOPIC/<phone number>
+};
+
 struct ConfigMistake {
     enum class Kind {
         Unreadable,
@@ -41,11 +61,16 @@ struct ConfigMistake {
         DuplicateKey,
         UnknownGroup,
         IdTaken,
-        BadGateway
+        BadGateway,
+        BadNumber,
+        NoDevice,
+        BadBoard,
+        BadBroker
     };
     Kind kind = Kind::NotJson;
-    int line = 0;    ///< from 1; 0 when no line is meant
-    std::string key; ///< such as "cameras[1].main"
+    int line = 0;          ///< from 1; 0 when no line is meant
+    std::string key;       ///< such as "cameras[1].main"
+    std::string text = {}; ///< what is wrong in further words, Chinese; may be empty
 
     /// For the log.
     [[nodiscard]] std::string english() const;
@@ -57,6 +82,9 @@ struct ServiceConfig {
     std::string store = "service/service.db"; ///< UTF-8; relative to the data root
     std::vector<NetworkCamera> cameras;
     std::optional<SmsGatewayConfig> smsGateway;
+    sensor::SampleRetention samples;
+    std::vector<ConfiguredBoard> boards;
+    std::optional<NoticesConfig> notices; ///< nothing when the entry is missing or has a mistake
     std::vector<ConfigMistake> mistakes;
 };
 

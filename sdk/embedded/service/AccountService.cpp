@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "service/Operations.h"
+#include "store/Notices.h"
 #include "store/Schema.h"
 #include "store/Sessions.h"
 
@@ -94,9 +95,14 @@ void AccountService::noteRevision() {
     });
 }
 
-void AccountService::withdraw(const TextMessage& message) {
-    database_.change("take a message back", [&](soci::session& sql) {
-        VerificationCodes::withdraw(sql, message);
+void AccountService::settle(const TextMessage& message, bool sent) {
+    database_.change("note what became of a message", [&](soci::session& sql) {
+        if (!sent)
+            VerificationCodes::withdraw(sql, message);
+        if (const auto account = store::accountByPhone(sql, message.phone))
+            store::insertSmsRecord(sql,
+                                   {0, account->id, message.phone, account->nickname, message.madeAt,
+                                    VerificationCodes::withoutCode(message.text), "code", sent ? "ok" : "error", ""});
         return ServiceCode::Done;
     });
 }

@@ -29,7 +29,7 @@ public:
     struct Outcome {
         Reply reply;
         bool listsChanged = false;          ///< the client must read the device lists again
-        std::optional<TextMessage> message; ///< to be sent before the reply; when that fails it is `withdraw`n
+        std::optional<TextMessage> message; ///< to be sent before the reply; then it is to be `settle`d
         std::optional<std::string> logout;  ///< the session is over, with the reason as "logout" tells it
     };
 
@@ -48,8 +48,9 @@ public:
     };
     Look look();
 
-    /// Forgets a message that could not be handed over. Any thread.
-    void withdraw(const TextMessage& message);
+    /// Enters a code's message into the records of the number's account, without the code; forgets one that could not
+    /// be handed over. Any thread.
+    void settle(const TextMessage& message, bool sent);
 
     [[nodiscard]] const Session& session() const { return session_; }
     /// True when the session still holds by the store. In the caller's transaction; any thread.

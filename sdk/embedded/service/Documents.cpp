@@ -3,6 +3,8 @@
 #include "device/DeviceRequests.h"
 #include "device/NetworkSettings.h"
 #include "device/Rights.h"
+#include "service/BoardRecords.h"
+#include "service/LinkageRecords.h"
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
@@ -10,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ipncsdk::service {
 
@@ -23,30 +26,36 @@ Json storedJson(const std::string& text, const Json& otherwise) {
     return value.is_discarded() || value.type() != otherwise.type() ? otherwise : value;
 }
 
-Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras) {
+Json deviceRecord(const store::PlacedDevice& placed, const device::NetworkCameras& cameras,
+                  const sensor::LatestValues& latest, Json linkages) {
     const store::Device& device = placed.device;
+    const bool online = device::isOnline(device, cameras);
+    BoardRecords boards(device.interfaces, device.extend);
+    showToClients(boards, latest, online);
     return {{"ipncid", device.ipncid},
             {"name", device.name},
             {"nickname", placed.nickname},
             {"type", device.type},
-            {"online", device::isOnline(device, cameras)},
+            {"online", online},
             {"groupid", std::to_string(placed.group)},
             {"authority", device::authorityOf(placed)},
             {"info", storedJson(device.info, Json::object())},
-            {"interfaces", storedJson(device.interfaces, Json::array())},
-            {"linkages", Json::array()},
-            {"extend", storedJson(device.extend, Json::object())},
+            {"interfaces", boards.interfaces()},
+            {"linkages", std::move(linkages)},
+            {"extend", boards.extend()},
             {"video", storedJson(device.video, Json::object())}};
 }
 
 } // namespace
 
 Documents::Documents(store::Database& database, const device::NetworkCameras& cameras,
-                     const device::FoundCameras& found, const AccountService& accounts)
+                     const device::FoundCameras& found, const AccountService& accounts,
+                     const sensor::LatestValues& latest)
     : database_(database)
     , cameras_(cameras)
     , found_(found)
-    , accounts_(accounts) {}
+    , accounts_(accounts)
+    , latest_(latest) {}
 
 bool Documents::isKnown(std::string_view name) {
     return std::find(documentNames.begin(), documentNames.end(), name) != documentNames.end();
@@ -106,11 +115,13 @@ std::optional<Json> Documents::deviceList() const {
         if (!accounts_.holds(sql, *caller))
             return ServiceCode::Done;
         std::map<store::GroupId, Json> members;
+        auto plans = store::allPlans(sql);
         for (const store::PlacedDevice& placed : store::devicesOf(sql, caller->id)) {
             const std::string& id = placed.device.ipncid;
             if (placed.device.origin == "config" && cameras_.find(id) == nullptr)
                 continue;
-            devices.push_back(deviceRecord(placed, cameras_));
+            Json linkages = device::allows(placed, device::Right::Param) ? linkagesOf(plans[id]) : Json::array();
+            devices.push_back(deviceRecord(placed, cameras_, latest_, std::move(linkages)));
             members[placed.group].push_back(id);
         }
         for (const store::Group& group : store::groupsOf(sql, caller->id)) {

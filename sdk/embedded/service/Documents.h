@@ -3,6 +3,7 @@
 #include "base/JsonText.h"
 #include "device/FoundCameras.h"
 #include "device/NetworkCameras.h"
+#include "sensor/LatestValues.h"
 #include "service/AccountService.h"
 #include "store/Database.h"
 
@@ -15,7 +16,7 @@ namespace ipncsdk::service {
 class Documents final {
 public:
     Documents(store::Database& database, const device::NetworkCameras& cameras, const device::FoundCameras& found,
-              const AccountService& accounts);
+              const AccountService& accounts, const sensor::LatestValues& latest);
 
     /// True when there is a document of this name.
     static bool isKnown(std::string_view name);
@@ -35,6 +36,7 @@ private:
     const device::NetworkCameras& cameras_;
     const device::FoundCameras& found_;
     const AccountService& accounts_;
+    const sensor::LatestValues& latest_;
 };
 
 } // namespace ipncsdk::service

@@ -81,6 +81,21 @@ Reply moveDeviceIndex(const OperationContext& context, const Json& params);
 Reply addIpnc(const OperationContext& context, const Json& params);
 Reply deleteIpnc(const OperationContext& context, const Json& params);
 
+Reply sensorType(const OperationContext& context, const Json& params);
+Reply moduleInterface(const OperationContext& context, const Json& params);
+Reply submitSensorInfo(const OperationContext& context, const Json& params);
+Reply deleteSensor(const OperationContext& context, const Json& params);
+Reply changeSensorInput(const OperationContext& context, const Json& params);
+Reply submitLinkPlan(const OperationContext& context, const Json& params);
+Reply deleteLinkPlan(const OperationContext& context, const Json& params);
+Reply getLinkPlan(const OperationContext& context, const Json& params);
+
+Reply getSysNames(const OperationContext& context, const Json& params);
+Reply getReportRules(const OperationContext& context, const Json& params);
+Reply submitReportRules(const OperationContext& context, const Json& params);
+Reply deleteReportRules(const OperationContext& context, const Json& params);
+Reply getSmsRecords(const OperationContext& context, const Json& params);
+
 Reply getFriends(const OperationContext& context, const Json& params);
 Reply addFriend(const OperationContext& context, const Json& params);
 Reply setFriendParam(const OperationContext& context, const Json& params);

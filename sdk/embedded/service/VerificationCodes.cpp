@@ -88,6 +88,15 @@ void VerificationCodes::withdraw(soci::session& sql, const TextMessage& message)
         store::removeCode(sql, message.phone);
 }
 
+std::string VerificationCodes::withoutCode(const std::string& text) {
+    const std::string before = textWith("");
+    const std::size_t end = before.find("，");
+    std::string hidden = text;
+    for (std::size_t at = end; at < hidden.size() && hidden[at] >= '0' && hidden[at] <= '9'; ++at)
+        hidden[at] = '*';
+    return hidden;
+}
+
 ServiceCode VerificationCodes::check(soci::session& sql, const std::string& phone, const std::string& digits,
                                      const std::string& computer) const {
     const auto code = store::codeOf(sql, phone);

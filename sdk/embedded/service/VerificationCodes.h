@@ -40,6 +40,8 @@ public:
                       TextMessage& message) const;
     /// Takes back what `issue` made when the message could not be handed over: it does not count.
     static void withdraw(soci::session& sql, const TextMessage& message);
+    /// A code's message as records keep it: the digits are asterisks.
+    static std::string withoutCode(const std::string& text);
     /// Compares digits with the code last sent. `CodeWrong` counts as a try, so the transaction must be committed
     /// whatever the result.
     ServiceCode check(soci::session& sql, const std::string& phone, const std::string& digits,

@@ -183,7 +183,14 @@ private:
     long long last_;
 };
 
-std::unique_ptr<ChangeProbe> makeProbe(const fs::path& file, std::chrono::milliseconds busyTimeout) {
+OpenedFile unavailable(const fs::path& file, const std::string& reason) {
+    logLine("the store " + utf8(file) + " can't be used: " + reason);
+    return {nullptr, nullptr, "服务数据库 " + utf8(file.filename()) + " 无法使用: " + reason};
+}
+
+} // namespace
+
+std::unique_ptr<ChangeProbe> watchDatabaseFile(const fs::path& file, std::chrono::milliseconds busyTimeout) {
     try {
         return std::make_unique<DataVersion>(connect(file, busyTimeout));
     } catch (const std::exception& error) {
@@ -191,13 +198,6 @@ std::unique_ptr<ChangeProbe> makeProbe(const fs::path& file, std::chrono::millis
         return nullptr;
     }
 }
-
-OpenedFile unavailable(const fs::path& file, const std::string& reason) {
-    logLine("the store " + utf8(file) + " can't be used: " + reason);
-    return {nullptr, nullptr, "服务数据库 " + utf8(file.filename()) + " 无法使用: " + reason};
-}
-
-} // namespace
 
 OpenedFile openDatabaseFile(const fs::path& file, std::chrono::milliseconds busyTimeout, const Clock& clock,
                             const StoreContent& content) {
@@ -228,7 +228,7 @@ OpenedFile openDatabaseFile(const fs::path& file, std::chrono::milliseconds busy
     } else if (!isIncomplete(inspected) && inspected.finding != Finding::Sound) {
         return unavailable(file, inspected.reason);
     }
-    opened.changes = makeProbe(file, busyTimeout);
+    opened.changes = watchDatabaseFile(file, busyTimeout);
     opened.session = std::move(inspected.session);
     return opened;
 }

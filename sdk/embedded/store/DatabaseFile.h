@@ -49,4 +49,8 @@ struct StoreContent {
 OpenedFile openDatabaseFile(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,
                             const Clock& clock, const StoreContent& content);
 
+/// Another eye on a store that is open; null when it can't be watched.
+std::unique_ptr<ChangeProbe> watchDatabaseFile(const std::filesystem::path& file,
+                                               std::chrono::milliseconds busyTimeout);
+
 } // namespace ipncsdk::store

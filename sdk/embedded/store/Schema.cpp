@@ -148,6 +148,49 @@ constexpr std::array statementsOfVersion2 = {
     " select ipncid, 'word-' || lower(ipncid) from devices where origin = 'loop'",
 };
 
+constexpr std::array statementsOfVersion3 = {
+    // Text messages: how many are left, whom to remind when few are, and at which number.
+    "alter table accounts add column smsleft bigint not null default 200",
+    "alter table accounts add column smsphone varchar(32) not null default ''",
+    "alter table accounts add column smswarn bigint not null default 0",
+
+    // document is the plan as clients sent it, with its id.
+    "create table linkplans ("
+    " id bigint not null primary key,"
+    " ipncid varchar(256) not null references devices(ipncid),"
+    " document text not null)",
+    "create index linkplansofdevice on linkplans (ipncid)",
+
+    // What was raised in the last days, so that every process can tell its client. savelog names the file of sensor
+    // data, message is what clients are told. A device may be gone.
+    "create table alarms ("
+    " id bigint not null primary key,"
+    " ipncid varchar(256) not null,"
+    " madeat bigint not null,"
+    " savelog varchar(128) not null,"
+    " message text not null)",
+    "create index alarmswithlog on alarms (savelog)",
+
+    "create table reportrules ("
+    " id bigint not null primary key,"
+    " accountid bigint not null references accounts(id),"
+    " document text not null)",
+
+    // source names what the message was about, for the limit of one a minute.
+    "create table smsrecords ("
+    " id bigint not null primary key,"
+    " accountid bigint not null references accounts(id),"
+    " phone varchar(32) not null,"
+    " name varchar(256) not null,"
+    " madeat bigint not null,"
+    " text varchar(2000) not null,"
+    " kind varchar(16) not null,"
+    " state varchar(16) not null,"
+    " source varchar(300) not null)",
+    "create index smsrecordsofaccount on smsrecords (accountid, id)",
+    "create index smsrecordsofsource on smsrecords (phone, source, madeat)",
+};
+
 // One statement a table that fails when a column is missing, and costs nothing when none is.
 constexpr std::array probesOfVersion1 = {
     "select count(*) from facts where name = '' and value = ''",
@@ -178,6 +221,15 @@ constexpr std::array probesOfVersion2 = {
     "select count(*) from netcameras where ipncid = '' and sealed = ''",
 };
 
+constexpr std::array probesOfVersion3 = {
+    "select count(*) from accounts where smsleft = 0 and smsphone = '' and smswarn = 0",
+    "select count(*) from linkplans where id = 0 and ipncid = '' and document = ''",
+    "select count(*) from alarms where id = 0 and ipncid = '' and madeat = 0 and savelog = '' and message = ''",
+    "select count(*) from reportrules where id = 0 and accountid = 0 and document = ''",
+    "select count(*) from smsrecords where id = 0 and accountid = 0 and phone = '' and name = '' and madeat = 0"
+    " and text = '' and kind = '' and state = '' and source = ''",
+};
+
 constexpr auto versionFact = "schemaversion";
 
 } // namespace
@@ -190,8 +242,19 @@ void createSchema(soci::session& sql) {
 }
 
 void migrateSchema(soci::session& sql) {
-    for (const char* statement : statementsOfVersion2)
-        sql << statement;
+    const auto run = [&sql](const auto& statements) {
+        for (const char* statement : statements)
+            sql << statement;
+    };
+    // Writing first waits for another process that is doing the same; one that reads first could not write any more.
+    const std::string name = versionFact;
+    sql << "update facts set value = value where name = :name", soci::use(name, "name");
+    const std::string version = fact(sql, versionFact);
+    if (version == std::to_string(schemaVersion))
+        return;
+    if (version == "1")
+        run(statementsOfVersion2);
+    run(statementsOfVersion3);
     setFact(sql, versionFact, std::to_string(schemaVersion));
 }
 
@@ -208,6 +271,9 @@ SchemaState inspectSchema(soci::session& sql, std::string& fault) {
         if (version == "1")
             return SchemaState::Older;
         probe(probesOfVersion2);
+        if (version == "2")
+            return SchemaState::Older;
+        probe(probesOfVersion3);
         if (version == std::to_string(schemaVersion))
             return SchemaState::Current;
         fault = "its version is '" + version + "', not " + std::to_string(schemaVersion);
@@ -227,6 +293,13 @@ void setFact(soci::session& sql, const std::string& name, const std::string& val
     sql << "delete from facts where name = :name", soci::use(name, "name");
     sql << "insert into facts (name, value) values (:name, :value)", soci::use(name, "name"),
         soci::use(value, "value");
+}
+
+long long nextNumber(soci::session& sql, const std::string& name) {
+    const std::string last = fact(sql, name);
+    const long long number = (last.empty() ? 0 : std::stoll(last)) + 1;
+    setFact(sql, name, std::to_string(number));
+    return number;
 }
 
 } // namespace ipncsdk::store

@@ -5,6 +5,7 @@
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
+#include "world/LinkageWorld.h"
 #include "world/WorldTables.h"
 
 #include <soci/soci.h>
@@ -130,8 +131,8 @@ void insertOwnGroup(soci::session& sql, const GroupPlan& plan, bool online, cons
         };
         for (const BoardPlan& board : boards()) {
             if (isThis(board.camera)) {
-                device.interfaces = toText(Json::parse(board.interfaces));
-                device.extend = toText(Json::parse(board.extend));
+                device.interfaces = toText(board.interfaces);
+                device.extend = toText(board.extend);
             }
         }
         insertCamera(sql, device, group);
@@ -167,6 +168,7 @@ void fillFirstWorld(soci::session& sql, const std::function<std::string(const st
         insertOwnGroup(sql, plan, true, groupsOfFriends, number);
     insertGivenCameras(sql, groupsOfFriends[0]);
     insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
+    fillLinkages(sql, ownerId);
     fillWaiting(sql);
 }
 

@@ -45,47 +45,6 @@ const std::vector<WaitingCamera>& waitingCameras() {
     return cameras;
 }
 
-const std::vector<BoardPlan>& boards() {
-    static const std::vector<BoardPlan> plans = {
-        {"一号泵组",
-         R"([
-           {"pid":101,"type":"RS485","ifname":"RS485-1","name":"泵组仪表","extend":"","input":[
-             {"pid":1001,"ifpid":101,"name":"出口压力","unit":"MPa","extend":"","isupload":"1","state":0,"value":0},
-             {"pid":1002,"ifpid":101,"name":"瞬时流量","unit":"m³/h","extend":"","isupload":"1","state":0,"value":0},
-             {"pid":1003,"ifpid":101,"name":"电机温度","unit":"℃","extend":"","isupload":"1","state":0,"value":0}],
-            "output":[]},
-           {"pid":102,"type":"IO","ifname":"IO-1","name":"泵组控制","extend":"","input":[
-             {"pid":1004,"ifpid":102,"name":"运行反馈","unit":"","extend":"","isupload":"0","state":0,"value":0}],
-            "output":[
-             {"pid":1005,"ifpid":102,"name":"启停","unit":"","extend":"","state":0,"value":0},
-             {"pid":1006,"ifpid":102,"name":"声光报警","unit":"","extend":"","state":0,"value":0}]}])",
-         R"({"sublist":[]})"},
-        {"蓄水池",
-         R"([
-           {"pid":111,"type":"RS485","ifname":"RS485-1","name":"液位计","extend":"","input":[
-             {"pid":1011,"ifpid":111,"name":"水位","unit":"m","extend":"","isupload":"1","state":0,"value":0},
-             {"pid":1012,"ifpid":111,"name":"水温","unit":"℃","extend":"","isupload":"1","state":0,"value":0}],
-            "output":[]}])",
-         R"({"sublist":[
-           {"pid":112,"type":"ZIGBEE","ifname":"ZIGBEE-1","name":"池壁节点","online":true,"softif":"0","input":[
-             {"pid":1013,"ifpid":112,"name":"渗漏","unit":"","extend":"","isupload":"0","state":0,"value":0}],
-            "output":[]}]})"},
-        {"危化品库",
-         R"([
-           {"pid":121,"type":"RS485","ifname":"RS485-1","name":"气体探测器","extend":"","input":[
-             {"pid":1021,"ifpid":121,"name":"可燃气体","unit":"%LEL","extend":"","isupload":"1","state":0,"value":0},
-             {"pid":1022,"ifpid":121,"name":"温度","unit":"℃","extend":"","isupload":"1","state":0,"value":0},
-             {"pid":1023,"ifpid":121,"name":"湿度","unit":"%RH","extend":"","isupload":"1","state":0,"value":0}],
-            "output":[]},
-           {"pid":122,"type":"IO","ifname":"IO-1","name":"联动输出","extend":"","input":[
-             {"pid":1024,"ifpid":122,"name":"门磁","unit":"","extend":"","isupload":"0","state":0,"value":0}],
-            "output":[
-             {"pid":1025,"ifpid":122,"name":"排风机","unit":"","extend":"","state":0,"value":0}]}])",
-         R"({"sublist":[]})"},
-    };
-    return plans;
-}
-
 const GroupPlan& groupOfOffline() {
     static const GroupPlan group = {"停用待检",
                                     {"南侧围墙", "空压机房", "装卸月台二", "非机动车棚", "楼顶平台", "变压器"}};

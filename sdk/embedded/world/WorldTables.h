@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/JsonText.h"
+
 #include <vector>
 
 namespace ipncsdk::world {
@@ -30,9 +32,9 @@ const std::vector<WaitingCamera>& waitingCameras();
 
 /// What a camera carries besides its video; pids are unique in the whole world.
 struct BoardPlan {
-    const char* camera;     ///< name of a camera of `ownGroups`
-    const char* interfaces; ///< JSON text
-    const char* extend;     ///< JSON text
+    const char* camera; ///< name of a camera of `ownGroups`
+    Json interfaces;    ///< as in the device record
+    Json extend;
 };
 const std::vector<BoardPlan>& boards();
 

@@ -52,6 +52,9 @@ void AccountControl::onEntry(AccountEntry entry) {
     case AccountEntry::Devices:
         emit sigDevices();
         break;
+    case AccountEntry::Notices:
+    case AccountEntry::TextMessages:
+        break; // of linkage and alarms
     case AccountEntry::SignOut:
         emit sigSignOut();
         break;

@@ -357,6 +357,8 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
     groups->setEnabled(!groups->isEmpty());
     menu.addSeparator();
     add(menu, "deviceConfigure", tr("设备配置"), true, [this, ipncId] { emit sigConfigureDevice(ipncId); });
+    add(menu, "deviceLinkage", tr("联动设置"), true, [this, ipncId] { emit sigLinkage(ipncId); });
+    add(menu, "deviceSensors", tr("传感器设置"), true, [this, ipncId] { emit sigSensors(ipncId); });
     add(menu, "deviceRename", tr("重命名"), true, [this, ipncId] { emit sigRenameDevice(ipncId); });
     add(menu, "deviceDelete", tr("删除设备"), true, [this, ipncId] { emit sigDeleteDevice(ipncId); });
     add(menu, "deviceAdd", tr("添加设备"), true, [this, ownId] { emit sigAddDevice(ownId); });

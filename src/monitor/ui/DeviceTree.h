@@ -58,7 +58,11 @@ signals:
     /// A device is to be added, to a group if one is named.
     void sigAddDevice(QString groupId);
     void sigConfigureDevice(QString ipncid);
+    /// The sensors of a device are to be set up.
+    void sigSensors(QString ipncid);
     void sigRenameDevice(QString ipncid);
+    /// The linkage plans of a device are to be shown.
+    void sigLinkage(QString ipncid);
     void sigDeleteDevice(QString ipncid);
     /// The table of devices is to be shown.
     void sigManageDevices();

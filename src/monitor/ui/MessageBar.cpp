@@ -13,10 +13,6 @@
 
 namespace theme = corvanta::theme;
 
-namespace {
-constexpr int MessageTime = 10000; // ms
-}
-
 MessageBar::MessageBar(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("bottomBar"));
@@ -45,13 +41,6 @@ MessageBar::MessageBar(QWidget* parent)
     }
     QToolButton* const stopAll = addButton(QStringLiteral("stopAll"), tr("关闭所有视频"), QStringLiteral("stop-all"));
     connect(stopAll, &QToolButton::clicked, this, &MessageBar::sigStopAll);
-
-    clearTimer_.setSingleShot(true);
-    clearTimer_.setInterval(MessageTime);
-    connect(&clearTimer_, &QTimer::timeout, this, [this] {
-        text_.clear();
-        elide();
-    });
 }
 
 QToolButton* MessageBar::addButton(const QString& objectName, const QString& text, const QString& drawing) {
@@ -63,7 +52,6 @@ QToolButton* MessageBar::addButton(const QString& objectName, const QString& tex
 void MessageBar::showMessage(const QString& text) {
     text_ = text;
     elide();
-    clearTimer_.start();
 }
 
 void MessageBar::elide() {

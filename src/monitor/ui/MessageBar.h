@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -12,7 +11,7 @@ class MessageBar final : public QWidget {
 public:
     explicit MessageBar(QWidget* parent = nullptr);
 
-    /// Shows a line; it clears itself 10 000 ms after the last one.
+    /// Shows one line until it is replaced; an empty one clears it.
     void showMessage(const QString& text);
     /// Ticks the button of a layout, if it has one.
     void setLayoutShown(int rows, int columns);
@@ -30,6 +29,5 @@ private:
 
     QLabel* label_;
     QString text_;
-    QTimer clearTimer_;
     QList<QToolButton*> layoutButtons_; ///< in the order of the layouts that have one
 };

@@ -12,21 +12,26 @@
 #include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "linkage/AlarmInbox.h"
+#include "linkage/ui/AlarmCenterPage.h"
 #include "logs/ui/Check_Log_Widget.h"
 #include "monitor/Archive.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
 #include "monitor/ui/AccountControl.h"
+#include "monitor/ui/AlarmControl.h"
 #include "monitor/ui/AudioControl.h"
 #include "monitor/ui/DeviceOrder.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
+#include "monitor/ui/LinkageControl.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/ManageControl.h"
 #include "monitor/ui/MessageBar.h"
 #include "monitor/ui/PollRunner.h"
 #include "monitor/ui/RecordControl.h"
+#include "monitor/ui/SensorControl.h"
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WallPtz.h"
@@ -35,8 +40,11 @@
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "monitor/ui/settings/SettingsLog.h"
+#include "playback/PlaybackSession.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
+#include "sensor/ui/ChartPage.h"
+#include "sensor/ui/SensorPage.h"
 #include "storage/ui/StoredFilesPage.h"
 #include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
@@ -48,11 +56,16 @@
 #include <QVBoxLayout>
 
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
 using PollMode = ScreenPoll::Mode;
+
+namespace {
+constexpr int MessageTime = 10000; // ms
+} // namespace
 
 MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storage, QWidget* parent)
     : QWidget(parent)
@@ -67,6 +80,9 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     control_ = new WallControl(context_, {*grid_, *live_, *poll_, devices_->tree()}, this);
     ptz_ = new WallPtz(context_, *grid_, *live_, this);
     manage_ = new ManageControl(context_, devices_->tree(), *this);
+    linkage_ = new LinkageControl(context_, devices_->tree(), *topBar_, *this);
+    alarms_ = new AlarmControl(context_, storage_, this);
+    sensors_ = new SensorControl(context_, storage_, devices_->tree(), *this);
     recorder_ = new Recorder({context_.gateway, storage_, context_.settings,
                               [this](const QString& ipncId) {
                                   const DeviceRecord* const device = context_.devices.device(ipncId);
@@ -83,6 +99,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     connectTree();
     connectReports();
     connectEvents();
+    connectAlarms();
     applyAspectMode();
     new WindowKeys(*this, *grid_, devices_->tree(), [this](corvanta::ShortcutId id, int key) { onKey(id, key); });
     devices_->setVisible(!WindowMode::fromSetting(context_.settings.get(keys::WindowMode)).hidesDeviceTree);
@@ -138,9 +155,9 @@ void MonitorMainUI::buildPages(QWidget* parent) {
     };
     static constexpr Module modules[] = {
         {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
-        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", false},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", false},
-        {"logModule", QT_TR_NOOP("日志"), "log", true},
+        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", true},
+        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", true},
+        {"logModule", QT_TR_NOOP("日志"), "log", true},      {"alarmModule", QT_TR_NOOP("报警中心"), "alarm", true},
     };
     pages_ = new QStackedWidget(parent);
     pages_->setObjectName(QStringLiteral("modulePages"));
@@ -167,6 +184,21 @@ void MonitorMainUI::showModule(int number) {
         page = new Check_Log_Widget(context_, pages_);
         pages_->addWidget(page);
     }
+    if (page == nullptr && number == AlarmModule) {
+        page = alarms_->makePage(pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == DataModule) {
+        page = sensors_->makeDataPage(pages_);
+        pages_->addWidget(page);
+    }
+    if (page == nullptr && number == ChartModule) {
+        auto* const charts = sensors_->makeChartPage(pages_);
+        connect(this, &MonitorMainUI::sig_UpdateSensorInputData, charts,
+                &corvanta::sensor::ChartPage::UpdateSensorInputData);
+        page = charts;
+        pages_->addWidget(page);
+    }
     if (page == nullptr && number == FilesModule) {
         auto* const files = new StoredFilesPage(context_, storage_, pages_);
         connect(files, &StoredFilesPage::sigPlay, this, [this](const QVector<corvanta::storage::FileRecord>& chosen) {
@@ -185,12 +217,59 @@ void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamer
     playback_->play(cameras);
 }
 
+void MonitorMainUI::showPlaybackAt(const QVector<corvanta::playback::PlaybackCamera>& cameras,
+                                   const QDateTime& time) {
+    showPlayback(cameras);
+    corvanta::playback::PlaybackSession* const session = playback_->session();
+    if (session == nullptr)
+        return;
+    const auto seek = [session, time] {
+        session->seek(std::chrono::milliseconds(time.toMSecsSinceEpoch()));
+    };
+    if (session->isReady())
+        seek();
+    else
+        connect(session, &corvanta::playback::PlaybackSession::sigReady, session, seek);
+}
+
+void MonitorMainUI::connectAlarms() {
+    messageTimer_.setObjectName(QStringLiteral("messageTimer"));
+    messageTimer_.setSingleShot(true);
+    messageTimer_.setInterval(MessageTime);
+    connect(&messageTimer_, &QTimer::timeout, this, &MonitorMainUI::OnMessagertimeout);
+    connect(alarms_, &AlarmControl::sigCount, topBar_,
+            [this](qint64 count) { topBar_->setBadge(AlarmModule, count); });
+    connect(alarms_, &AlarmControl::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(alarms_, &AlarmControl::sigLive, this, &MonitorMainUI::showLive);
+    connect(alarms_, &AlarmControl::sigPlayback, this, &MonitorMainUI::showPlaybackAt);
+    topBar_->setBadge(AlarmModule, context_.alarms.count());
+}
+
+void MonitorMainUI::showLive(const QString& ipncId) {
+    const DeviceRecord* const device = context_.devices.device(ipncId);
+    if (device == nullptr)
+        return;
+    topBar_->setModule(VideoModule);
+    showModule(VideoModule);
+    const int tile = device->tileIndex;
+    if (live_->isOpen(ipncId))
+        grid_->on_setfocus(tile);
+    else
+        control_->toggle(ipncId);
+}
+
+void MonitorMainUI::showCharts() {
+    topBar_->setModule(ChartModule);
+    showModule(ChartModule);
+}
+
 void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(account_, &AccountControl::sigSignOut, this, &MonitorMainUI::signOut);
     connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
     connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
     connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
+    connect(sensors_, &SensorControl::sigShowCharts, this, &MonitorMainUI::showCharts);
     connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
@@ -321,6 +400,8 @@ void MonitorMainUI::connectReports() {
     connect(live_, &LiveVideo::sigReport, this, &MonitorMainUI::sigDeal);
     connect(recorder_, &Recorder::sigReport, this, &MonitorMainUI::sigDeal);
     connect(records_, &RecordControl::sigSnapshot, this, &MonitorMainUI::sigDeal);
+    connect(sensors_, &SensorControl::sigReport, this, &MonitorMainUI::sigDeal);
+    connect(sensors_, &SensorControl::sigRecords, this, &MonitorMainUI::sig_UpdateSensorInputData);
     connect(recorder_, &Recorder::sigFrame, this, &MonitorMainUI::sig_RecodeData);
     connect(this, &MonitorMainUI::sig_RecodeData, this, &MonitorMainUI::OnGetRecodeData);
     connect(this, &MonitorMainUI::sigDeal, this, &MonitorMainUI::slotDeal);
@@ -329,7 +410,7 @@ void MonitorMainUI::connectReports() {
 void MonitorMainUI::connectEvents() {
     AppEvents& events = context_.events;
     connect(&events, &AppEvents::updateTitle, this, &MonitorMainUI::setTitle);
-    connect(&events, &AppEvents::sig_MessageBar, this, &MonitorMainUI::showMessage);
+    connect(&events, &AppEvents::sig_MessageBar, this, &MonitorMainUI::OngetAlarmMessage);
     connect(&events, &AppEvents::sig_deal, this, &MonitorMainUI::sigDeal);
     connect(&events, &AppEvents::quitVidoFullScreenEvent, this, &MonitorMainUI::leaveFullScreen);
     connect(&events, &AppEvents::sLonginAndLogoutEvent, this, &MonitorMainUI::onAccountChanged);
@@ -358,6 +439,8 @@ void MonitorMainUI::onLists() {
     records_->onLists();
     ptz_->onLists();
     manage_->onLists();
+    linkage_->onLists();
+    sensors_->onLists();
     if (!context_.devices.isEmpty()) {
         workspace_->restoreVideos();
         if (std::exchange(pollWaits_, false))
@@ -398,6 +481,8 @@ void MonitorMainUI::onAccountChanged() {
     topBar_->setAccount(number);
     account_->onAccount(number);
     manage_->onAccount(number);
+    linkage_->onAccount(number);
+    sensors_->onAccount(number);
     devices_->setSignedIn(!number.isEmpty());
 }
 
@@ -408,14 +493,22 @@ void MonitorMainUI::slotDeal(const QString& name, const QVariant& value) {
         recorder_->onReport(value.toMap());
     else if (name == QStringLiteral("更新设备预览"))
         live_->refreshPreview(value.toString());
+    else
+        sensors_->onReport(name, value.toMap());
 }
 
 void MonitorMainUI::OnGetRecodeData(const QString& ipncId, uint8_t* block, long length) {
     recorder_->onFrame(ipncId, block, length);
 }
 
-void MonitorMainUI::showMessage(const QString& text) {
-    bottomBar_->showMessage(text);
+void MonitorMainUI::OngetAlarmMessage(const QString& message) {
+    bottomBar_->showMessage(message);
+    messageTimer_.start();
+}
+
+void MonitorMainUI::OnMessagertimeout() {
+    bottomBar_->showMessage({});
+    messageTimer_.stop();
 }
 
 void MonitorMainUI::placeFrame() {

@@ -4,15 +4,18 @@
 #include "monitor/Shortcuts.h"
 
 #include <QHash>
+#include <QTimer>
 #include <QVariant>
 #include <QVector>
 #include <QWidget>
 
 class AccountControl;
+class AlarmControl;
 class AudioControl;
 class DeviceOrder;
 class DevicePanel;
 class Fwidget;
+class LinkageControl;
 class Listener;
 class LiveVideo;
 class ManageControl;
@@ -23,6 +26,7 @@ class QStackedWidget;
 class RecordControl;
 class Recorder;
 class RecordingStorage;
+class SensorControl;
 class Talker;
 class TopBar;
 class WaitOverlay;
@@ -57,11 +61,15 @@ public:
     WaitOverlay& waitOverlay() const { return *wait_; }
     PollRunner& poll() const { return *poll_; }
     ManageControl& manage() const { return *manage_; }
+    LinkageControl& linkage() const { return *linkage_; }
+    SensorControl& sensors() const { return *sensors_; }
     Recorder& recorder() const { return *recorder_; }
     corvanta::playback::PlaybackPage& playback() const { return *playback_; }
 
     /// Goes to the page that plays recordings and shows these.
     void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
+    /// The same, from a time on.
+    void showPlaybackAt(const QVector<corvanta::playback::PlaybackCamera>& cameras, const QDateTime& time);
     RecordingStorage& storage() const { return storage_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
@@ -75,12 +83,17 @@ signals:
     void sigDeal(QString name, QVariant value);
     /// A coded frame of a recording; its slot owns the block.
     void sig_RecodeData(QString ipncId, uint8_t* block, long length);
+    /// The records of a reply with samples, under the key of what was asked for; for the charts.
+    void sig_UpdateSensorInputData(QString key, QVariantList records);
 
 public slots:
     void slotDeal(const QString& name, const QVariant& value);
     /// Writes a frame of a recording and frees its block.
     void OnGetRecodeData(const QString& ipncId, uint8_t* block, long length);
-    void showMessage(const QString& text);
+    /// A line for the message bar. It clears itself 10 000 ms after the last one.
+    void showMessage(const QString& text) { OngetAlarmMessage(text); }
+    void OngetAlarmMessage(const QString& message);
+    void OnMessagertimeout();
     void toggleFullScreen();
 
 protected:
@@ -94,10 +107,13 @@ private:
     void connectTree();
     void connectReports();
     void connectEvents();
+    void connectAlarms();
+    void showLive(const QString& ipncId);
     void applyAspectMode();
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
+    void showCharts();
     void signOut();
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
@@ -111,7 +127,10 @@ private:
     static constexpr int VideoModule = 0;
     static constexpr int PlaybackModule = 1;
     static constexpr int FilesModule = 2;
+    static constexpr int ChartModule = 3;
+    static constexpr int DataModule = 5;
     static constexpr int LogModule = 6;
+    static constexpr int AlarmModule = 7;
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
@@ -122,6 +141,7 @@ private:
     Fwidget* grid_ = nullptr;
     corvanta::playback::PlaybackPage* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
+    QTimer messageTimer_{this}; ///< clears the message bar
     WaitOverlay* wait_ = nullptr;
     RecordingStorage& storage_;
     AccountControl* account_ = nullptr;
@@ -135,6 +155,9 @@ private:
     WallControl* control_ = nullptr;
     WallPtz* ptz_ = nullptr;
     ManageControl* manage_ = nullptr;
+    LinkageControl* linkage_ = nullptr;
+    AlarmControl* alarms_ = nullptr;
+    SensorControl* sensors_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

@@ -19,7 +19,9 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , logs_(window, script_)
     , playback_(window, script_, wall_)
     , account_(window, script_)
-    , manage_(window, script_) {
+    , manage_(window, script_)
+    , linkage_(window, script_)
+    , sensors_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -63,6 +65,9 @@ void OperatorTour::planEverything() {
     script_.picture(QStringLiteral("signed-in"));
     account_.signedIn(QString());
     manage_.dialogs(QString());
+    linkage_.dialogs(QString());
+    sensors_.dialogs(QString());
+    sensors_.pages(QString());
     planLayouts();
     planSmallest();
     tip();
@@ -85,6 +90,7 @@ void OperatorTour::planLayouts() {
     settings_.pages(QStringLiteral("settings-"));
     logs_.page(QString());
     logs_.exportRows();
+    linkage_.alarms(QString());
     playback_.page();
     wall_.layout(4, 4, QStringLiteral("layout-16"));
     wall_.layout(3, 6, QStringLiteral("layout-18"));
@@ -105,6 +111,9 @@ void OperatorTour::planSmallest() {
     settings_.pages(QStringLiteral("smallest-settings-"));
     logs_.page(QStringLiteral("smallest-"));
     files_.page(QStringLiteral("smallest-"));
+    linkage_.alarms(QStringLiteral("smallest-"));
+    sensors_.pages(QStringLiteral("smallest-"));
+    sensors_.dialogs(QStringLiteral("smallest-"));
 }
 
 void OperatorTour::planWindow() {

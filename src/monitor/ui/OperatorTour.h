@@ -2,9 +2,11 @@
 
 #include "monitor/ui/tour/AccountTour.h"
 #include "monitor/ui/tour/FilesTour.h"
+#include "monitor/ui/tour/LinkageTour.h"
 #include "monitor/ui/tour/LogsTour.h"
 #include "monitor/ui/tour/ManageTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
+#include "monitor/ui/tour/SensorTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
 #include "monitor/ui/tour/TourScript.h"
 #include "monitor/ui/tour/WallTour.h"
@@ -45,4 +47,6 @@ private:
     PlaybackTour playback_;
     AccountTour account_;
     ManageTour manage_;
+    LinkageTour linkage_;
+    SensorTour sensors_;
 };

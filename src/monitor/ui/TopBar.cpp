@@ -9,12 +9,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QStyle>
 #include <QToolButton>
 
 namespace theme = corvanta::theme;
 
 namespace {
 constexpr int NarrowWidth = 860; // px
+constexpr int MostCounted = 999; // on a button
 } // namespace
 
 TopBar::TopBar(QWidget* parent)
@@ -85,6 +87,8 @@ QMenu* TopBar::makeAccountMenu() {
     add(tr("权限设置"), "accountRights", AccountEntry::Rights);
     menu->addSeparator();
     add(tr("设备管理"), "accountDevices", AccountEntry::Devices);
+    add(tr("通知规则"), "accountNotices", AccountEntry::Notices);
+    add(tr("短信管理"), "accountTextMessages", AccountEntry::TextMessages);
     menu->addSeparator();
     add(tr("退出登录"), "accountSignOut", AccountEntry::SignOut);
     return menu;
@@ -161,12 +165,30 @@ void TopBar::addModule(int number, const QString& objectName, const QString& tex
     QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
     button->setCheckable(true);
     button->setEnabled(available);
+    button->setProperty("moduleName", text);
     modulesRow_->addWidget(button);
     modules_.insert(number, button);
     connect(button, &QToolButton::clicked, this, [this, number] {
         setModule(number);
         emit sigModule(number);
     });
+}
+
+void TopBar::setBadge(int number, qint64 count) {
+    QToolButton* const module = modules_.value(number);
+    if (module == nullptr)
+        return;
+    const QString name = module->property("moduleName").toString();
+    const QString figure =
+        count > MostCounted ? QString::number(MostCounted) + QLatin1Char('+') : QString::number(count);
+    module->setText(count > 0 ? figure : name);
+    module->setToolButtonStyle(count > 0 ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
+    module->setProperty("badge", count > 0);
+    module->style()->unpolish(module);
+    module->style()->polish(module);
+    const QString text = count > 0 ? name + QLatin1Char(' ') + QString::number(count) : name;
+    module->setToolTip(text);
+    module->setAccessibleDescription(count > 0 ? text : QString());
 }
 
 void TopBar::setModule(int number) {

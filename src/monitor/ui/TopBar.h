@@ -12,7 +12,7 @@ class QToolButton;
 class VolumePopup;
 
 /// What the menu of a signed-in account offers.
-enum class AccountEntry { Person, Friends, Groups, Rights, Devices, SignOut };
+enum class AccountEntry { Person, Friends, Groups, Rights, Devices, Notices, TextMessages, SignOut };
 
 /// The strip at the top of the main window: title, modules, account, window buttons. Moves the window.
 class TopBar final : public DragArea {
@@ -35,6 +35,8 @@ public:
     void addModule(int number, const QString& objectName, const QString& text, const QString& drawing,
                    bool available);
     void setModule(int number);
+    /// A number on a module's button, in red; 0: none.
+    void setBadge(int number, qint64 count);
 
 signals:
     void sigModule(int number);

@@ -68,7 +68,7 @@ QString ExportDialog::describe(const ExportResult& result, const QString& file) 
     case ExportError::None: {
         const double early = static_cast<double>(result.early.count()) / 1e6;
         const QString done = tr("已导出 %1").arg(QDir::toNativeSeparators(file));
-        return early < 0.05 ? done : tr("%1，从标记前 %2 秒的关键帧开始").arg(done).arg(early, 0, 'f', 1);
+        return early < 0.05 ? done : tr("%1，从标记前 %2 秒的关键帧开始").arg(done, QString::number(early, 'f', 1));
     }
     case ExportError::Cancelled:
         return tr("导出已取消");

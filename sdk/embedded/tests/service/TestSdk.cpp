@@ -56,10 +56,10 @@ void Received::clear() {
     messages_.clear();
 }
 
-TestSdk::TestSdk(api::HubFactory makeHub, int searchPort)
-    : runtime(options(std::move(makeHub), searchPort)) {}
+TestSdk::TestSdk(api::HubFactory makeHub, int searchPort, bool sensors)
+    : runtime(options(std::move(makeHub), searchPort, sensors)) {}
 
-api::RuntimeOptions TestSdk::options(api::HubFactory makeHub, int searchPort) const {
+api::RuntimeOptions TestSdk::options(api::HubFactory makeHub, int searchPort, bool sensors) const {
     api::RuntimeOptions options;
     options.root = folder.path().toStdString();
     options.clock = clock;
@@ -70,8 +70,10 @@ api::RuntimeOptions TestSdk::options(api::HubFactory makeHub, int searchPort) co
         options.makeHub = std::move(makeHub);
     options.passwordCost = service::PasswordHasher::least();
     options.storeTimeout = std::chrono::seconds(1);
+    options.followsVideo = false; // tests count the streams that they open
     options.discovery.port = static_cast<std::uint16_t>(searchPort);
     options.discovery.loopbackOnly = true;
+    options.sensors = sensors;
     return options;
 }
 

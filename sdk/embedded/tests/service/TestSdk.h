@@ -54,7 +54,8 @@ private:
 class TestSdk final {
 public:
     /// `searchPort`: where network cameras are searched for on the loopback; 0: nowhere.
-    explicit TestSdk(api::HubFactory makeHub = nullptr, int searchPort = 0);
+    /// `sensors`: boards are read.
+    explicit TestSdk(api::HubFactory makeHub = nullptr, int searchPort = 0, bool sensors = false);
 
     /// Starts and installs a client callback that keeps the messages in `client`.
     emReturnValue start();
@@ -97,7 +98,7 @@ public:
     api::Runtime runtime;
 
 private:
-    api::RuntimeOptions options(api::HubFactory makeHub, int searchPort) const;
+    api::RuntimeOptions options(api::HubFactory makeHub, int searchPort, bool sensors) const;
 };
 
 int codeOf(const Json& response);

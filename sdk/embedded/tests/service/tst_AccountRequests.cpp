@@ -61,7 +61,7 @@ void tst_AccountRequests::deviceRecordsHaveAllKeys() {
             keys.insert(key);
         QVERIFY(keys == expected);
         QVERIFY(record.at("extend").at("sublist").is_array());
-        QVERIFY(record.at("linkages").empty());
+        QVERIFY(record.at("linkages").is_array());
         QVERIFY(record.at("info").at("softwareversion").is_string());
         online += record.at("online").get<bool>() ? 1 : 0;
         shared += record.at("authority").at("admin").get<bool>() ? 0 : 1;
@@ -323,8 +323,7 @@ void tst_AccountRequests::othersGroupsAreOutOfReach() {
 
 void tst_AccountRequests::unknownOperationsAreNotSupported_data() {
     QTest::addColumn<QByteArray>("operation");
-    for (const char* operation : {"submitlinkplan", "getreportrules", "addmap", "userdown", "LOGON", "", "\x01\x02",
-                                  "a'; drop table accounts; --"})
+    for (const char* operation : {"addmap", "userdown", "LOGON", "", "\x01\x02", "a'; drop table accounts; --"})
         QTest::newRow(operation) << QByteArray(operation);
 }
 

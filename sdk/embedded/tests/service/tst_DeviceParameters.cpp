@@ -210,7 +210,7 @@ void tst_DeviceParameters::stateOfADevice() {
     QCOMPARE(outer.at("resp").at("ipncid"), Json("CAM0001"));
     QCOMPARE(state({{"type", "ipncstate"}, {"ipncid", "FRD0005"}}).at("retcode"), Json(7));
     QCOMPARE(state({{"type", "ipncstate"}}).at("retcode"), Json(2));
-    QCOMPARE(state({{"type", "sensordataexport"}}).at("retcode"), Json(1));
+    QCOMPARE(state({{"type", "sensordataexport"}}).at("retcode"), Json(2));
 }
 
 void tst_DeviceParameters::sensorDataIsHonestlyEmpty() {
@@ -220,8 +220,8 @@ void tst_DeviceParameters::sensorDataIsHonestlyEmpty() {
     const Json request = {{"inputid", {1001, 1002}}, {"mode", "all"}, {"begin", "oldest"}, {"max", "1"}};
     const Json response =
         sdk.ask({{"reqtype", "serverreq"}, {"serverreq", {{"type", "sensordatareq"}, {"sensordatareq", request}}}});
-    QCOMPARE(response.at("resp").at("sensordataresp"),
-             (Json{{"1001", {{"datas", Json::array()}}}, {"1002", {{"datas", Json::array()}}}}));
+    QCOMPARE(response.at("resp").at("sensordataresp"), (Json{{"1001", {{"datas", Json::array()}, {"more", false}}},
+                                                             {"1002", {{"datas", Json::array()}, {"more", false}}}}));
 }
 
 QTEST_APPLESS_MAIN(tst_DeviceParameters)

@@ -25,6 +25,7 @@ private slots:
     void damagedStoreIsSetAside_data();
     void damagedStoreIsSetAside();
     void olderStoreIsMigrated();
+    void storeOfVersion2IsMigrated();
     void olderStoreWithoutATableIsSetAside();
     void manyProcessesMigrateOneStore();
     void setAsideStoreKeepsItsContent();
@@ -163,8 +164,31 @@ void tst_Store::olderStoreIsMigrated() {
         "select m.name, c.name, c.type, c.pk from sqlite_master m, pragma_table_info(m.name) c"
         " where m.type = 'table' order by 1, 2";
     QCOMPARE(sdk.sqlite(columns), fresh.sqlite(columns));
-    QCOMPARE(sdk.sqlite("select value from facts where name = 'schemaversion'"), std::string("2"));
+    QCOMPARE(sdk.sqlite("select value from facts where name = 'schemaversion'"), std::string("3"));
     QCOMPARE(sdk.sqlite("pragma foreign_key_check"), std::string());
+}
+
+void tst_Store::storeOfVersion2IsMigrated() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    QCOMPARE(codeOf(sdk.askAccount("setphoneparam", {{"nickname", "老中心"}})), 0);
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    const std::string shape = "select type, name, tbl_name from sqlite_master order by 1, 2";
+    const std::string expected = sdk.sqlite(shape);
+    QCOMPARE(sdk.sqlite("drop table linkplans; drop table alarms; drop table reportrules; drop table smsrecords;"
+                        "alter table accounts drop column smsleft; alter table accounts drop column smsphone;"
+                        "alter table accounts drop column smswarn;"
+                        "update facts set value = '2' where name = 'schemaversion'"),
+             std::string());
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    const Json person = sdk.askAccount("getpersioninfo").at("resp").at("persioninfo");
+    QCOMPARE(person.at("nickname"), Json("老中心"));
+    QCOMPARE(person.at("smsnum"), Json(200));
+    QVERIFY(sdk.device("CAM0052").at("linkages").empty()); // the user's own world gets no plans of ours
+    QCOMPARE(sdk.sqlite(shape), expected);
+    QVERIFY(sdk.client.ofType("servicenotice").empty());
 }
 
 void tst_Store::olderStoreWithoutATableIsSetAside() {

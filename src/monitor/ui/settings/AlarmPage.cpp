@@ -1,7 +1,7 @@
 #include "monitor/ui/settings/AlarmPage.h"
 
 #include "base/Settings.h"
-#include "monitor/AlarmTypes.h"
+#include "linkage/AlarmTypes.h"
 #include "monitor/SettingChecks.h"
 #include "monitor/ui/settings/FileField.h"
 #include "monitor/ui/settings/SettingsForm.h"

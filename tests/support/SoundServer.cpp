@@ -1,4 +1,4 @@
-#include "audio/SoundServer.h"
+#include "support/SoundServer.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
