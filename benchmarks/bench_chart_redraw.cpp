@@ -26,7 +26,7 @@ constexpr int Width = 900;           // px
 constexpr int Height = 500;
 
 double valueAt(int i) {
-    return std::sin(i * 0.0007) * 40 + (i * 7919 % 1000) * 0.01;
+    return std::sin(i * 0.0007) * 40 + (i % 1000 * 7919 % 1000) * 0.01;
 }
 
 /// `show` draws the part of the span, from the middle on, that it is told.
