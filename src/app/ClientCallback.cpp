@@ -8,6 +8,7 @@
 #include "storage/RecordingStorage.h"
 
 #include <QDebug>
+#include <QDir>
 
 #include <array>
 #include <cstdint>
@@ -83,7 +84,8 @@ void ClientCallback::answerAlarmPath(const QVariantMap& message, std::string& re
     const QString kind =
         fileName.contains(QLatin1String(".avi")) ? corvanta::dataTree::LocalRecord : corvanta::dataTree::Image;
     const QString folder = storage_.folderFor(kind, textAt(message, "ipncid"), textAt(message, "date"));
-    if (folder.isEmpty()) {
+    // The device writes into a folder that is there.
+    if (folder.isEmpty() || !QDir().mkpath(folder)) {
         qDebug() << "no folder for an alarm file of" << textAt(message, "ipncid");
         return;
     }

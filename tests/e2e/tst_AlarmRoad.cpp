@@ -1,8 +1,9 @@
 #include "e2e/AccountTest.h"
+#include "support/CodedVideo.h"
 #include "support/SoundServer.h"
 #include "support/SqliteShell.h"
 
-#include <QElapsedTimer>
+#include <QDirIterator>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -66,8 +67,8 @@ private slots:
     void everythingFollows();
 
 private:
-    /// Alarms of level 2 are heard.
-    void writeSound();
+    /// Alarms of level 2 are heard, and their pictures and recordings are wanted.
+    void writeSettings();
     /// Whether the loudspeaker has said something since it was last forgotten.
     bool isHeard();
     /// The configuration names the server's registers as a sensor, and the broker.
@@ -82,6 +83,8 @@ private:
     QStringList alarms() const;
     QString notices();
     QString texts() const;
+    /// A file of the camera on the drive; empty while there is none of that name.
+    QString stored(const QString& pattern) const;
 
     static constexpr int Limit = 80;
     std::unique_ptr<Peer> modbus_;
@@ -122,17 +125,19 @@ void tst_AlarmRoad::init() {
     writeConfig();
     QVERIFY(loudspeaker_.start());
     loudspeaker_.listen();
-    writeSound();
+    writeSettings();
 }
 
-void tst_AlarmRoad::writeSound() {
+void tst_AlarmRoad::writeSettings() {
     const QString path = data() + QStringLiteral("/alarm.wav");
     QCOMPARE(QProcess::execute(QStringLiteral("ffmpeg"),
                                {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-f"),
                                 QStringLiteral("lavfi"), QStringLiteral("-i"),
                                 QStringLiteral("sine=frequency=800:duration=3"), path}),
              0);
-    const QJsonObject settings{{QStringLiteral("是否二级阈值报警"), true}, {QStringLiteral("二级阈值报警"), path}};
+    const QJsonObject settings{{QStringLiteral("是否接收报警"), true},
+                               {QStringLiteral("是否二级阈值报警"), true},
+                               {QStringLiteral("二级阈值报警"), path}};
     QFile file(data() + QStringLiteral("/config/set.json"));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0);
 }
@@ -244,6 +249,16 @@ QString tst_AlarmRoad::texts() const {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+QString tst_AlarmRoad::stored(const QString& pattern) const {
+    QDirIterator files(data() + QStringLiteral("/disk"), {pattern}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        if (file.contains(QStringLiteral("/CAM0001/")))
+            return file;
+    }
+    return {};
+}
+
 QString tst_AlarmRoad::notices() {
     return phone_->said();
 }
@@ -275,6 +290,14 @@ void tst_AlarmRoad::everythingFollows() {
     const QString content = alarms().first().section(QLatin1Char('|'), 1);
     COMES(
         !window().window().find([&](const Accessible::Seen& seen) { return seen.name.endsWith(content); }).isNull());
+
+    COMES(!stored(QStringLiteral("*-CAM0001.dat")).isEmpty());
+    COMES(!stored(QStringLiteral("*-2.jpg")).isEmpty());
+    COMES(!stored(QStringLiteral("*-2.avi")).isEmpty());
+    const ProbedVideo recording = ProbedVideo::of(stored(QStringLiteral("*-2.avi")));
+    QCOMPARE(recording.problems, QString());
+    QVERIFY2(recording.duration > 6 && recording.duration < 20, // s; five before the alarm and five after
+             qPrintable(QString::number(recording.duration)));
 
     modbus_->write("set 0 20");
     COMES(modbus_->said().trimmed().endsWith(QStringLiteral("COIL 0")));
