@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 
+#include <array>
 #include <utility>
 
 namespace tour = corvanta::tour;
@@ -110,42 +111,40 @@ void LinkageTour::close(const char* dialog) {
 void LinkageTour::plans(const QString& pictures) {
     constexpr auto list = "NewSet_Linkage_Dialog";
     constexpr auto editor = "AddAndSet_Linkage_Dialog";
-    constexpr auto condition = "LinkageSignalConditionDialog";
-    constexpr auto action = "LinkageSignalActionDialog";
-    constexpr auto conditions = "LinkageComboxConditionDialog";
-    constexpr auto actions = "LinkageComboxlActionDialog";
+    struct Part {
+        const char* picture; ///< its plural is that of the combination
+        const char* add;
+        const char* picker;
+        const char* tabs;
+        const char* addUnion;
+        const char* unionDialog;
+    };
+    static constexpr std::array parts{Part{"linkage-condition", "inputAdd", "LinkageSignalConditionDialog",
+                                           "planConditions", "inputUnionAdd", "LinkageComboxConditionDialog"},
+                                      Part{"linkage-action", "outputAdd", "LinkageSignalActionDialog", "planActions",
+                                           "outputUnionAdd", "LinkageComboxlActionDialog"}};
     shown(pictures + QStringLiteral("linkage"),
           [this] { window_.linkage().openPlans(deviceWithPlans(window_.devices())); });
     shown(pictures + QStringLiteral("linkage-plan"), [] {
         selectFirst(list);
         click(list, "planEdit");
     });
-    shown(pictures + QStringLiteral("linkage-condition"), [] {
-        click(editor, "inputAdd");
-        chooseFirst(condition);
-    });
-    close(condition);
-    shown(pictures + QStringLiteral("linkage-conditions"), [] {
-        showTab(editor, "planConditions", 1);
-        click(editor, "inputUnionAdd");
-        click(conditions, "unionAdd");
-        chooseFirst(condition);
-        click(condition, "pickSave");
-    });
-    close(conditions);
-    shown(pictures + QStringLiteral("linkage-action"), [] {
-        click(editor, "outputAdd");
-        chooseFirst(action);
-    });
-    close(action);
-    shown(pictures + QStringLiteral("linkage-actions"), [] {
-        showTab(editor, "planActions", 1);
-        click(editor, "outputUnionAdd");
-        click(actions, "unionAdd");
-        chooseFirst(action);
-        click(action, "pickSave");
-    });
-    close(actions);
+    for (const Part& part : parts) {
+        const QString picture = pictures + QLatin1String(part.picture);
+        shown(picture, [part] {
+            click(editor, part.add);
+            chooseFirst(part.picker);
+        });
+        close(part.picker);
+        shown(picture + QLatin1Char('s'), [part] {
+            showTab(editor, part.tabs, 1);
+            click(editor, part.addUnion);
+            click(part.unionDialog, "unionAdd");
+            chooseFirst(part.picker);
+            click(part.picker, "pickSave");
+        });
+        close(part.unionDialog);
+    }
     close(editor);
     close(list);
 }
