@@ -7,6 +7,7 @@
 
 namespace {
 constexpr int Gap = 10; // ms between two alarms that are timed
+constexpr const char* Content = "level 3.2 m";
 } // namespace
 
 AlarmRun::AlarmRun(const AppContext& context, const RecordingStorage& storage, int count,
@@ -30,7 +31,7 @@ AlarmRun::~AlarmRun() {
 
 std::string AlarmRun::message() const {
     const std::string device = context_.devices.ipncIds().value(0).toStdString();
-    return R"({"type":"trigger","content":"水位 3.2 m","alarm":{"ipncid":")" + device +
+    return R"({"type":"trigger","content":")" + std::string(Content) + R"(","alarm":{"ipncid":")" + device +
            R"(","datetime":"2026-01-02 03:04:05","trigger":{"linkplanid":1,"name":"p","threshold":1}}})";
 }
 
@@ -48,7 +49,9 @@ void AlarmRun::alarm(const QVariantMap& message) {
     emit context_.events.Onsig_TriggerAlarm(message);
 }
 
-void AlarmRun::onBar() {
+void AlarmRun::onBar(const QString& text) {
+    if (!text.endsWith(QLatin1String(Content))) // others have something to say, too
+        return;
     // Behind the end of the transaction, which was asked for before.
     QMetaObject::invokeMethod(this, &AlarmRun::onWritten, Qt::QueuedConnection);
 }

@@ -29,7 +29,7 @@ public:
     ~AlarmRun() override;
 
 private:
-    void onBar();
+    void onBar(const QString& text);
     void onWritten();
     void sendOne();
     void flood();
@@ -44,6 +44,7 @@ private:
     void sdkCrashed() override {}
     void notice(const QString& /*text*/) override {}
     void textMessage(const QVariantMap& /*message*/) override {}
+    void userInfoChanged() override {}
     void connectionMade(TcpSocketManage* /*connection*/) override {}
     void connectionClosed(TcpSocketManage* /*connection*/) override {}
 

@@ -1,15 +1,21 @@
 #include "video/ui/WallSurface.h"
 
-#include "video/ui/GLYuvWidget.h"
-
 #include <QCoreApplication>
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QWheelEvent>
 #include <QWidget>
+
+#include <utility>
+
+namespace {
+constexpr int SliceTime = 4;        // ms
+constexpr std::size_t Together = 4; // pictures
+} // namespace
 
 WallSurface::WallSurface(std::function<Scene()> scene)
     : scene_(std::move(scene)) {
@@ -73,27 +79,53 @@ void WallSurface::cutTo(const Scene& scene) {
 }
 
 void WallSurface::present() {
-    const Scene scene = scene_();
-    cutTo(scene);
-    if (!shape_.isEmpty() && isExposed() && makeCurrent())
-        draw(scene);
+    again_ = isDrawing_;
+    if (isDrawing_)
+        return;
+    drawing_ = scene_();
+    cutTo(drawing_);
+    next_ = 0;
+    isDrawing_ = !shape_.isEmpty();
+    drawSlice();
 }
 
-void WallSurface::draw(const Scene& scene) {
+void WallSurface::drawSlice() {
+    if (!isDrawing_)
+        return;
+    isDrawing_ = isExposed() && makeCurrent();
+    QElapsedTimer time;
+    time.start();
+    while (isDrawing_ && next_ < drawing_.pictures.size()) {
+        drawPicture(drawing_.pictures[next_++]);
+        // A driver that draws in software begins when it has to, and then draws all that it was given. Told to draw a
+        // few at a time, it finds them in the caches still, and the time of a slice is what it says.
+        if (next_ % Together != 0)
+            continue;
+        context_->functions()->glFinish();
+        if (time.elapsed() < SliceTime)
+            continue;
+        QMetaObject::invokeMethod(this, &WallSurface::drawSlice, Qt::QueuedConnection);
+        return;
+    }
+    if (std::exchange(isDrawing_, false))
+        context_->swapBuffers(this);
+    if (again_)
+        QMetaObject::invokeMethod(this, &WallSurface::present, Qt::QueuedConnection);
+}
+
+void WallSurface::drawPicture(const Picture& picture) {
+    if (picture.renderer == nullptr)
+        return;
     QOpenGLFunctions* const gl = context_->functions();
     const qreal ratio = devicePixelRatio();
-    const int height = qRound(this->height() * ratio);
+    const int width = qRound(picture.place.width() * ratio);
+    const int rows = qRound(picture.place.height() * ratio);
+    const int left = qRound(picture.place.left() * ratio);
+    const int bottom = qRound(height() * ratio) - qRound(picture.place.top() * ratio) - rows;
     gl->glEnable(GL_SCISSOR_TEST);
-    for (const Picture& picture : scene.pictures) {
-        const int width = qRound(picture.place.width() * ratio);
-        const int rows = qRound(picture.place.height() * ratio);
-        const int left = qRound(picture.place.left() * ratio);
-        const int bottom = height - qRound(picture.place.top() * ratio) - rows;
-        gl->glScissor(left, bottom, width, rows);
-        picture.renderer->drawInto(QRect(left, bottom, width, rows));
-        drawn_.insert(picture.renderer);
-    }
-    context_->swapBuffers(this);
+    gl->glScissor(left, bottom, width, rows);
+    picture.renderer->drawInto(QRect(left, bottom, width, rows));
+    drawn_.insert(picture.renderer);
 }
 
 void WallSurface::exposeEvent(QExposeEvent*) {

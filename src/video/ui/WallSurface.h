@@ -1,5 +1,8 @@
 #pragma once
 
+#include "video/ui/GLYuvWidget.h"
+
+#include <QPointer>
 #include <QRegion>
 #include <QSet>
 #include <QWindow>
@@ -8,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-class GLYuvWidget;
 class QOpenGLContext;
 
 /// Draws the pictures of a whole wall of tiles straight to the screen, in one go.
@@ -19,6 +21,9 @@ class QOpenGLContext;
 /// above its tiles, cut to the places of the pictures: borders, texts and everything else are painted by the tiles as
 /// ever, and are seen where this window is not. Input goes through it to the wall.
 ///
+/// Drawing 64 pictures without a graphics card takes most of the time from one picture to the next. It goes on in
+/// slices, between which the thread does what else is to be done: an alarm or a key does not wait for the wall.
+///
 /// A renderer that is drawn here is never shown as a widget. GUI thread only.
 class WallSurface final : public QWindow {
     Q_OBJECT
@@ -26,7 +31,7 @@ public:
     /// One picture: where (px, from the wall's top left corner) and by whom it is drawn.
     struct Picture {
         QRect place;
-        GLYuvWidget* renderer = nullptr;
+        QPointer<GLYuvWidget> renderer; ///< may go between two slices
     };
     /// What is to be seen: pictures, and what lies over them.
     struct Scene {
@@ -42,7 +47,8 @@ public:
     /// keeps at the wall's size and deletes before the renderers.
     QWidget* embed(QWidget& wall);
 
-    /// Draws all pictures and shows them. Without any the surface is hidden.
+    /// Draws all pictures and shows them, begins to do so at least; what is asked for meanwhile follows. Without any
+    /// picture the surface is hidden.
     void present();
 
 protected:
@@ -52,7 +58,8 @@ protected:
 private:
     bool makeCurrent();
     void cutTo(const Scene& scene);
-    void draw(const Scene& scene);
+    void drawSlice();
+    void drawPicture(const Picture& picture);
     bool passOn(QEvent* event);
 
     std::function<Scene()> scene_;
@@ -60,4 +67,8 @@ private:
     QWidget* container_ = nullptr;
     QRegion shape_;            ///< the present one
     QSet<GLYuvWidget*> drawn_; ///< renderers that have something in the context
+    Scene drawing_;            ///< what is being drawn
+    std::size_t next_ = 0;     ///< the picture of it that comes next
+    bool isDrawing_ = false;   ///< a slice is on its way
+    bool again_ = false;       ///< asked for while it was drawing
 };
