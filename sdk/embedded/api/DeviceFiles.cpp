@@ -2,6 +2,7 @@
 
 #include "api/SensorLog.h"
 #include "base/Log.h"
+#include "base/PartFile.h"
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
 #include "device/Firmware.h"
@@ -24,15 +25,6 @@ constexpr auto logPrefix = "dat/"; ///< of the paths of sensor data
 constexpr std::size_t longestPath = 4096;
 constexpr std::size_t partSize = std::size_t{64} * 1024; ///< between two messages of progress
 constexpr std::uintmax_t largestUpload = std::uintmax_t{256} * 1024 * 1024;
-
-/// An absolute path that a client gave: plain text without control characters.
-std::optional<fs::path> absolutePathAt(const Json& message, const char* key) {
-    const auto text = textAt(message, key);
-    if (!text || text->empty() || !isPlainText(*text, longestPath))
-        return std::nullopt;
-    fs::path path(std::u8string(text->begin(), text->end()));
-    return path.is_absolute() && path.has_filename() ? std::make_optional(std::move(path)) : std::nullopt;
-}
 
 /// One message of a flow.
 std::string flowText(const char* type, int requestId, ServiceCode code, const char* state, std::size_t done,
@@ -286,32 +278,17 @@ ServiceCode DeviceFiles::save(const Request& request, const std::vector<std::uin
                               const std::function<void(std::size_t)>& progress) const {
     fs::path part = target;
     part += "." + std::to_string(request.id()) + ".part";
-    std::error_code error;
-    // What was not finished is removed, whatever ended it.
-    const std::shared_ptr<void> leftover(nullptr, [&part](void*) {
-        std::error_code ignored;
-        fs::remove(part, ignored);
-    });
-    std::ofstream file(part, std::ios::binary | std::ios::trunc);
-    for (std::size_t done = 0; file && done < bytes.size();) {
+    PartFile file(std::move(part));
+    for (std::size_t done = 0; done < bytes.size();) {
         if (isCancelled(request))
             return ServiceCode::FileError;
         const std::size_t size = std::min(partSize, bytes.size() - done);
-        file.write(reinterpret_cast<const char*>(bytes.data() + done), static_cast<std::streamsize>(size));
+        if (!file.write(reinterpret_cast<const char*>(bytes.data() + done), size))
+            break;
         done += size;
         progress(done);
     }
-    file.close();
-    if (!file) {
-        logLine("a file of a card could not be written");
-        return ServiceCode::FileError;
-    }
-    if (isCancelled(request))
-        return ServiceCode::FileError;
-    fs::rename(part, target, error);
-    if (error)
-        logLine("a file of a card could not be put in its place: " + error.message());
-    return error ? ServiceCode::FileError : ServiceCode::Done;
+    return !isCancelled(request) && file.finish(target) ? ServiceCode::Done : ServiceCode::FileError;
 }
 
 void DeviceFiles::upload(const Pointer& request, const Json& message) {

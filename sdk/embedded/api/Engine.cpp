@@ -6,6 +6,7 @@
 #include "service/ConfiguredBoards.h"
 #include "store/Accounts.h"
 #include "store/DatabaseFile.h"
+#include "store/UserFiles.h"
 #include "world/FirstWorld.h"
 
 #include <soci/soci.h>
@@ -26,7 +27,7 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     : root_(std::move(root))
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
-    , accounts_(database_, cameras_, key_, *clock_, options.passwordCost, service::computerId(root_)) {
+    , accounts_(database_, cameras_, key_, contents_, *clock_, options.passwordCost, service::computerId(root_)) {
     device::ServiceConfig config = device::loadServiceConfig(root_);
     const auto notices = config.notices;
     openStore(options, std::move(config));
@@ -42,6 +43,11 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
         std::make_unique<CameraControl>(CameraControl::Parts{requests_, cameraTalk_, stopping_, hub.socketDelegate});
     deviceFiles_ = std::make_unique<DeviceFiles>(DeviceFiles::Parts{
         database_, cameras_, loops_, accounts_.session(), requests_, files_, stopping_, hub.loopFolder, datFolder()});
+    userFiles_ = std::make_unique<UserFiles>(
+        UserFiles::Parts{database_, contents_, *clock_, accounts_.session(), requests_, files_, stopping_,
+                         [this](const RequestPointer& request, service::Upload upload) {
+                             keepUpload(request, std::move(upload));
+                         }});
     hub_ = options.makeHub(std::move(hub));
     video_ = std::make_unique<VideoService>(VideoService::Parts{database_, cameras_, key_, accounts_.session(),
                                                                 requests_, *hub_, service_, pictures_, root_});
@@ -59,9 +65,11 @@ std::filesystem::path Engine::datFolder() const {
 
 void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig config) {
     storeFile_ = root_ / std::filesystem::path(std::u8string(config.store.begin(), config.store.end()));
+    contents_.setStore(storeFile_);
     store::StoreContent content;
     content.fill = [this](soci::session& sql) {
-        world::fillFirstWorld(sql, [this](const std::string& password) { return accounts_.hasher().hash(password); });
+        world::fillFirstWorld(
+            sql, [this](const std::string& password) { return accounts_.hasher().hash(password); }, contents_);
     };
     content.upgrade = world::fillWaiting;
     auto opened = store::openDatabaseFile(storeFile_, options.storeTimeout, *clock_, content);
@@ -77,6 +85,7 @@ void Engine::openStore(const RuntimeOptions& options, device::ServiceConfig conf
         const ServiceCode code = database_.change("enter the network cameras", [&](soci::session& sql) {
             cameras_.enter(sql, std::move(config.cameras), config.mistakes);
             service::enterConfiguredBoards(sql, config.boards, key_, config.mistakes);
+            contents_.sweep(store::usedContents(sql));
             return ServiceCode::Done;
         });
         if (code != ServiceCode::Done)
@@ -174,6 +183,8 @@ void Engine::lookAround() {
         loggedOut(*look.logout);
     else if (look.listsChanged)
         listsChanged();
+    if (look.filesChanged)
+        filesChanged();
     alarms_->look();
 }
 
@@ -199,6 +210,19 @@ void Engine::listsChanged() {
     sensors_->boardsChanged();
     alarms_->listsChanged();
     tell({{"type", "freshlist"}});
+}
+
+void Engine::filesChanged() {
+    tell({{"type", "freshuserinfo"}});
+}
+
+void Engine::actOn(const service::AccountService::Outcome& outcome) {
+    if (outcome.logout)
+        return loggedOut(*outcome.logout);
+    if (outcome.listsChanged)
+        listsChanged();
+    if (outcome.filesChanged)
+        filesChanged();
 }
 
 int Engine::nextRequestId() {

@@ -11,6 +11,7 @@
 #include "api/SensorRequests.h"
 #include "api/SensorService.h"
 #include "api/StoreWatch.h"
+#include "api/UserFiles.h"
 #include "api/VideoHub.h"
 #include "api/VideoService.h"
 #include "api/Worker.h"
@@ -29,6 +30,7 @@
 #include "service/Outbox.h"
 #include "service/PasswordHasher.h"
 #include "service/TextMessage.h"
+#include "store/ContentFiles.h"
 #include "store/Database.h"
 #include "store/StoreKey.h"
 
@@ -103,6 +105,12 @@ private:
     void loggedOut(const std::string& reason);
     /// Ends what may not be watched any more and has the client read its lists again.
     void listsChanged();
+    /// Has the client read its maps and files again.
+    void filesChanged();
+    /// Acts on what a request has brought about besides its answer.
+    void actOn(const service::AccountService::Outcome& outcome);
+    /// Enters an upload that was received. Any thread.
+    void keepUpload(const RequestPointer& request, service::Upload upload);
     /// Enters what devices have done by themselves. On the service worker.
     void settleDevices();
     /// Sends the message from a thread of its own and answers the request then.
@@ -122,6 +130,7 @@ private:
     void cameraRequest(const RequestPointer& request, const Json& message);
     void downloadRequest(const RequestPointer& request, const Json& message);
     void uploadRequest(const RequestPointer& request, const Json& message);
+    void userUploadRequest(const RequestPointer& request, const Json& message);
     void newestVersionRequest(const RequestPointer& request, const Json& message);
     void previewRequest(const RequestPointer& request, const Json& message);
     void unknownRequest(const RequestPointer& request, const Json& message);
@@ -151,6 +160,7 @@ private:
     std::filesystem::path storeFile_;  ///< set at start-up, then read only
     store::Database database_;
     store::StoreKey key_; ///< set at start-up, then read only
+    store::ContentFiles contents_;
     device::NetworkCameras cameras_;
     service::AccountService accounts_;
     device::FoundCameras found_;
@@ -171,6 +181,7 @@ private:
     std::unique_ptr<CameraControl> cameraControl_;
     std::unique_ptr<VideoService> video_;
     std::unique_ptr<DeviceFiles> deviceFiles_;
+    std::unique_ptr<UserFiles> userFiles_;
     std::unique_ptr<SensorService> sensors_;
     std::unique_ptr<SensorRequests> sensorRequests_;
     std::unique_ptr<StoreWatch> watch_;

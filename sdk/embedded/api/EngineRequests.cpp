@@ -18,11 +18,11 @@ std::string echo(const std::optional<std::string>& name) {
 
 const std::vector<Engine::Route>& Engine::families() {
     static const std::vector<Route> routes = {
-        {"urlreq", &Engine::accountRequest},      {"p2pmsg", &Engine::deviceRequest},
-        {"serverreq", &Engine::serverRequest},    {"preview", &Engine::previewRequest},
-        {"onvifprobe", &Engine::cameraRequest},   {"ipnclatestver", &Engine::newestVersionRequest},
-        {"downsdfile", &Engine::downloadRequest}, {"uploadipncfile", &Engine::uploadRequest},
-        {nullptr, &Engine::unknownRequest},
+        {"urlreq", &Engine::accountRequest},        {"p2pmsg", &Engine::deviceRequest},
+        {"serverreq", &Engine::serverRequest},      {"preview", &Engine::previewRequest},
+        {"onvifprobe", &Engine::cameraRequest},     {"ipnclatestver", &Engine::newestVersionRequest},
+        {"downsdfile", &Engine::downloadRequest},   {"uploadipncfile", &Engine::uploadRequest},
+        {"userupload", &Engine::userUploadRequest}, {nullptr, &Engine::unknownRequest},
     };
     return routes;
 }
@@ -45,6 +45,8 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
         return respond(request, responseText("urlreq", request->id(), ServiceCode::BadRequest,
                                              {{"clienttype", echo(operation)}}));
     lookAround();
+    if (*operation == "userdown")
+        return userFiles_->download(request, params != nullptr ? *params : Json::object());
     const auto before = accounts_.session().current();
     const auto outcome = accounts_.perform(*operation, params != nullptr ? *params : Json::object());
     const auto after = accounts_.session().current();
@@ -58,10 +60,7 @@ void Engine::accountRequest(const RequestPointer& request, const Json& message) 
     if (outcome.message)
         return sendMessage(request, *outcome.message, response(outcome.reply), response(ServiceCode::MessageFailed));
     respond(request, response(outcome.reply));
-    if (outcome.logout)
-        loggedOut(*outcome.logout);
-    else if (outcome.listsChanged)
-        listsChanged();
+    actOn(outcome);
 }
 
 void Engine::sendMessage(const RequestPointer& request, const service::TextMessage& message,
@@ -101,6 +100,23 @@ void Engine::downloadRequest(const RequestPointer& request, const Json& message)
 void Engine::uploadRequest(const RequestPointer& request, const Json& message) {
     lookAround();
     deviceFiles_->upload(request, message);
+}
+
+void Engine::userUploadRequest(const RequestPointer& request, const Json& message) {
+    lookAround();
+    userFiles_->upload(request, message);
+}
+
+void Engine::keepUpload(const RequestPointer& request, service::Upload upload) {
+    service_.post([this, request, received = std::move(upload)] {
+        if (request->hasEnded())
+            return;
+        lookAround();
+        const auto outcome = accounts_.perform(
+            [&](const service::OperationContext& context) { return service::keepUpload(context, received); });
+        userFiles_->finishUpload(request, outcome.reply, received.size);
+        actOn(outcome);
+    });
 }
 
 void Engine::newestVersionRequest(const RequestPointer& request, const Json& message) {

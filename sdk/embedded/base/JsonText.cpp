@@ -1,7 +1,11 @@
 #include "base/JsonText.h"
 
+#include "base/Text.h"
+
+#include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 #include <utility>
 
 namespace ipncsdk {
@@ -94,6 +98,30 @@ std::optional<bool> flagAt(const Json& object, const char* key) {
     if (member == nullptr || !member->is_boolean())
         return std::nullopt;
     return member->get<bool>();
+}
+
+std::optional<double> numberOf(const Json& value) {
+    double number = 0;
+    if (value.is_number()) {
+        number = value.get<double>();
+    } else if (const auto* const text = value.get_ptr<const std::string*>(); text != nullptr) {
+        const char* const end = text->data() + text->size();
+        const auto parsed = std::from_chars(text->data(), end, number);
+        if (parsed.ec != std::errc() || parsed.ptr != end)
+            return std::nullopt;
+    } else {
+        return std::nullopt;
+    }
+    return std::isfinite(number) ? std::make_optional(number) : std::nullopt;
+}
+
+std::optional<std::filesystem::path> absolutePathAt(const Json& object, const char* key) {
+    constexpr std::size_t longest = 4096;
+    const auto text = textAt(object, key);
+    if (!text || text->empty() || !isPlainText(*text, longest))
+        return std::nullopt;
+    std::filesystem::path path(std::u8string(text->begin(), text->end()));
+    return path.is_absolute() && path.has_filename() ? std::make_optional(std::move(path)) : std::nullopt;
 }
 
 } // namespace ipncsdk

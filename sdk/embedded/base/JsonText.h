@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,5 +36,9 @@ std::optional<bool> flagAt(const Json& object, const char* key);
 /// The member, or null when it is missing.
 const Json* memberAt(const Json& object, const char* key);
 std::optional<std::int64_t> integerOf(const Json& value);
+/// A finite number, or a text that is one and nothing else ("0.5").
+std::optional<double> numberOf(const Json& value);
+/// An absolute path of a file, plain text without control characters.
+std::optional<std::filesystem::path> absolutePathAt(const Json& object, const char* key);
 
 } // namespace ipncsdk

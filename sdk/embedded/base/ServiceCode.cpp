@@ -72,6 +72,16 @@ const char* errorText(ServiceCode code) {
         return "(write failed)";
     case ServiceCode::Limit:
         return "(limit)";
+    case ServiceCode::NotMainAccount:
+        return "(not main account)";
+    case ServiceCode::MapNotEmpty:
+        return "(map not empty)";
+    case ServiceCode::UnknownMap:
+        return "(not map)";
+    case ServiceCode::UnknownMarker:
+        return "(not marker)";
+    case ServiceCode::FileExists:
+        return "(file exist)";
     }
     return "(bad request)";
 }

@@ -38,6 +38,11 @@ enum class ServiceCode : int {
     UnknownInput = 30,
     WriteFailed = 31,
     Limit = 32,
+    NotMainAccount = 33,
+    MapNotEmpty = 34,
+    UnknownMap = 35,
+    UnknownMarker = 36,
+    FileExists = 37,
     NotFound = 404
 };
 

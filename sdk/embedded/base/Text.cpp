@@ -85,7 +85,11 @@ bool isPlainText(std::string_view text, std::size_t longest) {
 }
 
 bool isDeviceId(std::string_view text) {
-    if (text.empty() || !isPlainText(text, longestDeviceId))
+    return isFileName(text, longestDeviceId);
+}
+
+bool isFileName(std::string_view text, std::size_t longest) {
+    if (text.empty() || !isPlainText(text, longest))
         return false;
     if (text.find_first_of("/\\:*?\"<>|") != std::string_view::npos || text.find("..") != std::string_view::npos)
         return false;

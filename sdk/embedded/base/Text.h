@@ -16,6 +16,9 @@ bool isPlainText(std::string_view text, std::size_t longest);
 /// path separators or other characters that file systems refuse, no "..", no dot or blank at either end.
 bool isDeviceId(std::string_view text);
 
+/// True for a text that may name a file in whatever file system, by the same rules; 1 to `longest` characters.
+bool isFileName(std::string_view text, std::size_t longest);
+
 /// True for a phone number as accounts have them: 5 to 20 digits, a plus sign may stand before them.
 bool isPhoneNumber(std::string_view text);
 

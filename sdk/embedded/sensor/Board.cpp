@@ -82,8 +82,8 @@ Board boardOf(const Json& record) {
 }
 
 bool isPlant(const Board& board) {
-    const bool simulated =
-        board.type == "RS485" || board.type == "RS232" || board.type == "IO" || board.type == "ZIGBEE";
+    const bool simulated = board.type == "RS485" || board.type == "RS232" || board.type == "IO" ||
+                           board.type == "ZIGBEE" || board.type == "POSITION";
     return simulated && textOr(board.params, "mode", "plant") == "plant";
 }
 

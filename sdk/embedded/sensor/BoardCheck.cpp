@@ -4,6 +4,7 @@
 #include "sensor/Board.h"
 #include "sensor/BoardType.h"
 #include "sensor/ModbusValue.h"
+#include "sensor/Position.h"
 #include "sensor/SoftExpression.h"
 
 #include <algorithm>
@@ -206,6 +207,8 @@ std::string checkFrame(const BoardType& type, Json& record) {
         wrong = "参数格式不正确";
     if (wrong.empty())
         wrong = completeParams(type.fields, params, params);
+    if (wrong.empty() && type.protocol != nullptr)
+        wrong = completePosition(record);
     return wrong.empty() ? checkPath(params) : wrong;
 }
 

@@ -55,7 +55,12 @@ constexpr auto templates = R"json([
   {"name":"二维码位移","type":"QR","board":{"type":"QR","ifname":"QR-1","name":"二维码","params":{},
     "input":[{"name":"X","unit":"mm","params":{"axis":"QRcode_x"}},
              {"name":"Y","unit":"mm","params":{"axis":"QRcode_y"}},
-             {"name":"Z","unit":"mm","params":{"axis":"QRcode_z"}}],"output":[]}}
+             {"name":"Z","unit":"mm","params":{"axis":"QRcode_z"}}],"output":[]}},
+  {"name":"定位标签","type":"POSITION","board":{"type":"POSITION","ifname":"POSITION-1","name":"定位标签",
+    "params":{"mode":"mqtt","broker":"localhost","topic":"position/tag1"},
+    "info":{"locations":[{"x":"0","y":"0"},{"x":"10","y":"0"},{"x":"10","y":"10"}]},
+    "input":[{"name":"X坐标","unit":"m","params":{"axis":"x","key":"x"}},
+             {"name":"Y坐标","unit":"m","params":{"axis":"y","key":"y"}}],"output":[]}}
 ])json";
 
 } // namespace

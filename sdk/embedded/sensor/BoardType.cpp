@@ -1,6 +1,7 @@
 #include "sensor/BoardType.h"
 
 #include "sensor/BoardTemplates.h"
+#include "sensor/Position.h"
 
 #include <algorithm>
 
@@ -122,20 +123,30 @@ BoardType soft() {
     return {"SOFT", "软件接口", true, 8, true, {period(1000)}, {text("expression", "表达式", 1)}, {}, false};
 }
 
+/// The way to a node that publishes its values, see `MqttDriver`.
+std::vector<Field> brokerFields() {
+    return {choice("mode", "连接方式", {{"mqtt", "MQTT"}, plant}, "mqtt"),
+            when({"mqtt"}, text("broker", "服务器", 1, "localhost")), when({"mqtt"}, text("user", "用户名", 0, "")),
+            when({"mqtt"}, {"password", "密码", Kind::Secret, 0, longestText, ""}),
+            when({"mqtt"}, text("topic", "主题", 1))};
+}
+
 BoardType zigbee() {
     const std::vector<Field> port = {when({"mqtt"}, text("key", "数据键", 1, {}, 64))};
-    return {"ZIGBEE",
-            "ZigBee",
-            true,
+    return {"ZIGBEE", "ZigBee", true, 8, true, brokerFields(), port, port, true};
+}
+
+BoardType position() {
+    return {"POSITION",
+            "定位传感器",
+            false,
             8,
             true,
-            {choice("mode", "连接方式", {{"mqtt", "MQTT"}, plant}, "mqtt"),
-             when({"mqtt"}, text("broker", "服务器", 1, "localhost")), when({"mqtt"}, text("user", "用户名", 0, "")),
-             when({"mqtt"}, {"password", "密码", Kind::Secret, 0, longestText, ""}),
-             when({"mqtt"}, text("topic", "主题", 1))},
-            port,
-            port,
-            true};
+            brokerFields(),
+            {choice("axis", "坐标", {{"x", "X"}, {"y", "Y"}}, "x"), when({"mqtt"}, text("key", "数据键", 1, {}, 64))},
+            {},
+            false,
+            positionProtocol};
 }
 
 BoardType marks() {
@@ -166,7 +177,8 @@ const std::vector<BoardType>& boardTypes() {
                                                  video(),
                                                  soft(),
                                                  zigbee(),
-                                                 marks()};
+                                                 marks(),
+                                                 position()};
     return types;
 }
 
@@ -178,13 +190,16 @@ const BoardType* findBoardType(std::string_view name) {
 
 Json boardTypesDocument() {
     Json types = Json::array();
-    for (const BoardType& type : boardTypes())
+    for (const BoardType& type : boardTypes()) {
         types.push_back({{"type", type.name},
                          {"name", type.title},
                          {"sublist", type.sublist},
                          {"fields", fieldsJson(type.fields)},
                          {"inputfields", fieldsJson(type.inputs)},
                          {"outputfields", fieldsJson(type.outputs)}});
+        if (type.protocol != nullptr)
+            types.back()["protocol"] = type.protocol;
+    }
     return {{"sensortypes", std::move(types)}, {"templates", boardTemplates()}};
 }
 

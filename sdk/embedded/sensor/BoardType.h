@@ -17,8 +17,9 @@ struct BoardType {
     bool shared;       ///< several boards may be at one interface
     std::vector<Field> fields;
     std::vector<Field> inputs;
-    std::vector<Field> outputs; ///< empty together with `!switches`
-    bool switches;              ///< boards can have outputs
+    std::vector<Field> outputs;     ///< empty together with `!switches`
+    bool switches;                  ///< boards can have outputs
+    const char* protocol = nullptr; ///< what records have under this name; null: nothing
 };
 
 const std::vector<BoardType>& boardTypes();

@@ -33,7 +33,7 @@ std::unique_ptr<Driver> makeDriver(const std::string& ipncid, const Board& board
         return std::make_unique<ModbusDriver>(board);
     if (board.type == "IO")
         return makeLines(board);
-    if (board.type == "ZIGBEE")
+    if (board.type == "ZIGBEE" || board.type == "POSITION")
         return std::make_unique<MqttDriver>(board);
     if (board.type == "SOFT")
         return std::make_unique<SoftDriver>(

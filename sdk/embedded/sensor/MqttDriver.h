@@ -11,8 +11,9 @@ struct mosquitto_message;
 
 namespace ipncsdk::sensor {
 
-/// A ZigBee node behind a gateway that speaks MQTT: it publishes JSON objects to its topic and takes {KEY: VALUE} on
-/// TOPIC/set. The library connects again by itself; its thread calls the static members.
+/// A ZigBee node behind a gateway that speaks MQTT, or a tag of a positioning system that does: it publishes JSON
+/// objects to its topic and takes {KEY: VALUE} on TOPIC/set. The library connects again by itself; its thread calls
+/// the static members.
 class MqttDriver final : public Driver {
 public:
     explicit MqttDriver(const Board& board);

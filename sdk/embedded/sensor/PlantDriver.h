@@ -1,8 +1,9 @@
 #pragma once
 
 #include "sensor/Driver.h"
+#include "sensor/Position.h"
 
-#include <map>
+#include <optional>
 
 namespace ipncsdk::sensor {
 
@@ -22,6 +23,7 @@ public:
 
 private:
     const std::vector<Port> inputs_;
+    std::optional<SimulatedWalk> walk_; ///< of a positioning sensor
     const std::function<std::chrono::system_clock::time_point()> now_;
 };
 

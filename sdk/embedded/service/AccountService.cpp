@@ -5,6 +5,7 @@
 #include "store/Notices.h"
 #include "store/Schema.h"
 #include "store/Sessions.h"
+#include "store/UserFiles.h"
 
 #include <utility>
 
@@ -19,11 +20,12 @@ constexpr std::size_t longestPassword = 128;
 } // namespace
 
 AccountService::AccountService(store::Database& database, const device::NetworkCameras& cameras,
-                               const store::StoreKey& key, const Clock& clock, PasswordHasher::Cost cost,
-                               std::string computer)
+                               const store::StoreKey& key, const store::ContentFiles& files, const Clock& clock,
+                               PasswordHasher::Cost cost, std::string computer)
     : database_(database)
     , cameras_(cameras)
     , key_(key)
+    , files_(files)
     , computer_(std::move(computer))
     , guard_(clock)
     , words_(clock)
@@ -50,20 +52,49 @@ AccountService::Outcome AccountService::perform(const std::string& operation, co
         outcome.reply = row == nullptr ? ServiceCode::NotSupported : ServiceCode::NotSignedIn;
         return outcome;
     }
+    return perform(caller.value_or(SignedIn{}),
+                   [&](const OperationContext& context) { return row->run(context, params); });
+}
+
+AccountService::Outcome AccountService::perform(const std::function<Reply(const OperationContext&)>& work) {
+    if (const auto caller = session_.current())
+        return perform(*caller, work);
+    Outcome outcome;
+    outcome.reply = ServiceCode::NotSignedIn;
+    return outcome;
+}
+
+AccountService::Outcome AccountService::perform(const SignedIn& caller,
+                                                const std::function<Reply(const OperationContext&)>& work) {
+    Outcome outcome;
     Effects effects;
-    const OperationContext context{database_, cameras_, key_,      codes_,  hasher_,
-                                   words_,    session_, computer_, effects, caller.value_or(SignedIn{})};
-    outcome.reply = row->run(context, params);
+    outcome.reply =
+        work({database_, cameras_, key_, files_, codes_, hasher_, words_, session_, computer_, effects, caller});
+    release(effects.released);
     if (outcome.reply.code != ServiceCode::Done)
         return outcome;
     outcome.message = std::move(effects.message);
-    if (effects.signedOut)
+    if (effects.signedOut) {
         outcome.logout = "unbind";
-    else if (caller && effects.concerned.count(caller->id) > 0) {
-        outcome.listsChanged = true;
-        noteRevision();
+        return outcome;
     }
+    outcome.listsChanged = caller.id != 0 && effects.concerned.count(caller.id) > 0;
+    outcome.filesChanged = caller.id != 0 && effects.concernedByFiles.count(caller.id) > 0;
+    noteRevisions(outcome.listsChanged, outcome.filesChanged);
     return outcome;
+}
+
+void AccountService::release(const std::set<std::string>& contents) {
+    if (contents.empty())
+        return;
+    // Inside a changing transaction nobody else refers to one of them anew.
+    database_.change("remove files that nobody uses", [&](soci::session& sql) {
+        for (const std::string& content : contents) {
+            if (!store::isContentUsed(sql, content))
+                files_.remove(content);
+        }
+        return ServiceCode::Done;
+    });
 }
 
 AccountService::Look AccountService::look() {
@@ -84,13 +115,20 @@ AccountService::Look AccountService::look() {
         return look;
     }
     look.listsChanged = std::exchange(seenRevision_, state.revision) != state.revision;
+    look.filesChanged = std::exchange(seenFileRevision_, state.fileRevision) != state.fileRevision;
     return look;
 }
 
-void AccountService::noteRevision() {
-    database_.read("note what was changed", [this](soci::session& sql) {
-        if (const auto caller = session_.current())
-            seenRevision_ = store::sessionState(sql, caller->id, computer_).revision;
+void AccountService::noteRevisions(bool lists, bool files) {
+    if (!lists && !files)
+        return;
+    database_.read("note what was changed", [&](soci::session& sql) {
+        const auto caller = session_.current();
+        if (!caller)
+            return ServiceCode::Done;
+        const auto state = store::sessionState(sql, caller->id, computer_);
+        seenRevision_ = lists ? state.revision : seenRevision_;
+        seenFileRevision_ = files ? state.fileRevision : seenFileRevision_;
         return ServiceCode::Done;
     });
 }
@@ -138,6 +176,7 @@ Reply AccountService::signIn(const Json& params) {
         return ServiceCode::Unbound;
     session_.set(SignedIn{account->id, account->phone, state.passwordEpoch, state.bindingEpoch});
     seenRevision_ = state.revision;
+    seenFileRevision_ = state.fileRevision;
     rememberSignIn();
     return Reply(Json{{"phonenumber", account->phone}, {"nickname", account->nickname}});
 }

@@ -8,33 +8,42 @@
 #include "service/SignInGuard.h"
 #include "service/TextMessage.h"
 #include "service/VerificationCodes.h"
+#include "store/ContentFiles.h"
 #include "store/Database.h"
 #include "store/StoreKey.h"
 
 #include <atomic>
+#include <functional>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace ipncsdk::service {
+
+struct OperationContext;
 
 /// Answers the account requests. One thread, but for the session, which anyone may read.
 class AccountService final {
 public:
     /// `computer` marks what belongs to the machine on which this process runs.
     AccountService(store::Database& database, const device::NetworkCameras& cameras, const store::StoreKey& key,
-                   const Clock& clock, PasswordHasher::Cost cost, std::string computer);
+                   const store::ContentFiles& files, const Clock& clock, PasswordHasher::Cost cost,
+                   std::string computer);
     AccountService(const AccountService&) = delete;
     AccountService& operator=(const AccountService&) = delete;
 
     struct Outcome {
         Reply reply;
         bool listsChanged = false;          ///< the client must read the device lists again
+        bool filesChanged = false;          ///< it must read its maps and files again
         std::optional<TextMessage> message; ///< to be sent before the reply; then it is to be `settle`d
         std::optional<std::string> logout;  ///< the session is over, with the reason as "logout" tells it
     };
 
     /// Does the operation ("clienttype") with its parameters.
     Outcome perform(const std::string& operation, const Json& params);
+    /// Does something for the account that is signed in; `NotSignedIn` when nobody is.
+    Outcome perform(const std::function<Reply(const OperationContext&)>& work);
 
     /// Signs in, as the operation "logon" and the command "login" do.
     Reply signIn(const Json& params);
@@ -44,6 +53,7 @@ public:
     /// What others, in this process or another, have done to the session since it was last looked at.
     struct Look {
         bool listsChanged = false;
+        bool filesChanged = false;
         std::optional<std::string> logout; ///< the session was ended now, with the reason as "logout" tells it
     };
     Look look();
@@ -63,12 +73,16 @@ public:
 
 private:
     void rememberSignIn();
-    /// The account's revision as the client is going to read it.
-    void noteRevision();
+    Outcome perform(const SignedIn& caller, const std::function<Reply(const OperationContext&)>& work);
+    /// The account's revisions as the client is going to read them.
+    void noteRevisions(bool lists, bool files);
+    /// Removes contents that nothing refers to any more.
+    void release(const std::set<std::string>& contents);
 
     store::Database& database_;
     const device::NetworkCameras& cameras_;
     const store::StoreKey& key_;
+    const store::ContentFiles& files_;
     const std::string computer_;
     SignInGuard guard_;
     SignInGuard words_;
@@ -76,6 +90,7 @@ private:
     VerificationCodes codes_;
     Session session_;
     long long seenRevision_ = 0; ///< what the client has been told to read, of the session's account
+    long long seenFileRevision_ = 0;
     std::atomic<bool> everSignedIn_{false};
 };
 

@@ -7,6 +7,7 @@
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
+#include "store/Maps.h"
 
 #include <sodium.h>
 
@@ -149,6 +150,7 @@ ServiceCode removeOwned(soci::session& sql, const OperationContext& context, con
         return ServiceCode::NoRight;
     for (const store::AccountId account : store::friendsWith(sql, device.ipncid))
         context.effects.concerned.insert(account);
+    context.effects.concernedByFiles.merge(store::viewersOfMarkers(sql, {device.ipncid}));
     store::removeDevice(sql, device.ipncid);
     if (device.origin != device::addedOrigin)
         store::insertWaiting(sql, device);
@@ -185,6 +187,7 @@ Reply deleteIpnc(const OperationContext& context, const Json& params) {
             return removeOwned(sql, context, device->device);
         // A friend gives the share back.
         context.effects.concerned.insert(device->device.owner);
+        context.effects.concernedByFiles = store::removeMarkers(sql, {*ipncid, 0, context.caller.id});
         store::removeShare(sql, *ipncid, context.caller.id);
         return ServiceCode::Done;
     });

@@ -238,8 +238,11 @@ void showToClients(BoardRecords& records, const sensor::LatestValues& latest, bo
             board["params"]["mode"] = "plant";
         records.put(board);
     }
-    records.forEachPort([&](Json& port, bool /*isInput*/) {
+    records.forEachPort([&](Json& port, bool isInput) {
         const auto reading = latest.of(wholeAt(port, "pid", 0));
+        // Of an output nothing is known before it was written.
+        if (!isInput && !reading)
+            return;
         port["state"] = reading && reading->normal && deviceOnline ? 1 : 0;
         port["value"] = reading ? reading->value : 0.0;
         if (reading)

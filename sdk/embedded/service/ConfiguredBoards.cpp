@@ -2,6 +2,7 @@
 
 #include "service/BoardRecords.h"
 #include "store/Devices.h"
+#include "store/Maps.h"
 #include "store/Sessions.h"
 
 namespace ipncsdk::service {
@@ -71,6 +72,8 @@ void enterConfiguredBoards(soci::session& sql, const std::vector<device::Configu
         store::touch(sql, device->owner);
         for (const store::AccountId account : store::friendsWith(sql, device->ipncid))
             store::touch(sql, account);
+        for (const store::AccountId account : store::viewersOfMarkers(sql, {device->ipncid}))
+            store::touchFiles(sql, account);
     }
 }
 

@@ -5,6 +5,8 @@
 #include "device/Rights.h"
 #include "service/BoardRecords.h"
 #include "service/LinkageRecords.h"
+#include "service/MapRecords.h"
+#include "service/UserFileOperations.h"
 #include "store/AddableDevices.h"
 #include "store/Devices.h"
 #include "store/Groups.h"
@@ -65,7 +67,7 @@ std::optional<Json> Documents::make(std::string_view name) const {
     if (name == "ipnclist")
         return deviceList();
     if (name == "userinfo")
-        return std::make_optional(userInfo());
+        return userInfo();
     if (name == "phoneid")
         return std::make_optional(phoneId());
     if (name == "firstaccount")
@@ -135,9 +137,23 @@ std::optional<Json> Documents::deviceList() const {
     return std::make_optional(Json{{"ipnclist", std::move(devices)}, {"group", std::move(groups)}});
 }
 
-Json Documents::userInfo() const {
-    return {{"userconfig", {{"maps", Json::array()}, {"sharemaps", Json::array()}}},
-            {"fileinfo", {{"icons", {{"public", Json::array()}, {"user", Json::array()}}}}}};
+std::optional<Json> Documents::userInfo() const {
+    Json maps = {{"maps", Json::array()}, {"sharemaps", Json::array()}};
+    Json own = Json::array();
+    const auto caller = accounts_.session().current();
+    const auto collect = [&](soci::session& sql) {
+        // Another process may have ended the session a moment ago.
+        if (!accounts_.holds(sql, *caller))
+            return ServiceCode::Done;
+        maps = mapsDocument(sql, caller->id);
+        own = iconsDocument(sql, caller->id);
+        return ServiceCode::Done;
+    };
+    if (caller && database_.read("read maps and files", collect) != ServiceCode::Done)
+        return std::nullopt;
+    const Json shared = caller ? publicIconsDocument() : Json::array();
+    return std::make_optional(Json{{"userconfig", std::move(maps)},
+                                   {"fileinfo", {{"icons", {{"public", shared}, {"user", std::move(own)}}}}}});
 }
 
 Json Documents::phoneId() const {

@@ -28,7 +28,7 @@ public:
 
 private:
     [[nodiscard]] std::optional<Json> deviceList() const;
-    [[nodiscard]] Json userInfo() const;
+    [[nodiscard]] std::optional<Json> userInfo() const;
     [[nodiscard]] Json phoneId() const;
     [[nodiscard]] Json firstAccount() const;
 

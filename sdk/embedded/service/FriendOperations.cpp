@@ -3,6 +3,7 @@
 #include "service/Params.h"
 #include "store/Accounts.h"
 #include "store/Devices.h"
+#include "store/Maps.h"
 
 namespace ipncsdk::service {
 
@@ -71,6 +72,10 @@ Reply deleteFriend(const OperationContext& context, const Json& params) {
             return ServiceCode::NotFriend;
         store::removeSharesOf(sql, context.caller.id, other->id);
         store::removeSharesOf(sql, other->id, context.caller.id);
+        const bool gave = store::removeMapSharesOf(sql, context.caller.id, other->id);
+        const bool got = store::removeMapSharesOf(sql, other->id, context.caller.id);
+        if (gave || got)
+            context.effects.concernedByFiles = {context.caller.id, other->id};
         store::removeFriendship(sql, context.caller.id, other->id);
         context.effects.concerned = {context.caller.id, other->id};
         return ServiceCode::Done;

@@ -1,4 +1,3 @@
-#include "base/Text.h"
 #include "media/StillPicture.h"
 #include "media/WholeFile.h"
 #include "service/Operations.h"
@@ -19,17 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uintmax_t largestPicture = 1024 * 1024 - 1;
-constexpr std::size_t longestPath = 4096;
 constexpr int base64Variant = sodium_base64_VARIANT_ORIGINAL;
-
-/// An absolute path; nothing when the text is none.
-std::optional<fs::path> absolutePathAt(const Json& params, const char* key) {
-    const auto text = textAt(params, key);
-    if (!text || text->empty() || !isPlainText(*text, longestPath))
-        return std::nullopt;
-    fs::path path(std::u8string(text->begin(), text->end()));
-    return path.is_absolute() && path.has_filename() ? std::make_optional(std::move(path)) : std::nullopt;
-}
 
 std::string encoded(const std::vector<std::uint8_t>& bytes) {
     std::vector<char> text(sodium_base64_encoded_len(bytes.size(), base64Variant));

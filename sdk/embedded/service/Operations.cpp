@@ -51,6 +51,12 @@ constexpr std::array operations = {
     Operation{"submitreportrules", true, submitReportRules},
     Operation{"delreportrules", true, deleteReportRules},
     Operation{"getsmsrecords", true, getSmsRecords},
+    Operation{"submitmap", true, submitMap},
+    Operation{"delmap", true, deleteMap},
+    Operation{"setmapshare", true, setMapShare},
+    Operation{"submitmapsensor", true, submitMapSensor},
+    Operation{"delmapsensor", true, deleteMapSensor},
+    Operation{"deluserfile", true, deleteUserFile},
 };
 
 } // namespace
@@ -58,10 +64,13 @@ constexpr std::array operations = {
 ServiceCode OperationContext::change(const char* what, const store::Database::Work& work) const {
     return database.change(what, [&](soci::session& sql) {
         effects.concerned.clear();
+        effects.concernedByFiles.clear();
         const ServiceCode code = work(sql);
         if (code == ServiceCode::Done) {
             for (const store::AccountId account : effects.concerned)
                 store::touch(sql, account);
+            for (const store::AccountId account : effects.concernedByFiles)
+                store::touchFiles(sql, account);
         }
         return code;
     });

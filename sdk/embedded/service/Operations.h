@@ -7,6 +7,7 @@
 #include "service/SignInGuard.h"
 #include "service/TextMessage.h"
 #include "service/VerificationCodes.h"
+#include "store/ContentFiles.h"
 #include "store/Database.h"
 #include "store/StoreKey.h"
 
@@ -20,9 +21,11 @@ namespace ipncsdk::service {
 
 /// What an operation brings about besides its reply.
 struct Effects {
-    std::set<store::AccountId> concerned; ///< accounts whose clients must read their lists again
-    std::optional<TextMessage> message;   ///< to be sent; the reply waits for it
-    bool signedOut = false;               ///< the caller's session is over, see `Session`
+    std::set<store::AccountId> concerned;        ///< accounts whose clients must read their lists again
+    std::set<store::AccountId> concernedByFiles; ///< likewise, of maps and files
+    std::set<std::string> released; ///< contents that were used and may not be any more; removed after the operation
+    std::optional<TextMessage> message; ///< to be sent; the reply waits for it
+    bool signedOut = false;             ///< the caller's session is over, see `Session`
 };
 
 /// What an operation works on.
@@ -30,6 +33,7 @@ struct OperationContext {
     store::Database& database;
     const device::NetworkCameras& cameras;
     const store::StoreKey& key;
+    const store::ContentFiles& files;
     const VerificationCodes& codes;
     const PasswordHasher& hasher;
     SignInGuard& words; ///< slows down the guessing of devices' words
@@ -38,7 +42,7 @@ struct OperationContext {
     Effects& effects;
     SignedIn caller; ///< empty for operations that need no sign-in
 
-    /// Runs `work` as `Database::change` does; the accounts that it enters into `effects.concerned` are told, in all
+    /// Runs `work` as `Database::change` does; the accounts that it enters into `effects` are told, in all
     /// processes.
     ServiceCode change(const char* what, const store::Database::Work& work) const;
 };
@@ -95,6 +99,13 @@ Reply getReportRules(const OperationContext& context, const Json& params);
 Reply submitReportRules(const OperationContext& context, const Json& params);
 Reply deleteReportRules(const OperationContext& context, const Json& params);
 Reply getSmsRecords(const OperationContext& context, const Json& params);
+
+Reply submitMap(const OperationContext& context, const Json& params);
+Reply deleteMap(const OperationContext& context, const Json& params);
+Reply setMapShare(const OperationContext& context, const Json& params);
+Reply submitMapSensor(const OperationContext& context, const Json& params);
+Reply deleteMapSensor(const OperationContext& context, const Json& params);
+Reply deleteUserFile(const OperationContext& context, const Json& params);
 
 Reply getFriends(const OperationContext& context, const Json& params);
 Reply addFriend(const OperationContext& context, const Json& params);

@@ -18,15 +18,27 @@ std::optional<std::string> phoneAt(const Json& params, const char* key) {
     return phone && isPhoneNumber(*phone) ? phone : std::nullopt;
 }
 
-std::optional<store::GroupId> groupIdAt(const Json& params, const char* key) {
+bool isGiven(const Json& params, const char* key) {
+    const Json* const value = memberAt(params, key);
+    if (value == nullptr || value->is_null())
+        return false;
+    const auto* const text = value->get_ptr<const std::string*>();
+    return text == nullptr || !text->empty();
+}
+
+std::optional<long long> idAt(const Json& params, const char* key) {
     if (const auto number = integerAt(params, key))
         return *number;
     const auto text = textAt(params, key);
     if (!text)
         return std::nullopt;
-    store::GroupId id = 0;
+    long long id = 0;
     const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), id);
     return error == std::errc() && end == text->data() + text->size() ? id : 0;
+}
+
+std::optional<store::GroupId> groupIdAt(const Json& params, const char* key) {
+    return idAt(params, key);
 }
 
 std::optional<std::size_t> indexAt(const Json& params, const char* key) {

@@ -18,8 +18,13 @@ std::optional<std::string> nameAt(const Json& params, const char* key);
 /// A phone number as accounts have them.
 std::optional<std::string> phoneAt(const Json& params, const char* key);
 
-/// A group's id, which documents give as text; a whole number is taken too. Nothing when it is neither; 0, which
-/// no group has, when the text is no number.
+/// A number that documents give as text; a whole number is taken too. Nothing when it is neither; 0, which nothing
+/// has, when the text is no number.
+std::optional<long long> idAt(const Json& params, const char* key);
+/// Whether a key names something: it is there, and neither null nor an empty text.
+bool isGiven(const Json& params, const char* key);
+
+/// A group's id, as `idAt`.
 std::optional<store::GroupId> groupIdAt(const Json& params, const char* key);
 
 /// A place in a list, from 0.

@@ -1,9 +1,11 @@
 #include "device/DeviceRequests.h"
 #include "device/Rights.h"
 #include "sensor/BoardType.h"
+#include "sensor/Position.h"
 #include "service/BoardRecords.h"
 #include "service/Operations.h"
 #include "store/Devices.h"
+#include "store/Maps.h"
 
 #include <optional>
 #include <set>
@@ -30,6 +32,10 @@ Reply changeBoards(const OperationContext& context, const Json& params, const ch
         context.effects.concerned.insert(device->device.owner);
         for (const store::AccountId account : store::friendsWith(sql, *ipncid))
             context.effects.concerned.insert(account);
+        // Maps show the reference points of the boards on them.
+        if (sensor::isPositionBoard(outcome.record))
+            context.effects.concernedByFiles.merge(
+                store::viewersOfMarkers(sql, {*ipncid, sensor::wholeAt(outcome.record, "pid", 0)}));
         return outcome.code;
     });
     Reply reply(code);
@@ -88,7 +94,10 @@ Reply deleteSensor(const OperationContext& context, const Json& params) {
     if (pid <= 0)
         return ServiceCode::BadRequest;
     return changeBoards(context, params, "delete a board", [&](soci::session& sql, const store::Device& device) {
-        return deleteBoard(sql, device, pid);
+        BoardChange change = deleteBoard(sql, device, pid);
+        if (change.code == ServiceCode::Done)
+            context.effects.concernedByFiles = store::removeMarkers(sql, {device.ipncid, pid});
+        return change;
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/LocalTime.h"
 #include "base/Log.h"
+#include "store/ContentFiles.h"
 #include "store/Schema.h"
 
 #include <soci/soci.h>
@@ -117,7 +118,8 @@ std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
         logLine("the damaged store can't be renamed: " + error.message());
         return std::nullopt;
     }
-    for (const char* companion : {"-wal", "-shm"}) {
+    // What the damaged store refers to goes with it: the new one would remove it.
+    for (const char* companion : {"-wal", "-shm", ContentFiles::suffix}) {
         fs::path from = file;
         from += companion;
         if (!fs::exists(from, error))

@@ -43,7 +43,7 @@ struct StoreContent {
 /// Opens the SQLite file `file`, checks it whole and makes it when it is missing.
 ///
 /// A file that is no store of ours or fails its check is renamed with ".damaged-yyyyMMddhhmmss" (local time) behind
-/// its name, together with the files that SQLite keeps beside it, and a new one is made. A file that can't be
+/// its name, together with what SQLite and `ContentFiles` keep beside it, and a new one is made. A file that can't be
 /// reached or is held by another program stays as it is. Tables of an earlier version are brought to ours, in one
 /// transaction. Several processes may do all this at once. `busyTimeout` is rounded up to seconds.
 OpenedFile openDatabaseFile(const std::filesystem::path& file, std::chrono::milliseconds busyTimeout,

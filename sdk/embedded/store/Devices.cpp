@@ -175,9 +175,10 @@ void setDeviceInfo(soci::session& sql, const std::string& ipncid, const std::str
 
 void removeDevice(soci::session& sql, const std::string& ipncid) {
     for (const char* statement :
-         {"delete from placements where ipncid = :device", "delete from shares where ipncid = :device",
-          "delete from parameters where ipncid = :device", "delete from linkplans where ipncid = :device",
-          "delete from netcameras where ipncid = :device", "delete from devices where ipncid = :device"})
+         {"delete from mapmarkers where ipncid = :device", "delete from placements where ipncid = :device",
+          "delete from shares where ipncid = :device", "delete from parameters where ipncid = :device",
+          "delete from linkplans where ipncid = :device", "delete from netcameras where ipncid = :device",
+          "delete from devices where ipncid = :device"})
         sql << statement, soci::use(ipncid, "device");
 }
 

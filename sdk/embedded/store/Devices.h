@@ -70,7 +70,7 @@ std::vector<AccountId> friendsWith(soci::session& sql, const std::string& ipncid
 std::vector<Share> sharesBy(soci::session& sql, AccountId owner);
 
 void setDeviceInfo(soci::session& sql, const std::string& ipncid, const std::string& info);
-/// Removes a device with everything that hangs on it: places, shares, parameters, plans, address.
+/// Removes a device with everything that hangs on it: places, shares, parameters, plans, markers, address.
 void removeDevice(soci::session& sql, const std::string& ipncid);
 
 void setDeviceNickname(soci::session& sql, AccountId account, const std::string& ipncid, const std::string& nickname);

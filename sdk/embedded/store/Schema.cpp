@@ -191,6 +191,48 @@ constexpr std::array statementsOfVersion3 = {
     "create index smsrecordsofsource on smsrecords (phone, source, madeat)",
 };
 
+constexpr std::array statementsOfVersion4 = {
+    // As revision, for what clients must read again of maps and of the account's files.
+    "alter table accounts add column filerevision bigint not null default 0",
+
+    // local: 1 for a picture, whose content is a name in the folder of contents, 0 for the map of the world. document
+    // is what clients sent of the map.
+    "create table maps ("
+    " id bigint not null primary key,"
+    " accountid bigint not null references accounts(id),"
+    " local bigint not null,"
+    " content varchar(80) not null,"
+    " size bigint not null,"
+    " document text not null)",
+    "create index mapsofaccount on maps (accountid)",
+    "create index mapsofcontent on maps (content)",
+
+    "create table mapshares ("
+    " mapid bigint not null references maps(id),"
+    " friendid bigint not null references accounts(id),"
+    " primary key (mapid, friendid))",
+
+    // pid is a board's, 0 for the device itself. document is the marker as clients sent it.
+    "create table mapmarkers ("
+    " id bigint not null primary key,"
+    " mapid bigint not null references maps(id),"
+    " ipncid varchar(256) not null references devices(ipncid),"
+    " pid bigint not null,"
+    " document text not null)",
+    "create index markersofmap on mapmarkers (mapid)",
+    "create index markersofdevice on mapmarkers (ipncid)",
+
+    // filename is the name as uploaded, content one in the folder of contents.
+    "create table userfiles ("
+    " accountid bigint not null references accounts(id),"
+    " kind varchar(16) not null,"
+    " filename varchar(512) not null,"
+    " content varchar(80) not null,"
+    " size bigint not null,"
+    " primary key (accountid, kind, filename))",
+    "create index filesofcontent on userfiles (content)",
+};
+
 // One statement a table that fails when a column is missing, and costs nothing when none is.
 constexpr std::array probesOfVersion1 = {
     "select count(*) from facts where name = '' and value = ''",
@@ -230,6 +272,16 @@ constexpr std::array probesOfVersion3 = {
     " and text = '' and kind = '' and state = '' and source = ''",
 };
 
+constexpr std::array probesOfVersion4 = {
+    "select count(*) from accounts where filerevision = 0",
+    "select count(*) from maps where id = 0 and accountid = 0 and local = 0 and content = '' and size = 0"
+    " and document = ''",
+    "select count(*) from mapshares where mapid = 0 and friendid = 0",
+    "select count(*) from mapmarkers where id = 0 and mapid = 0 and ipncid = '' and pid = 0 and document = ''",
+    "select count(*) from userfiles where accountid = 0 and kind = '' and filename = '' and content = '' and size = "
+    "0",
+};
+
 constexpr auto versionFact = "schemaversion";
 
 } // namespace
@@ -254,7 +306,9 @@ void migrateSchema(soci::session& sql) {
         return;
     if (version == "1")
         run(statementsOfVersion2);
-    run(statementsOfVersion3);
+    if (version == "1" || version == "2")
+        run(statementsOfVersion3);
+    run(statementsOfVersion4);
     setFact(sql, versionFact, std::to_string(schemaVersion));
 }
 
@@ -274,6 +328,9 @@ SchemaState inspectSchema(soci::session& sql, std::string& fault) {
         if (version == "2")
             return SchemaState::Older;
         probe(probesOfVersion3);
+        if (version == "3")
+            return SchemaState::Older;
+        probe(probesOfVersion4);
         if (version == std::to_string(schemaVersion))
             return SchemaState::Current;
         fault = "its version is '" + version + "', not " + std::to_string(schemaVersion);

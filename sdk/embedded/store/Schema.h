@@ -9,7 +9,7 @@ class session;
 namespace ipncsdk::store {
 
 /// The version that `createSchema` makes and the program understands.
-constexpr int schemaVersion = 3;
+constexpr int schemaVersion = 4;
 
 /// Makes the tables, empty, in the caller's transaction.
 void createSchema(soci::session& sql);

@@ -20,10 +20,11 @@ void setBinding(soci::session& sql, AccountId account, const std::string& comput
 SessionState sessionState(soci::session& sql, AccountId account, const std::string& computer) {
     SessionState state;
     long long bound = 1;
-    sql << "select a.revision, a.epoch, coalesce(b.bound, 1), coalesce(b.epoch, 0) from accounts a"
+    sql << "select a.revision, a.filerevision, a.epoch, coalesce(b.bound, 1), coalesce(b.epoch, 0) from accounts a"
            " left join bindings b on b.accountid = a.id and b.computer = :computer where a.id = :account",
-        soci::into(state.revision), soci::into(state.passwordEpoch), soci::into(bound),
-        soci::into(state.bindingEpoch), soci::use(computer, "computer"), soci::use(account, "account");
+        soci::into(state.revision), soci::into(state.fileRevision), soci::into(state.passwordEpoch),
+        soci::into(bound), soci::into(state.bindingEpoch), soci::use(computer, "computer"),
+        soci::use(account, "account");
     state.exists = sql.got_data();
     state.bound = bound != 0;
     return state;
@@ -31,6 +32,10 @@ SessionState sessionState(soci::session& sql, AccountId account, const std::stri
 
 void touch(soci::session& sql, AccountId account) {
     sql << "update accounts set revision = revision + 1 where id = :account", soci::use(account, "account");
+}
+
+void touchFiles(soci::session& sql, AccountId account) {
+    sql << "update accounts set filerevision = filerevision + 1 where id = :account", soci::use(account, "account");
 }
 
 void setPassword(soci::session& sql, AccountId account, const std::string& passwordHash) {

@@ -15,6 +15,7 @@ namespace ipncsdk::store {
 struct SessionState {
     bool exists = false;         ///< the account is there
     long long revision = 0;      ///< grows with each change that the account's clients must read
+    long long fileRevision = 0;  ///< likewise, of maps and the account's files
     long long passwordEpoch = 0; ///< grows with each change of the password
     bool bound = true;           ///< the account may sign in on this computer
     long long bindingEpoch = 0;  ///< grows each time the account is unbound from this computer
@@ -25,6 +26,8 @@ struct SessionState {
 SessionState sessionState(soci::session& sql, AccountId account, const std::string& computer);
 /// Tells all clients of the account, of whatever process, to read its lists again.
 void touch(soci::session& sql, AccountId account);
+/// Tells them to read the account's maps and files again.
+void touchFiles(soci::session& sql, AccountId account);
 /// Sets the password and ends all sessions of the account.
 void setPassword(soci::session& sql, AccountId account, const std::string& passwordHash);
 /// Ends the sessions of the account on the computer and refuses new ones there.

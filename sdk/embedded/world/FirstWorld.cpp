@@ -6,6 +6,7 @@
 #include "store/Devices.h"
 #include "store/Groups.h"
 #include "world/LinkageWorld.h"
+#include "world/MapWorld.h"
 #include "world/WorldTables.h"
 
 #include <soci/soci.h>
@@ -158,7 +159,8 @@ void insertGivenCameras(soci::session& sql, store::GroupId groupOfGiver) {
 
 } // namespace
 
-void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword) {
+void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword,
+                    const store::ContentFiles& contents) {
     insertPeople(sql, hashPassword(firstPassword));
     GroupsOfFriends groupsOfFriends{};
     for (std::size_t i = 0; i < friends.size(); ++i)
@@ -169,6 +171,7 @@ void fillFirstWorld(soci::session& sql, const std::function<std::string(const st
     insertGivenCameras(sql, groupsOfFriends[0]);
     insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
     fillLinkages(sql, ownerId);
+    fillMaps(sql, ownerId, giverId, contents);
     fillWaiting(sql);
 }
 

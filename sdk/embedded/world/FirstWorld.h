@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/ContentFiles.h"
+
 #include <functional>
 #include <string>
 
@@ -14,10 +16,11 @@ namespace ipncsdk::world {
 constexpr auto firstPhone = "13800138000";
 constexpr auto firstPassword = "corvanta-8000";
 
-/// Fills an empty store: an account with groups and cameras, friends, shares in both directions,
-/// cameras that wait to be added. In the caller's
-/// transaction; throws what the connection throws. `hashPassword` makes the text that the store keeps.
-void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword);
+/// Fills an empty store: an account with groups and cameras, friends, shares in both directions, maps, cameras that
+/// wait to be added. In the caller's transaction; throws what the connection throws. `hashPassword` makes the text
+/// that the store keeps, `contents` takes the maps' pictures.
+void fillFirstWorld(soci::session& sql, const std::function<std::string(const std::string&)>& hashPassword,
+                    const store::ContentFiles& contents);
 
 /// Adds the cameras that no account owns at first, but for those whose ids are taken. In the caller's transaction;
 /// throws what the connection throws.

@@ -163,6 +163,16 @@ constexpr auto measured = R"json(
      "thresholds":[{"level":1,"high":null,"low":5}],
      "params":{"measure":"brightness","x":0,"y":0,"w":1,"h":1}}],"output":[]})json";
 
+/// A tag that is carried round the pump station; metres on its plan.
+constexpr auto positioned = R"json(
+  {"pid":261,"type":"POSITION","ifname":"POSITION-1","name":"巡检定位","extend":"","softif":"0","params":{"mode":"plant"},
+   "protocol":"4353","info":{"locations":[{"x":"25","y":"9"},{"x":"58","y":"9"},{"x":"58","y":"31"},{"x":"25","y":"31"}]},
+   "input":[
+    {"pid":1161,"ifpid":261,"name":"X坐标","unit":"m","extend":"","isupload":"1","scale":1,"offset":0,"hysteresis":0,
+     "thresholds":[],"params":{"axis":"x"}},
+    {"pid":1162,"ifpid":261,"name":"Y坐标","unit":"m","extend":"","isupload":"1","scale":1,"offset":0,"hysteresis":0,
+     "thresholds":[],"params":{"axis":"y"}}],"output":[]})json";
+
 Json limitAt(const std::vector<double>& limits, std::size_t at) {
     return at < limits.size() ? Json(limits[at]) : Json(nullptr);
 }
@@ -205,6 +215,7 @@ std::vector<BoardPlan> makePlans() {
     }
     plans.front().extend["sublist"].push_back(Json::parse(computed));
     plans.front().interfaces.push_back(Json::parse(measured));
+    plans.push_back({"泵站控制室", Json::array({Json::parse(positioned)}), {{"sublist", Json::array()}}});
     return plans;
 }
 

@@ -28,6 +28,7 @@ private slots:
     void expressionMistakes();
     void plantReachesEachLevelInTurn_data();
     void plantReachesEachLevelInTurn();
+    void positionsStayBetweenReferencePoints();
     void pictures();
 };
 
@@ -200,6 +201,32 @@ void tst_SensorBoards::plantReachesEachLevelInTurn() {
     }
     QCOMPARE(reached.size(), static_cast<std::size_t>(limits.size() + 1));
     QVERIFY(quiet > seconds / 2);
+}
+
+void tst_SensorBoards::positionsStayBetweenReferencePoints() {
+    Json record = {{"pid", 7},
+                   {"type", "POSITION"},
+                   {"protocol", "4353"},
+                   {"params", {{"mode", "plant"}}},
+                   {"info", {{"locations", {{{"x", "-4"}, {"y", "10"}}, {{"x", "16"}, {"y", "10.5"}}}}}},
+                   {"input",
+                    {{{"pid", 8}, {"unit", "m"}, {"params", {{"axis", "y"}}}},
+                     {{"pid", 9}, {"unit", "m"}, {"scale", 0.001}, {"params", {{"axis", "x"}}}}}}};
+    std::time_t now = 1'700'000'000;
+    PlantDriver driver(boardOf(record), [&now] { return std::chrono::system_clock::from_time_t(now); });
+    double lowest = 1e9;
+    double highest = -1e9;
+    for (int second = 0; second < 200; ++second, ++now) {
+        std::vector<RawValue> raw(2);
+        QVERIFY(driver.read(raw).empty());
+        QVERIFY(*raw[0].value >= 10 && *raw[0].value <= 10.5);
+        lowest = std::min(lowest, *raw[1].value / 1000);
+        highest = std::max(highest, *raw[1].value / 1000);
+    }
+    QVERIFY2(lowest > -4 && lowest < 0 && highest > 12 && highest < 16, QByteArray::number(highest));
+    // What cannot be read counts as no point.
+    record["info"]["locations"] = {{{"x", "nan"}, {"y", "0"}}, {{"x", 1}}, 5};
+    QVERIFY(locationsOf(record).empty());
 }
 
 void tst_SensorBoards::pictures() {

@@ -323,7 +323,7 @@ void tst_AccountRequests::othersGroupsAreOutOfReach() {
 
 void tst_AccountRequests::unknownOperationsAreNotSupported_data() {
     QTest::addColumn<QByteArray>("operation");
-    for (const char* operation : {"addmap", "userdown", "LOGON", "", "\x01\x02", "a'; drop table accounts; --"})
+    for (const char* operation : {"addmap", "userup", "LOGON", "", "\x01\x02", "a'; drop table accounts; --"})
         QTest::newRow(operation) << QByteArray(operation);
 }
 

@@ -26,6 +26,7 @@ private slots:
     void damagedStoreIsSetAside();
     void olderStoreIsMigrated();
     void storeOfVersion2IsMigrated();
+    void storeOfVersion3IsMigrated();
     void olderStoreWithoutATableIsSetAside();
     void manyProcessesMigrateOneStore();
     void setAsideStoreKeepsItsContent();
@@ -164,8 +165,41 @@ void tst_Store::olderStoreIsMigrated() {
         "select m.name, c.name, c.type, c.pk from sqlite_master m, pragma_table_info(m.name) c"
         " where m.type = 'table' order by 1, 2";
     QCOMPARE(sdk.sqlite(columns), fresh.sqlite(columns));
-    QCOMPARE(sdk.sqlite("select value from facts where name = 'schemaversion'"), std::string("3"));
+    QCOMPARE(sdk.sqlite("select value from facts where name = 'schemaversion'"), std::string("4"));
     QCOMPARE(sdk.sqlite("pragma foreign_key_check"), std::string());
+}
+
+namespace {
+
+/// Makes a store of this version one of version 3.
+constexpr auto withoutMaps = "drop table mapmarkers; drop table mapshares; drop table maps; drop table userfiles;"
+                             "alter table accounts drop column filerevision;"
+                             "delete from facts where name in ('lastmap', 'lastmapmarker');"
+                             "update facts set value = '3' where name = 'schemaversion'";
+
+} // namespace
+
+void tst_Store::storeOfVersion3IsMigrated() {
+    TestSdk sdk;
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    QCOMPARE(codeOf(sdk.askAccount("setphoneparam", {{"nickname", "老中心"}})), 0);
+    const Json plans = sdk.device("CAM0052").at("linkages");
+    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
+    const std::string shape = "select type, name, tbl_name from sqlite_master order by 1, 2";
+    const std::string expected = sdk.sqlite(shape);
+    QCOMPARE(sdk.sqlite(withoutMaps), std::string());
+    QCOMPARE(sdk.start(), emSuccess);
+    QVERIFY(sdk.signIn());
+    QCOMPARE(sdk.device("CAM0052").at("linkages"), plans);
+    QCOMPARE(sdk.askAccount("getpersioninfo").at("resp").at("persioninfo").at("nickname"), Json("老中心"));
+    // The user's own world gets no maps of ours, but can have some.
+    QVERIFY(sdk.document("userinfo").at("userconfig").at("maps").empty());
+    const Json map = {{"mapinfo", {{"name", "图"}, {"type", "online"}}}};
+    QCOMPARE(sdk.askAccount("submitmap", map).at("resp").at("mapid"), Json("1"));
+    QCOMPARE(sdk.sqlite(shape), expected);
+    QCOMPARE(sdk.sqlite("pragma foreign_key_check"), std::string());
+    QVERIFY(sdk.client.ofType("servicenotice").empty());
 }
 
 void tst_Store::storeOfVersion2IsMigrated() {
@@ -176,6 +210,7 @@ void tst_Store::storeOfVersion2IsMigrated() {
     QCOMPARE(sdk.runtime.cleanup(), emSuccess);
     const std::string shape = "select type, name, tbl_name from sqlite_master order by 1, 2";
     const std::string expected = sdk.sqlite(shape);
+    QCOMPARE(sdk.sqlite(withoutMaps), std::string());
     QCOMPARE(sdk.sqlite("drop table linkplans; drop table alarms; drop table reportrules; drop table smsrecords;"
                         "alter table accounts drop column smsleft; alter table accounts drop column smsphone;"
                         "alter table accounts drop column smswarn;"
@@ -220,6 +255,21 @@ void tst_Store::manyProcessesMigrateOneStore() {
     }
 }
 
+namespace {
+
+/// Stores that were set aside; each has a folder of users' files beside it.
+std::vector<std::filesystem::path> storesSetAside(const TestSdk& sdk) {
+    std::vector<std::filesystem::path> files;
+    for (const std::string& name : sdk.filesIn("service")) {
+        const auto file = sdk.path("service/" + name);
+        if (name.find(".damaged-") != std::string::npos && std::filesystem::is_regular_file(file))
+            files.push_back(file);
+    }
+    return files;
+}
+
+} // namespace
+
 void tst_Store::setAsideStoreKeepsItsContent() {
     TestSdk sdk;
     QCOMPARE(sdk.start(), emSuccess);
@@ -227,11 +277,9 @@ void tst_Store::setAsideStoreKeepsItsContent() {
     QCOMPARE(sdk.sqlite("update accounts set nickname = 'kept' where id = 1; delete from facts"), std::string());
     QCOMPARE(sdk.start(), emSuccess);
     QCOMPARE(sdk.runtime.cleanup(), emSuccess);
-    for (const std::string& name : sdk.filesIn("service")) {
-        if (name.find(".damaged-") != std::string::npos)
-            std::filesystem::copy_file(sdk.path("service/" + name), sdk.path("service/service.db"),
-                                       std::filesystem::copy_options::overwrite_existing);
-    }
+    for (const auto& file : storesSetAside(sdk))
+        std::filesystem::copy_file(file, sdk.path("service/service.db"),
+                                   std::filesystem::copy_options::overwrite_existing);
     QCOMPARE(sdk.sqlite("select nickname from accounts where id = 1"), std::string("kept"));
 }
 
@@ -243,10 +291,8 @@ void tst_Store::twoDamagedStoresInOneSecondBothStay() {
         QCOMPARE(sdk.runtime.cleanup(), emSuccess);
     }
     std::vector<std::string> contents;
-    for (const std::string& name : sdk.filesIn("service")) {
-        if (name.find(".damaged-") == std::string::npos)
-            continue;
-        std::ifstream in(sdk.path("service/" + name));
+    for (const auto& file : storesSetAside(sdk)) {
+        std::ifstream in(file);
         std::string text;
         std::getline(in, text);
         contents.push_back(text);
