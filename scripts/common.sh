@@ -12,8 +12,11 @@ corvanta_packages_build=(
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
+    qtwebengine5-dev libqt5webchannel5-dev
     libmodbus-dev libmosquitto-dev libmuparser-dev libgpiod-dev libopencv-core-dev libopencv-imgproc-dev
 )
+# npm of another origin is as good, and does not go together with the distribution's.
+command -v npm >/dev/null || corvanta_packages_build+=(nodejs npm)
 corvanta_packages_run=(fonts-noto-cjk xvfb xauth libgl1-mesa-dri libsecret-1-0 gstreamer1.0-pulseaudio)
 corvanta_packages_test=(
     "${corvanta_packages_run[@]}"

@@ -213,6 +213,7 @@ void AppManager::onlogout() {
     inputFields_.clear();
     emit sig_updateList(QVariantList(), QVariantMap());
     emit sig_freshlocal(QVariantMap());
+    userInfoChanged();
     accountFlags_->setAutoLogin(false); // who signs out does not want to be signed in again at the next start
     emit sLonginAndLogoutEvent();
 }
@@ -262,6 +263,7 @@ void AppManager::onAppClosed() {
 void AppManager::listReady() {
     emit sig_login();
     emit sig_deviceFresh();
+    userInfoChanged(); // what is deleted with a device goes from the maps, too
 }
 
 void AppManager::localListReady(const QVariantMap& devices) {
@@ -295,6 +297,20 @@ void AppManager::notice(const QString& text) {
 
 void AppManager::textMessage(const QVariantMap& message) {
     emit sig_sms(message);
+}
+
+void AppManager::userInfoChanged() {
+    const QString maps = QStringLiteral("userconfig");
+    const QVariantMap before =
+        std::exchange(userInfo_, signedIn_ ? gateway_.document(QStringLiteral("userinfo")) : QVariantMap());
+    const auto iconsOf = [&maps](QVariantMap document) {
+        document.remove(maps);
+        return document;
+    };
+    if (iconsOf(before) != iconsOf(userInfo_))
+        emit sig_updateIconlist();
+    if (before.value(maps) != userInfo_.value(maps))
+        emit sig_updateMapList();
 }
 
 void AppManager::connectionMade(TcpSocketManage* connection) {

@@ -107,6 +107,7 @@ private:
     void sdkCrashed() override;
     void notice(const QString& text) override;
     void textMessage(const QVariantMap& message) override;
+    void userInfoChanged() override;
     void connectionMade(TcpSocketManage* connection) override;
     void connectionClosed(TcpSocketManage* connection) override;
 
@@ -126,7 +127,8 @@ private:
     InputFields inputFields_;
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
     QVariantList timeZones_;
-    QThread worker_; ///< for work in the background; runs once something needs it
+    QVariantMap userInfo_; ///< the document of maps and icons, as it was last told of
+    QThread worker_;       ///< for work in the background; runs once something needs it
     std::unique_ptr<RepairThread> repair_;
     std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
     std::unique_ptr<AlarmSound> alarmSound_;

@@ -32,6 +32,7 @@ constexpr std::array Types{
     TypeName{"getsocketdelegate", ClientCallback::Kind::GetSocketDelegate},
     TypeName{"servicenotice", ClientCallback::Kind::ServiceNotice},
     TypeName{"sms", ClientCallback::Kind::Sms},
+    TypeName{"freshuserinfo", ClientCallback::Kind::FreshUserInfo},
 };
 
 QString textAt(const QVariantMap& map, const char* key) {
@@ -135,6 +136,9 @@ void ClientCallback::handle(Kind kind, const QVariantMap& message) const {
         break;
     case Kind::Sms:
         events_.textMessage(message);
+        break;
+    case Kind::FreshUserInfo:
+        events_.userInfoChanged();
         break;
     default: // answered where it arrived
         break;

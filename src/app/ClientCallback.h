@@ -30,6 +30,8 @@ public:
     virtual void sdkCrashed() = 0;
     virtual void notice(const QString& text) = 0;
     virtual void textMessage(const QVariantMap& message) = 0;
+    /// The maps or icons of the account have changed.
+    virtual void userInfoChanged() = 0;
     /// Takes over a connection that was made for the SDK.
     virtual void connectionMade(TcpSocketManage* connection) = 0;
     /// The SDK is done with it.
@@ -59,6 +61,7 @@ public:
         GetSocketDelegate,
         ServiceNotice,
         Sms,
+        FreshUserInfo,
         Unknown
     };
     static Kind kindOf(const QString& type);

@@ -113,6 +113,7 @@ const QList<AccountEntry>& accountTable() {
         {.operation = u(u"提交地图传感器"), .value = u(u"submitmapsensor"), .forUser = true, .changes = true},
         {.operation = u(u"删除地图传感器"), .value = u(u"delmapsensor"), .forUser = true, .changes = true},
         {.operation = u(u"删除用户文件"), .value = u(u"deluserfile"), .forUser = true, .changes = true},
+        {.operation = u(u"设置地图分享"), .value = u(u"setmapshare"), .forUser = true, .changes = true},
     };
     return table;
 }

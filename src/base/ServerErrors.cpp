@@ -47,6 +47,11 @@ constexpr std::array Table{
     Entry{30, "(unknown input)", QT_TRANSLATE_NOOP("ServerErrors", "采集输入或控制输出不存在!")},
     Entry{31, "(write failed)", QT_TRANSLATE_NOOP("ServerErrors", "控制输出写入失败!")},
     Entry{32, "(limit)", QT_TRANSLATE_NOOP("ServerErrors", "数量已达上限!")},
+    Entry{33, "(not main account)", QT_TRANSLATE_NOOP("ServerErrors", "非主账号无操作权限!")},
+    Entry{34, "(map not empty)", QT_TRANSLATE_NOOP("ServerErrors", "请先删除该地图上的所有标记点!")},
+    Entry{35, "(not map)", QT_TRANSLATE_NOOP("ServerErrors", "地图不存在!")},
+    Entry{36, "(not marker)", QT_TRANSLATE_NOOP("ServerErrors", "标记点不存在!")},
+    Entry{37, "(file exist)", QT_TRANSLATE_NOOP("ServerErrors", "已有同名文件!")},
     Entry{404, "(http 404)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求返回未发现文件404")},
     Entry{500, "(http error)", QT_TRANSLATE_NOOP("ServerErrors", "Http请求服务器返回出错")},
 };

@@ -67,11 +67,20 @@ inline const QString ListenedDevice = QStringLiteral("DeviceIdOpenAudioListen");
 /// Volume of what is heard, 0 to 100 (100 when absent), and whether it is muted.
 inline const QString Volume = QStringLiteral("音量");
 inline const QString Muted = QStringLiteral("静音");
+/// Template of the addresses of a tile server for online maps ("https://host/{z}/{x}/{y}.png"); absent or empty: the
+/// map that is built in.
+inline const QString TileServer = QStringLiteral("地图瓦片服务器");
 /// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
 /// full screen.
 inline const QString WindowPlace = QStringLiteral("窗口位置");
 /// Width of the device tree, px.
 inline const QString PanelWidth = QStringLiteral("设备树宽度");
+/// Layout of the maps: rows and columns, and its number: 0 one map, 1 two, 2 four, 3 nine.
+inline const QString MapRows = QStringLiteral("FwidgetElectronMap_row");
+inline const QString MapColumns = QStringLiteral("FwidgetElectronMap_col");
+inline const QString MapZoom = QStringLiteral("MapZoomDisplayIndex");
+/// The maps that the cells show: a list of ids, by the cell's number.
+inline const QString OpenMaps = QStringLiteral("已打开地图");
 } // namespace corvanta::keys
 
 /// What threads of the SDK read of the settings: an immutable value, in standard types.

@@ -273,6 +273,7 @@ void tst_AppManager::signOutEmptiesTheModel() {
     sdk_.sendToClient(R"({"type":"freshlist"})");
     QTRY_COMPARE(manager_->context().devices.ipncIds(), QStringList{QStringLiteral("b")});
     // An answer without text is an empty tree and one line.
+    sdk_.setDocument(R"({"type":"userinfo"})", "{}");
     sdk_.setDocument(R"({"type":"ipnclist"})", "");
     const MessageLog log;
     sdk_.sendToClient(R"({"type":"freshlist"})");

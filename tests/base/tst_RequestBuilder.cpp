@@ -130,6 +130,8 @@ void tst_RequestBuilder::envelopes_data() {
         R"({"reqtype":"urlreq","urlreq":{"clienttype":"delmapsensor","params":{"a":1},"useloginphone":"phonenumber","code":1}})");
     row("account", "删除用户文件",
         R"({"reqtype":"urlreq","urlreq":{"clienttype":"deluserfile","params":{"a":1},"useloginphone":"phonenumber","code":1}})");
+    row("account", "设置地图分享",
+        R"({"reqtype":"urlreq","urlreq":{"clienttype":"setmapshare","params":{"a":1},"useloginphone":"phonenumber","code":1}})");
     row("device", "获取传感器采集输入数据",
         R"({"reqtype":"serverreq","serverreq":{"type":"sensordatareq","sensordatareq":{"a":1,"ipncid":"7"}}})");
     row("device", "传感器采集输入数据导出",
@@ -204,7 +206,7 @@ void tst_RequestBuilder::everyNameHasARow() {
     const int entries =
         requests::directTable().size() + requests::accountTable().size() + requests::deviceTable().size();
     QCOMPARE(names.size(), entries);
-    QCOMPARE(entries, 95);
+    QCOMPARE(entries, 96);
 }
 
 void tst_RequestBuilder::callersValuesAreWritten() {

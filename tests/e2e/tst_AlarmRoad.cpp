@@ -1,4 +1,6 @@
 #include "e2e/AccountTest.h"
+#include "e2e/MapSteps.h"
+#include "e2e/Sight.h"
 #include "support/CodedVideo.h"
 #include "support/SoundServer.h"
 #include "support/SqliteShell.h"
@@ -77,6 +79,8 @@ private:
     void choose(const QString& dialog, const QString& shown, int down);
     /// Chooses sensor and port of a picker and saves.
     void pick(const QString& picker);
+    /// Opens the plan of the park and drags the sensor onto it.
+    void placeOnMap();
     void makePlan();
     void makeRule();
     /// What the log of alarms holds of the camera: "type|text".
@@ -91,6 +95,7 @@ private:
     std::unique_ptr<Peer> broker_;
     std::unique_ptr<Peer> phone_;
     SoundServer loudspeaker_;
+    QPoint marker_; ///< on the screen
     int modbusPort_ = 0;
     int brokerPort_ = 0;
 };
@@ -201,6 +206,30 @@ void tst_AlarmRoad::pick(const QString& picker) {
     STEP(clickIn(picker, QStringLiteral("保存")));
 }
 
+void tst_AlarmRoad::placeOnMap() {
+    const QString sensor = QStringLiteral("压力表");
+    STEP(clickButton(QStringLiteral("电子地图")));
+    Accessible cell;
+    COMES(!(cell = program().accessible().find(QStringLiteral("地图窗口 1"))).isNull());
+    QVERIFY(mapSteps::openMap(program(), cell.place(), 1));
+    QRect row;
+    STEP(reveal(Camera, row));
+    Desktop::click(row.center());
+    Desktop::keys({QStringLiteral("Right")}); // its sensors
+    COMES(window().hasRow(sensor));
+    STEP(reveal(sensor, row));
+    const QRect canvas = mapSteps::canvas(program());
+    marker_ = canvas.center() + QPoint(0, canvas.height() / 8);
+    const auto kept = [this] {
+        return mapSteps::markersOf(data() + QStringLiteral("/service/store.db"), QStringLiteral("CAM0001")).size();
+    };
+    const auto before = kept();
+    STEP(dragTo(row.center(), marker_));
+    BECOMES(kept(), before + 1);
+    Desktop::moveMouse(canvas.topLeft());
+    QVERIFY(sight::becomesStill(mapSteps::aroundMarker(marker_)));
+}
+
 void tst_AlarmRoad::makePlan() {
     const QString condition = QStringLiteral("单条件");
     const QString action = QStringLiteral("单动作");
@@ -266,6 +295,7 @@ QString tst_AlarmRoad::notices() {
 void tst_AlarmRoad::everythingFollows() {
     constexpr int shortOfIt = 8000; // ms, of the 10 s that the limit must be crossed for
     STEP(startAndSignIn());
+    STEP(placeOnMap());
     STEP(makePlan());
     STEP(makeRule());
 
@@ -290,6 +320,12 @@ void tst_AlarmRoad::everythingFollows() {
     const QString content = alarms().first().section(QLatin1Char('|'), 1);
     COMES(
         !window().window().find([&](const Accessible::Seen& seen) { return seen.name.endsWith(content); }).isNull());
+
+    QVERIFY(mapSteps::blinks(mapSteps::aroundMarker(marker_)));
+    Desktop::clickRight(marker_);
+    STEP(chooseEntry(QStringLiteral("清除报警")));
+    Desktop::moveMouse(mapSteps::canvas(program()).topLeft());
+    QVERIFY(sight::becomesStill(mapSteps::aroundMarker(marker_)));
 
     COMES(!stored(QStringLiteral("*-CAM0001.dat")).isEmpty());
     COMES(!stored(QStringLiteral("*-2.jpg")).isEmpty());

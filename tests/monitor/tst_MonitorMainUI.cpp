@@ -2,11 +2,17 @@
 #include "database/SqlHelp.h"
 #include "linkage/AlarmInbox.h"
 #include "logs/ui/Check_Log_Widget.h"
+#include "map/ui/FwidgetElectronMap.h"
+#include "map/ui/ItemMapWidget.h"
+#include "map/ui/MapSession.h"
+#include "map/ui/SensorMimeData.h"
 #include "monitor/MainWindowTest.h"
 #include "monitor/ui/DevicePanel.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
+#include "monitor/ui/MapControl.h"
+#include "monitor/ui/PlaybackControl.h"
 #include "playback/ui/PlaybackPage.h"
 #include "support/MessageLog.h"
 #include "video/ui/ItemVideo.h"
@@ -32,6 +38,8 @@ private slots:
     void refusedDeviceShowsTheText();
     void signOutStopsEverything();
     void searchFindsDevices();
+    void sensorsLeaveTheTree();
+    void alarmsReachTheMaps();
     void modulesShowTheirPages();
     void leavingWritesTheSignOut();
     void streamsWhileTheWindowIsDestroyed();
@@ -275,6 +283,48 @@ void tst_MonitorMainUI::searchFindsDevices() {
     QCOMPARE(tree().model()->rowCount(tree().model()->index(0, 0)), 3);
 }
 
+void tst_MonitorMainUI::sensorsLeaveTheTree() {
+    const char* const list = R"({"ipnclist":[{"ipncid":"a","name":"A","type":"video","online":true,
+        "interfaces":[{"pid":10,"name":"温度","input":[{"pid":101,"ifpid":10,"name":"T"}]}]}],
+        "group":[{"id":"1","name":"一组","ipnclist":["a"]}]})";
+    sendList(list);
+    QTRY_VERIFY(treeIndex(QStringLiteral("A")).isValid());
+    QCOMPARE(tree().model()->rowCount(treeIndex(QStringLiteral("A"))), 1);
+    const auto dragged = [this](const QModelIndex& index) {
+        const std::unique_ptr<QMimeData> data(tree().model()->mimeData({index}));
+        const auto read = corvanta::map::SensorMimeData::read(*data);
+        return read.ipncId + QLatin1Char('/') + read.sensorPid;
+    };
+    const QModelIndex device = treeIndex(QStringLiteral("A"));
+    QCOMPARE(dragged(device), QString("a/"));
+    QCOMPARE(dragged(tree().model()->index(0, 0, device)), QString("a/10"));
+    QCOMPARE(dragged(treeIndex(QStringLiteral("一组"))), QString("/"));
+    // A device that shows its sensors goes on showing them, and a double click on it does not hide them.
+    tree().expand(device);
+    openByDoubleClick(QStringLiteral("A"));
+    QCOMPARE(openRequestsOf("a").size(), 1U);
+    sendList(list);
+    QTRY_VERIFY(tree().isExpanded(treeIndex(QStringLiteral("A"))));
+    // Putting a sensor somewhere in the tree moves nothing.
+    tree().setCurrentIndex(tree().model()->index(0, 0, treeIndex(QStringLiteral("A"))));
+    QCOMPARE(tree().currentDevice(), QString("a"));
+}
+
+void tst_MonitorMainUI::alarmsReachTheMaps() {
+    sendList(R"({"ipnclist":[{"ipncid":"a","name":"A","type":"video","online":true,
+        "interfaces":[{"pid":10,"name":"温度","input":[{"pid":101,"ifpid":10,"name":"T"}]}]}],"group":[]})");
+    sdk_.setDocument(R"({"type":"userinfo"})", R"({"userconfig":{"maps":[{"pid":"m","name":"一层","type":"local",
+        "filename":"m.png","sensors":[{"sensorid":"1","pid":"10","ipncid":"a","point":{"x":"0.5","y":"0.5"}}]}]}})");
+    sdk_.sendToClient(R"({"type":"freshuserinfo"})");
+    QTRY_VERIFY(treeIndex(QStringLiteral("A")).isValid());
+    QVERIFY(manager_->showsAlarmsOnMap()); // so the alarm centre offers the way
+    emit manager_->sig_showAlarmOnMap("a", {{"input", 101}, {"threshold", 2}});
+    const auto* const page = window_->maps().page();
+    QVERIFY(page != nullptr && page->isVisible());
+    QTRY_COMPARE(page->cell(0)->mapId(), QString("m"));
+    QCOMPARE(page->cell(0)->session()->alarmOf(0).value_or(0), 2);
+}
+
 // Pictures come from several threads until the very end.
 void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
     std::atomic<bool> stop{false};
@@ -311,16 +361,16 @@ void tst_MonitorMainUI::streamsWhileTheWindowIsDestroyed() {
 }
 
 void tst_MonitorMainUI::recordingsHaveAPageOfTheirOwn() {
-    window_->showPlayback(
+    window_->playback().play(
         {{QStringLiteral("大门"), QStringLiteral("a"), {dir_->filePath(QStringLiteral("no.avi"))}}});
     auto* const module = window_->findChild<QToolButton*>(QStringLiteral("playbackModule"));
-    QVERIFY(module->isChecked() && window_->playback().isVisible() && !window_->grid().isVisible());
+    QVERIFY(module->isChecked() && window_->playback().page().isVisible() && !window_->grid().isVisible());
     QTRY_COMPARE(message(), QStringLiteral("无法播放 no.avi：文件不存在或无权读取"));
     frame_->resize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight);
     QTRY_VERIFY(window_->width() <= MonitorMainUI::SmallestWidth + 8); // the frame's own border
-    QVERIFY(window_->playback().visibleRegion().boundingRect() == window_->playback().rect());
+    QVERIFY(window_->playback().page().visibleRegion().boundingRect() == window_->playback().page().rect());
     QTest::mouseClick(window_->findChild<QToolButton*>(QStringLiteral("videoModule")), Qt::LeftButton);
-    QVERIFY(window_->grid().isVisible() && !window_->playback().isVisible());
+    QVERIFY(window_->grid().isVisible() && !window_->playback().page().isVisible());
 }
 
 QTEST_MAIN(tst_MonitorMainUI)

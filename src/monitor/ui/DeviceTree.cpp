@@ -4,6 +4,8 @@
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "linkage/Boards.h"
+#include "map/ui/SensorMimeData.h"
 #include "monitor/DropRule.h"
 
 #include <QContextMenuEvent>
@@ -34,7 +36,20 @@ QIcon deviceIcon(bool video, bool online, bool open, bool recorded) {
     return *it;
 }
 
+using enum DeviceTreeModel::Role;
+
 } // namespace
+
+QMimeData* DeviceTreeModel::mimeData(const QModelIndexList& indexes) const {
+    std::unique_ptr<QMimeData> rows(QStandardItemModel::mimeData(indexes));
+    if (rows == nullptr || indexes.isEmpty() || indexes.first().data(IpncIdRole).toString().isEmpty())
+        return rows.release(); // a group
+    auto dragged = std::make_unique<corvanta::map::SensorMimeData>(indexes.first().data(IpncIdRole).toString(),
+                                                                   indexes.first().data(SensorRole).toString());
+    for (const QString& format : rows->formats())
+        dragged->setData(format, rows->data(format));
+    return dragged.release(); // the drag owns it
+}
 
 DeviceTree::DeviceTree(QWidget* parent)
     : QTreeView(parent) {
@@ -59,6 +74,12 @@ DeviceTree::DeviceTree(QWidget* parent)
         const QString ipncId = index.data(IpncIdRole).toString();
         if (!ipncId.isEmpty() && index.data(VideoRole).toBool())
             emit sigToggleVideo(ipncId);
+    });
+    // A double click on a device opens its video; its sensors are seen by its arrow.
+    setExpandsOnDoubleClick(false);
+    connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
+        if (index.data(IpncIdRole).toString().isEmpty())
+            setExpanded(index, !isExpanded(index));
     });
     const auto tell = [this] {
         if (!building_)
@@ -99,6 +120,7 @@ void DeviceTree::appendGroup(const QString& id, const QString& name, const QStri
         item->setData(device.isOnline(), OnlineRole);
         item->setDropEnabled(false);
         decorate(*item);
+        appendSensors(*item, device);
         group->appendRow(item.release());
     }
     group->setText(QStringLiteral("%1  %2/%3").arg(name, QString::number(online), QString::number(members.size())));
@@ -115,6 +137,24 @@ void DeviceTree::appendGroup(const QString& id, const QString& name, const QStri
     group->setDropEnabled(!id.isEmpty());
     group->setIcon(corvanta::svgIcon(QStringLiteral("group"), theme::FaintOnDark));
     model_.appendRow(group.release());
+}
+
+void DeviceTree::appendSensors(QStandardItem& item, const DeviceRecord& device) {
+    const auto boards = corvanta::linkage::Boards::of(device);
+    for (const corvanta::linkage::Board& board : boards.all()) {
+        auto sensor = std::make_unique<QStandardItem>(board.name);
+        sensor->setData(device.ipncId, IpncIdRole);
+        sensor->setData(QString::number(board.pid), SensorRole);
+        sensor->setDropEnabled(false);
+        sensor->setIcon(deviceIcon(false, device.isOnline(), false, false));
+        sensor->setForeground(device.isOnline() ? theme::TextOnDark : theme::FaintOnDark);
+        sensor->setToolTip(corvanta::plainToolTip(device.displayName() + QLatin1Char('\n') + board.name));
+        item.appendRow(sensor.release());
+    }
+}
+
+bool DeviceTree::isSensor(const QStandardItem& item) {
+    return item.data(SensorRole).isValid();
 }
 
 void DeviceTree::decorate(QStandardItem& item) {
@@ -142,15 +182,11 @@ void DeviceTree::clear() {
 }
 
 void DeviceTree::setFilter(const QString& text) {
-    if (filter_.filterRegularExpression().pattern().isEmpty())
-        rememberClosedGroups();
+    rememberClosedGroups();
     building_ = true;
     filter_.setFilterFixedString(text);
-    setDragEnabled(text.isEmpty());
-    if (text.isEmpty())
-        applyClosedGroups();
-    else
-        expandAll();
+    isFiltered_ = !text.isEmpty();
+    applyClosedGroups();
     building_ = false;
 }
 
@@ -186,6 +222,8 @@ QString DeviceTree::currentDevice() const {
 }
 
 void DeviceTree::rememberClosedGroups() {
+    if (isFiltered_) // all that was found is open then
+        return;
     for (int row = 0; row < filter_.rowCount(); ++row) {
         const QModelIndex group = filter_.index(row, 0);
         const QString id = group.data(GroupIdRole).toString();
@@ -193,13 +231,26 @@ void DeviceTree::rememberClosedGroups() {
             closedGroups_.remove(id);
         else
             closedGroups_.insert(id);
+        for (int device = 0; device < filter_.rowCount(group); ++device) {
+            const QModelIndex index = filter_.index(device, 0, group);
+            if (isExpanded(index))
+                openDevices_.insert(index.data(IpncIdRole).toString());
+            else
+                openDevices_.remove(index.data(IpncIdRole).toString());
+        }
     }
 }
 
 void DeviceTree::applyClosedGroups() {
+    if (isFiltered_)
+        return expandAll();
     for (int row = 0; row < filter_.rowCount(); ++row) {
         const QModelIndex group = filter_.index(row, 0);
         setExpanded(group, !closedGroups_.contains(group.data(GroupIdRole).toString()));
+        for (int device = 0; device < filter_.rowCount(group); ++device) {
+            const QModelIndex index = filter_.index(device, 0, group);
+            setExpanded(index, openDevices_.contains(index.data(IpncIdRole).toString()));
+        }
     }
 }
 
@@ -277,7 +328,7 @@ void DeviceTree::dropEvent(QDropEvent* event) {
 
 std::optional<DeviceTree::Place> DeviceTree::target(const QPoint& position) const {
     const QStandardItem* const dragged = dragged_.isValid() ? model_.itemFromIndex(dragged_) : nullptr;
-    if (dragged == nullptr || model_.rowCount() == 0)
+    if (dragged == nullptr || isSensor(*dragged) || isFiltered_ || model_.rowCount() == 0)
         return std::nullopt;
     dropRule::Shape shape;
     for (int group = 0; group < model_.rowCount(); ++group)
@@ -289,6 +340,8 @@ std::optional<DeviceTree::Place> DeviceTree::target(const QPoint& position) cons
     };
     const QModelIndex under = indexAt(position);
     const QStandardItem* const over = itemAt(under);
+    if (over != nullptr && isSensor(*over))
+        return std::nullopt;
     const auto side = dropIndicatorPosition() == AboveItem   ? dropRule::Side::Above
                       : dropIndicatorPosition() == BelowItem ? dropRule::Side::Below
                                                              : dropRule::Side::On;
@@ -312,6 +365,8 @@ void DeviceTree::contextMenuEvent(QContextMenuEvent* event) {
     const QPoint place = byMouse ? event->globalPos() : viewport()->mapToGlobal(visualRect(index).bottomLeft());
     if (item->parent() == nullptr)
         groupMenu(*item, place);
+    else if (isSensor(*item))
+        deviceMenu(*item->parent(), place);
     else
         deviceMenu(*item, place);
 }
@@ -320,7 +375,7 @@ void DeviceTree::deviceMenu(const QStandardItem& item, const QPoint& place) {
     const QString ipncId = item.data(IpncIdRole).toString();
     const QString ownId = item.parent()->data(GroupIdRole).toString();
     const bool isVideo = item.data(VideoRole).toBool();
-    const bool mayMove = dragEnabled() && !ownId.isEmpty();
+    const bool mayMove = !isFiltered_ && !ownId.isEmpty();
     const int row = item.row();
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("deviceMenu"));
@@ -385,18 +440,18 @@ void DeviceTree::groupMenu(const QStandardItem& item, const QPoint& place) {
     add("groupStopRecord", tr("本组停止录像"), item.hasChildren(), [this, id] { emit sigRecordGroup(id, false); });
     menu.addSeparator();
     add("groupDefault", tr("设为默认组"), isReal && !item.font().bold(), [this, id] { emit sigDefaultGroup(id); });
-    add("groupUp", tr("上移"), isReal && dragEnabled() && row > 0,
+    add("groupUp", tr("上移"), isReal && !isFiltered_ && row > 0,
         [this, id, row] { emit sigMoveGroup(id, row - 1); });
-    add("groupDown", tr("下移"), isReal && dragEnabled() && hasNext,
+    add("groupDown", tr("下移"), isReal && !isFiltered_ && hasNext,
         [this, id, row] { emit sigMoveGroup(id, row + 1); });
     menu.addSeparator();
-    add("groupNew", tr("新增分组"), dragEnabled(), [this] { emit sigEditGroup(QString()); });
+    add("groupNew", tr("新增分组"), !isFiltered_, [this] { emit sigEditGroup(QString()); });
     add("groupRename", tr("编辑分组"), isReal, [this, id] { emit sigEditGroup(id); });
     add("groupManage", tr("分组管理"), true, [this] { emit sigManageGroups(); });
     add("groupAddDevice", tr("添加设备"), true, [this, id] { emit sigAddDevice(id); });
     add("groupDevices", tr("设备管理"), true, [this] { emit sigManageDevices(); });
     menu.addSeparator();
-    add("expandAll", tr("全部展开"), true, [this] { expandAll(); });
+    add("expandAll", tr("全部展开"), true, [this] { expandToDepth(0); });
     add("collapseAll", tr("全部收起"), true, [this] { collapseAll(); });
     menu.exec(place);
 }

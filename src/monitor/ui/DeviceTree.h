@@ -9,10 +9,29 @@
 #include <optional>
 
 class DeviceModel;
+struct DeviceRecord;
 
-/// The tree of groups and devices. Groups show how many of their devices are online; a device shows whether it is
-/// online and whether its video is open. Devices and groups are moved by dragging and by the menu; the tree itself
-/// changes only when the service has sent the new order.
+/// The rows of the tree. Cameras and sensors leave it as what maps take, too.
+class DeviceTreeModel final : public QStandardItemModel {
+    Q_OBJECT
+public:
+    enum Role {
+        IpncIdRole = Qt::UserRole + 1, ///< of a device, and of its sensors
+        GroupIdRole,
+        OpenRole,
+        VideoRole,
+        OnlineRole,
+        RecordRole,
+        SensorRole ///< of a sensor, its pid
+    };
+
+    using QStandardItemModel::QStandardItemModel;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+};
+
+/// The tree of groups, devices and their sensors. Groups show how many of their devices are online; a device shows
+/// whether it is online and whether its video is open. Devices and groups are moved by dragging and by the menu; the
+/// tree itself changes only when the service has sent the new order. Devices and sensors are also dragged onto maps.
 class DeviceTree final : public QTreeView {
     Q_OBJECT
 public:
@@ -22,12 +41,12 @@ public:
     void rebuild(const DeviceModel& devices);
     /// Empties the tree.
     void clear();
-    /// Shows only devices (with their groups) whose name or id contains `text`. Nothing can be dragged meanwhile, as
-    /// the rows shown are not the places in the groups.
+    /// Shows only devices and sensors (with their groups) whose name contains `text`. Nothing can be moved meanwhile,
+    /// as the rows shown are not the places in the groups.
     void setFilter(const QString& text);
     void setVideoOpen(const QString& ipncId, bool open);
     void setRecording(const QString& ipncId, bool recording);
-    /// The device under the cursor of the tree, empty on a group.
+    /// The device, or the sensor's device, under the cursor of the tree, empty on a group.
     QString currentDevice() const;
     /// Puts the cursor of the tree on a device, if it is there.
     void select(const QString& ipncId);
@@ -82,7 +101,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    enum Role { IpncIdRole = Qt::UserRole + 1, GroupIdRole, OpenRole, VideoRole, OnlineRole, RecordRole };
+    using Role = DeviceTreeModel::Role;
 
     /// Where something dragged would go: into a group, or (with an empty id) among the groups.
     struct Place {
@@ -92,6 +111,8 @@ private:
 
     void appendGroup(const QString& id, const QString& name, const QStringList& members, const DeviceModel& devices,
                      bool isDefault);
+    static void appendSensors(QStandardItem& item, const DeviceRecord& device);
+    static bool isSensor(const QStandardItem& item);
     void rememberClosedGroups();
     void applyClosedGroups();
     void setFlag(const QString& ipncId, Role role, bool value);
@@ -103,9 +124,11 @@ private:
     void deviceMenu(const QStandardItem& item, const QPoint& place);
     void groupMenu(const QStandardItem& item, const QPoint& place);
 
-    QStandardItemModel model_;
+    DeviceTreeModel model_;
     QSortFilterProxyModel filter_;
-    QSet<QString> closedGroups_;    ///< ids; also of groups that are not there at the moment
+    QSet<QString> closedGroups_; ///< ids; also of groups that are not there at the moment
+    QSet<QString> openDevices_;  ///< ids; those whose sensors are seen
+    bool isFiltered_ = false;
     QString wantedDevice_;          ///< to be current once it is there
     QPersistentModelIndex dragged_; ///< in model_
     bool building_ = false;

@@ -15,6 +15,7 @@
 #include "linkage/AlarmInbox.h"
 #include "linkage/ui/AlarmCenterPage.h"
 #include "logs/ui/Check_Log_Widget.h"
+#include "map/ui/FwidgetElectronMap.h"
 #include "monitor/Archive.h"
 #include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
@@ -28,7 +29,10 @@
 #include "monitor/ui/LinkageControl.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/ManageControl.h"
+#include "monitor/ui/MapControl.h"
 #include "monitor/ui/MessageBar.h"
+#include "monitor/ui/ModulePages.h"
+#include "monitor/ui/PlaybackControl.h"
 #include "monitor/ui/PollRunner.h"
 #include "monitor/ui/RecordControl.h"
 #include "monitor/ui/SensorControl.h"
@@ -40,7 +44,6 @@
 #include "monitor/ui/settings/HelpSheet.h"
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "monitor/ui/settings/SettingsLog.h"
-#include "playback/PlaybackSession.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
 #include "sensor/ui/ChartPage.h"
@@ -50,13 +53,10 @@
 #include "video/ui/ItemVideo.h"
 
 #include <QCloseEvent>
-#include <QDateTime>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <array>
-#include <chrono>
 #include <utility>
 
 namespace keys = corvanta::keys;
@@ -83,6 +83,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     linkage_ = new LinkageControl(context_, devices_->tree(), *topBar_, *this);
     alarms_ = new AlarmControl(context_, storage_, this);
     sensors_ = new SensorControl(context_, storage_, devices_->tree(), *this);
+    maps_ = new MapControl(context_, *this);
     recorder_ = new Recorder({context_.gateway, storage_, context_.settings,
                               [this](const QString& ipncId) {
                                   const DeviceRecord* const device = context_.devices.device(ipncId);
@@ -96,6 +97,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     order_ = new DeviceOrder(context_, this);
     workspace_ = new WorkspaceKeeper(context_, {*grid_, *live_, *poll_, devices_->tree(), *splitter_}, this);
     connectBars();
+    connectPages();
     connectTree();
     connectReports();
     connectEvents();
@@ -147,89 +149,34 @@ void MonitorMainUI::build() {
 }
 
 void MonitorMainUI::buildPages(QWidget* parent) {
-    struct Module {
-        const char* name; ///< object name
-        const char* text;
-        const char* drawing;
-        bool available;
-    };
-    static constexpr Module modules[] = {
-        {"videoModule", QT_TR_NOOP("视频"), "video", true},  {"playbackModule", QT_TR_NOOP("回放"), "playback", true},
-        {"filesModule", QT_TR_NOOP("文件"), "files", true},  {"chartModule", QT_TR_NOOP("图表"), "chart", true},
-        {"mapModule", QT_TR_NOOP("电子地图"), "map", false}, {"dataModule", QT_TR_NOOP("数据"), "data", true},
-        {"logModule", QT_TR_NOOP("日志"), "log", true},      {"alarmModule", QT_TR_NOOP("报警中心"), "alarm", true},
-    };
-    pages_ = new QStackedWidget(parent);
-    pages_->setObjectName(QStringLiteral("modulePages"));
-    pages_->setMinimumWidth(320);
+    pages_ = new ModulePages(*topBar_, parent);
     grid_ = new Fwidget(8, 8, context_.settings, pages_);
-    pages_->addWidget(grid_);
-    modulePages_.insert(VideoModule, grid_);
-    playback_ = new corvanta::playback::PlaybackPage(pages_);
-    playback_->setSnapshotPath([this](const corvanta::playback::PlaybackCamera& camera, const QDateTime& moment) {
-        return corvanta::archive::snapshotPath(storage_, camera, moment);
-    });
-    pages_->addWidget(playback_);
-    modulePages_.insert(PlaybackModule, playback_);
-    int number = 0;
-    for (const Module& module : modules)
-        topBar_->addModule(number++, QLatin1String(module.name), tr(module.text), QLatin1String(module.drawing),
-                           module.available);
-    topBar_->setModule(VideoModule);
+    pages_->setMaker(Module::Video, [this](QWidget*) { return grid_; });
+    playback_ = new PlaybackControl(*pages_, storage_, this);
+    pages_->showModule(Module::Video);
 }
 
-void MonitorMainUI::showModule(int number) {
-    QWidget*& page = modulePages_[number];
-    if (page == nullptr && number == LogModule) { // made when it is first wanted
-        page = new Check_Log_Widget(context_, pages_);
-        pages_->addWidget(page);
-    }
-    if (page == nullptr && number == AlarmModule) {
-        page = alarms_->makePage(pages_);
-        pages_->addWidget(page);
-    }
-    if (page == nullptr && number == DataModule) {
-        page = sensors_->makeDataPage(pages_);
-        pages_->addWidget(page);
-    }
-    if (page == nullptr && number == ChartModule) {
-        auto* const charts = sensors_->makeChartPage(pages_);
+void MonitorMainUI::connectPages() {
+    pages_->setMaker(Module::Files, [this](QWidget* parent) {
+        auto* const files = new StoredFilesPage(context_, storage_, parent);
+        connect(files, &StoredFilesPage::sigPlay, this, [this](const QVector<corvanta::storage::FileRecord>& chosen) {
+            playback_->play(corvanta::archive::camerasOf(chosen, context_.devices));
+        });
+        return files;
+    });
+    pages_->setMaker(Module::Chart, [this](QWidget* parent) {
+        auto* const charts = sensors_->makeChartPage(parent);
         connect(this, &MonitorMainUI::sig_UpdateSensorInputData, charts,
                 &corvanta::sensor::ChartPage::UpdateSensorInputData);
-        page = charts;
-        pages_->addWidget(page);
-    }
-    if (page == nullptr && number == FilesModule) {
-        auto* const files = new StoredFilesPage(context_, storage_, pages_);
-        connect(files, &StoredFilesPage::sigPlay, this, [this](const QVector<corvanta::storage::FileRecord>& chosen) {
-            showPlayback(corvanta::archive::camerasOf(chosen, context_.devices));
-        });
-        page = files;
-        pages_->addWidget(page);
-    }
-    if (page != nullptr)
-        pages_->setCurrentWidget(page);
-}
-
-void MonitorMainUI::showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras) {
-    topBar_->setModule(PlaybackModule);
-    pages_->setCurrentWidget(playback_);
-    playback_->play(cameras);
-}
-
-void MonitorMainUI::showPlaybackAt(const QVector<corvanta::playback::PlaybackCamera>& cameras,
-                                   const QDateTime& time) {
-    showPlayback(cameras);
-    corvanta::playback::PlaybackSession* const session = playback_->session();
-    if (session == nullptr)
-        return;
-    const auto seek = [session, time] {
-        session->seek(std::chrono::milliseconds(time.toMSecsSinceEpoch()));
-    };
-    if (session->isReady())
-        seek();
-    else
-        connect(session, &corvanta::playback::PlaybackSession::sigReady, session, seek);
+        return charts;
+    });
+    pages_->setMaker(Module::Map, [this](QWidget* parent) { return maps_->makePage(parent); });
+    pages_->setMaker(Module::Data, [this](QWidget* parent) { return sensors_->makeDataPage(parent); });
+    pages_->setMaker(Module::Log, [this](QWidget* parent) { return new Check_Log_Widget(context_, parent); });
+    pages_->setMaker(Module::Alarm, [this](QWidget* parent) { return alarms_->makePage(parent); });
+    connect(sensors_, &SensorControl::sigShowCharts, this, [this] { pages_->showModule(Module::Chart); });
+    connect(maps_, &MapControl::sigShowMaps, this, [this] { pages_->showModule(Module::Map); });
+    connect(&playback_->page(), &corvanta::playback::PlaybackPage::sigMessage, this, &MonitorMainUI::showMessage);
 }
 
 void MonitorMainUI::connectAlarms() {
@@ -238,29 +185,23 @@ void MonitorMainUI::connectAlarms() {
     messageTimer_.setInterval(MessageTime);
     connect(&messageTimer_, &QTimer::timeout, this, &MonitorMainUI::OnMessagertimeout);
     connect(alarms_, &AlarmControl::sigCount, topBar_,
-            [this](qint64 count) { topBar_->setBadge(AlarmModule, count); });
+            [this](qint64 count) { topBar_->setBadge(static_cast<int>(Module::Alarm), count); });
     connect(alarms_, &AlarmControl::sigMessage, this, &MonitorMainUI::showMessage);
     connect(alarms_, &AlarmControl::sigLive, this, &MonitorMainUI::showLive);
-    connect(alarms_, &AlarmControl::sigPlayback, this, &MonitorMainUI::showPlaybackAt);
-    topBar_->setBadge(AlarmModule, context_.alarms.count());
+    connect(alarms_, &AlarmControl::sigPlayback, playback_, &PlaybackControl::playAt);
+    topBar_->setBadge(static_cast<int>(Module::Alarm), context_.alarms.count());
 }
 
 void MonitorMainUI::showLive(const QString& ipncId) {
     const DeviceRecord* const device = context_.devices.device(ipncId);
     if (device == nullptr)
         return;
-    topBar_->setModule(VideoModule);
-    showModule(VideoModule);
+    pages_->showModule(Module::Video);
     const int tile = device->tileIndex;
     if (live_->isOpen(ipncId))
         grid_->on_setfocus(tile);
     else
         control_->toggle(ipncId);
-}
-
-void MonitorMainUI::showCharts() {
-    topBar_->setModule(ChartModule);
-    showModule(ChartModule);
 }
 
 void MonitorMainUI::connectBars() {
@@ -269,8 +210,6 @@ void MonitorMainUI::connectBars() {
     connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
     connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
     connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
-    connect(sensors_, &SensorControl::sigShowCharts, this, &MonitorMainUI::showCharts);
-    connect(topBar_, &TopBar::sigModule, this, &MonitorMainUI::showModule);
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
     connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });
@@ -284,7 +223,6 @@ void MonitorMainUI::connectBars() {
     connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
     connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
     connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
-    connect(playback_, &corvanta::playback::PlaybackPage::sigMessage, this, &MonitorMainUI::showMessage);
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);

@@ -3,10 +3,8 @@
 #include "base/AppContext.h"
 #include "monitor/Shortcuts.h"
 
-#include <QHash>
 #include <QTimer>
 #include <QVariant>
-#include <QVector>
 #include <QWidget>
 
 class AccountControl;
@@ -19,10 +17,12 @@ class LinkageControl;
 class Listener;
 class LiveVideo;
 class ManageControl;
+class MapControl;
 class MessageBar;
+class ModulePages;
+class PlaybackControl;
 class PollRunner;
 class QSplitter;
-class QStackedWidget;
 class RecordControl;
 class Recorder;
 class RecordingStorage;
@@ -33,11 +33,6 @@ class WaitOverlay;
 class WallControl;
 class WallPtz;
 class WorkspaceKeeper;
-
-namespace corvanta::playback {
-class PlaybackPage;
-struct PlaybackCamera;
-} // namespace corvanta::playback
 
 /// The main window: device tree, pages of which the video grid is the first, bars. Puts the parts together; what they
 /// do stands in them.
@@ -63,13 +58,9 @@ public:
     ManageControl& manage() const { return *manage_; }
     LinkageControl& linkage() const { return *linkage_; }
     SensorControl& sensors() const { return *sensors_; }
+    MapControl& maps() const { return *maps_; }
     Recorder& recorder() const { return *recorder_; }
-    corvanta::playback::PlaybackPage& playback() const { return *playback_; }
-
-    /// Goes to the page that plays recordings and shows these.
-    void showPlayback(const QVector<corvanta::playback::PlaybackCamera>& cameras);
-    /// The same, from a time on.
-    void showPlaybackAt(const QVector<corvanta::playback::PlaybackCamera>& cameras, const QDateTime& time);
+    PlaybackControl& playback() const { return *playback_; }
     RecordingStorage& storage() const { return storage_; }
 
     /// Puts the frame that this window was set into where it was at the last end, before it is shown.
@@ -102,7 +93,7 @@ protected:
 private:
     void build();
     void buildPages(QWidget* parent);
-    void showModule(int number);
+    void connectPages();
     void connectBars();
     void connectTree();
     void connectReports();
@@ -113,7 +104,6 @@ private:
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
-    void showCharts();
     void signOut();
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
@@ -123,23 +113,13 @@ private:
     void openSettings();
     void applySettings(const QStringList& changedKeys);
 
-    /// Numbers of the modules, in the order of their buttons, which have pages.
-    static constexpr int VideoModule = 0;
-    static constexpr int PlaybackModule = 1;
-    static constexpr int FilesModule = 2;
-    static constexpr int ChartModule = 3;
-    static constexpr int DataModule = 5;
-    static constexpr int LogModule = 6;
-    static constexpr int AlarmModule = 7;
-
     AppContext context_;
     TopBar* topBar_ = nullptr;
     QSplitter* splitter_ = nullptr;
     DevicePanel* devices_ = nullptr;
-    QStackedWidget* pages_ = nullptr;
-    QHash<int, QWidget*> modulePages_; ///< by the module's number
+    ModulePages* pages_ = nullptr;
     Fwidget* grid_ = nullptr;
-    corvanta::playback::PlaybackPage* playback_ = nullptr;
+    PlaybackControl* playback_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     QTimer messageTimer_{this}; ///< clears the message bar
     WaitOverlay* wait_ = nullptr;
@@ -158,6 +138,7 @@ private:
     LinkageControl* linkage_ = nullptr;
     AlarmControl* alarms_ = nullptr;
     SensorControl* sensors_ = nullptr;
+    MapControl* maps_ = nullptr;
     DeviceOrder* order_ = nullptr;
     WorkspaceKeeper* workspace_ = nullptr;
     bool pollWaits_ = true; ///< a polling goes on with the first devices after a sign-in

@@ -21,7 +21,8 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , account_(window, script_)
     , manage_(window, script_)
     , linkage_(window, script_)
-    , sensors_(window, script_) {
+    , sensors_(window, script_)
+    , maps_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -68,6 +69,8 @@ void OperatorTour::planEverything() {
     linkage_.dialogs(QString());
     sensors_.dialogs(QString());
     sensors_.pages(QString());
+    maps_.pages(QString());
+    maps_.dialogs(QString());
     planLayouts();
     planSmallest();
     tip();
@@ -114,6 +117,8 @@ void OperatorTour::planSmallest() {
     linkage_.alarms(QStringLiteral("smallest-"));
     sensors_.pages(QStringLiteral("smallest-"));
     sensors_.dialogs(QStringLiteral("smallest-"));
+    maps_.pages(QStringLiteral("smallest-"));
+    maps_.dialogs(QStringLiteral("smallest-"));
 }
 
 void OperatorTour::planWindow() {

@@ -5,6 +5,7 @@
 #include "monitor/ui/tour/LinkageTour.h"
 #include "monitor/ui/tour/LogsTour.h"
 #include "monitor/ui/tour/ManageTour.h"
+#include "monitor/ui/tour/MapTour.h"
 #include "monitor/ui/tour/PlaybackTour.h"
 #include "monitor/ui/tour/SensorTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
@@ -49,4 +50,5 @@ private:
     ManageTour manage_;
     LinkageTour linkage_;
     SensorTour sensors_;
+    MapTour maps_;
 };

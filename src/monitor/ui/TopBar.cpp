@@ -160,11 +160,9 @@ void TopBar::setSound(int volume, bool muted, const QString& state) {
     sound_->setAccessibleDescription(state);
 }
 
-void TopBar::addModule(int number, const QString& objectName, const QString& text, const QString& drawing,
-                       bool available) {
+void TopBar::addModule(int number, const QString& objectName, const QString& text, const QString& drawing) {
     QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
     button->setCheckable(true);
-    button->setEnabled(available);
     button->setProperty("moduleName", text);
     modulesRow_->addWidget(button);
     modules_.insert(number, button);

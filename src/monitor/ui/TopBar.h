@@ -30,10 +30,8 @@ public:
     /// Volume (0 to 100), mute, and what is heard and talked to at the moment; blue while there is something.
     void setSound(int volume, bool muted, const QString& state);
 
-    /// A button for a page of the window, in the order of the calls; `number` comes back by `sigModule`. One whose
-    /// page is not there cannot be chosen.
-    void addModule(int number, const QString& objectName, const QString& text, const QString& drawing,
-                   bool available);
+    /// A button for a page of the window, in the order of the calls; `number` comes back by `sigModule`.
+    void addModule(int number, const QString& objectName, const QString& text, const QString& drawing);
     void setModule(int number);
     /// A number on a module's button, in red; 0: none.
     void setBadge(int number, qint64 count);

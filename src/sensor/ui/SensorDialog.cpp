@@ -184,8 +184,9 @@ void SensorDialog::remove() {
                                            QStringLiteral("删除传感器"),
                                            {{QStringLiteral("ipncid"), ipncId_}, {QStringLiteral("pid"), pid}}),
                                        .busy = remove_,
-                                       .done = [this, name](const QVariantMap&) {
+                                       .done = [this, pid, name](const QVariantMap&) {
                                            logChange(context_, tr("删除传感器"), ipncId_ + QLatin1Char(' ') + name);
+                                           emit context_.events.sig_DeleteMapIcon(QString::number(pid));
                                            readInterfaces();
                                        }});
                      }});

@@ -7,6 +7,7 @@
 #include "monitor/ui/settings/AlarmPage.h"
 #include "monitor/ui/settings/GeneralPage.h"
 #include "monitor/ui/settings/NetworkPage.h"
+#include "monitor/ui/settings/OnlineMapPage.h"
 #include "monitor/ui/settings/PollPage.h"
 #include "monitor/ui/settings/RecordPage.h"
 #include "monitor/ui/settings/StartPage.h"
@@ -68,6 +69,7 @@ void SettingsDialog::addPages() {
     addPage(new RecordPage(this));
     addPage(new PollPage(context_, this));
     addPage(new AlarmPage(this));
+    addPage(new OnlineMapPage(this));
     addPage(new NetworkPage(this));
 }
 

@@ -10,9 +10,9 @@
 namespace tour = corvanta::tour;
 
 QStringList SettingsTour::names() {
-    return {QStringLiteral("generalPage"), QStringLiteral("startPage"), QStringLiteral("videoPage"),
-            QStringLiteral("recordPage"),  QStringLiteral("pollPage"),  QStringLiteral("alarmPage"),
-            QStringLiteral("networkPage")};
+    return {QStringLiteral("generalPage"),   QStringLiteral("startPage"),  QStringLiteral("videoPage"),
+            QStringLiteral("recordPage"),    QStringLiteral("pollPage"),   QStringLiteral("alarmPage"),
+            QStringLiteral("onlineMapPage"), QStringLiteral("networkPage")};
 }
 
 void SettingsTour::pages(const QString& pictures) {

@@ -1,0 +1,9 @@
+#include "platform/Privileges.h"
+
+namespace corvanta::platform {
+
+bool runsAsAdministrator() {
+    return false;
+}
+
+} // namespace corvanta::platform
