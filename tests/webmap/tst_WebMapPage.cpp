@@ -223,6 +223,7 @@ void tst_WebMapPage::markersAreDeleted() {
     QVERIFY(hasText(0, QStringLiteral("后")));
     QVERIFY(isAt(0, 31.2, 121.5));
     view_->setEditable(false);
+    QVERIFY(becomes(QStringLiteral("!view.isEditable"))); // input overtakes scripts
     QTest::mouseClick(input(), Qt::RightButton, {}, middleOf(QStringLiteral(".mark")));
     QVERIFY(
         becomes(QStringLiteral("[...document.querySelectorAll('.menu > li')].map((item) => item.textContent).join()"
