@@ -5,7 +5,9 @@
 #include "vision/CodePicture.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -48,6 +50,11 @@ void tst_VideoMeasurer::init() {
     sdk_.reset();
     dir_ = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir().mkpath(folder()));
+    QVERIFY(QDir(dir_->path()).mkdir(QStringLiteral("config")));
+    QFile settings(dir_->filePath(QStringLiteral("config/set.json")));
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    settings.write(QJsonDocument(QJsonObject{{corvanta::keys::DriveFolders, QJsonArray{dir_->path()}}}).toJson());
+    settings.close();
     sdk_.setDocument(R"({"type":"ipnclist"})", R"({"group":[],"ipnclist":[
         {"ipncid":"CAM1","type":"video","info":{"QRinfo":{"info":{"QRwidth":"105",
             "cameraMatrix":"[800, 0, 320;\n 0, 800, 240;\n 0, 0, 1]","distCoeffs":"[0, 0, 0, 0, 0]",
