@@ -14,6 +14,7 @@ corvanta_packages_build=(
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
     qtwebengine5-dev libqt5webchannel5-dev
     libmodbus-dev libmosquitto-dev libmuparser-dev libgpiod-dev libopencv-core-dev libopencv-imgproc-dev
+    libopencv-calib3d-dev libzbar-dev libqrencode-dev
 )
 # npm of another origin is as good, and does not go together with the distribution's.
 command -v npm >/dev/null || corvanta_packages_build+=(nodejs npm)
@@ -24,10 +25,11 @@ corvanta_packages_test=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
-    socat python3-pymodbus
+    socat python3-pymodbus opencv-doc
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
-corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x)
+corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x
+    zbar-tools libopencv-objdetect-dev)
 
 corvanta_say() { printf '== %s\n' "$*"; }
 

@@ -11,6 +11,7 @@
 #include "linkage/AlarmSound.h"
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
+#include "vision/VideoMeasurer.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -28,6 +29,7 @@
 
 namespace keys = corvanta::keys;
 namespace linkage = corvanta::linkage;
+namespace vision = corvanta::vision;
 
 namespace {
 
@@ -94,6 +96,8 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     // sign-in, alarm sound, version check. A part that is added takes its place in it.
     loadTimeZones();
     prepareStorage();
+    measurer_ = std::make_unique<vision::VideoMeasurer>(gateway_, devices_);
+    connect(measurer_.get(), &vision::VideoMeasurer::sig_C_point, this, &AppManager::OngetVideoQRcodepoint);
     database_ = std::make_unique<SqlHelp>(paths_.databaseFile());
     alarms_ = std::make_unique<linkage::AlarmInbox>(paths_.alarmsFile());
     QTimer::singleShot(AutoLoginDelay, this, &AppManager::autoLogin);
@@ -102,11 +106,14 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
         linkage::AlarmHandler::Parts{*this, devices_, *database_, *alarms_, [this](const QString& type) {
                                          playalarmMusic(type);
                                      }});
+    alarmHandler_->setVideoHook(
+        [this](const QString& ipncId, const QString& path) { measurer_->measure(ipncId, path); });
 }
 
 AppManager::~AppManager() {
     qDebug() << "~AppManager()";
     repair_.reset();
+    measurer_.reset();
     if (worker_.isRunning()) {
         worker_.quit();
         worker_.wait();
@@ -235,6 +242,10 @@ void AppManager::onFreshlocal() {
 
 void AppManager::TriggerAlarm(const QVariantMap& AlarmMap) {
     alarmHandler_->handle(AlarmMap);
+}
+
+void AppManager::OngetVideoQRcodepoint(QStringList resultList) {
+    measurer_->report(resultList);
 }
 
 void AppManager::playalarmMusic(const QString& type) {

@@ -29,6 +29,10 @@ class AlarmHandler;
 class AlarmInbox;
 } // namespace corvanta::linkage
 
+namespace corvanta::vision {
+class VideoMeasurer;
+} // namespace corvanta::vision
+
 /// The heart of the program: owns the SDK's client side and what is known of the account, and turns the SDK's
 /// messages into signals. Its slots call the part that does the work.
 ///
@@ -71,8 +75,6 @@ public:
     AppContext context();
     /// Where files of devices are kept.
     RecordingStorage& storage() { return *storage_; }
-    /// Where a part that looks at videos of alarms connects itself.
-    corvanta::linkage::AlarmHandler& alarmHandler() { return *alarmHandler_; }
 
 public slots:
     void autoLogin();
@@ -83,6 +85,8 @@ public slots:
     void deviceFresh();
     /// Everything that follows an alarm.
     void TriggerAlarm(const QVariantMap& AlarmMap);
+    /// Reports the position (x, y and z as texts) that the video of an alarm showed, to the device that is told of.
+    void OngetVideoQRcodepoint(QStringList resultList);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);
@@ -130,6 +134,7 @@ private:
     QVariantMap userInfo_; ///< the document of maps and icons, as it was last told of
     QThread worker_;       ///< for work in the background; runs once something needs it
     std::unique_ptr<RepairThread> repair_;
+    std::unique_ptr<corvanta::vision::VideoMeasurer> measurer_;
     std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
     std::unique_ptr<AlarmSound> alarmSound_;
     std::unique_ptr<corvanta::linkage::AlarmHandler> alarmHandler_;
