@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QVariantList>
 
-#include <functional>
 #include <optional>
+#include <vector>
 
 namespace corvanta::vision {
 
@@ -22,31 +22,23 @@ struct LaserPosition {
     static std::optional<LaserPosition> fromTexts(const QStringList& texts);
 };
 
-/// What is done with a picture; false: no more are wanted. May be called by several threads at a time.
-using PictureTask = std::function<bool(const QImage& picture)>;
-/// Hands every picture of a file (one of a picture file, all frames of a video) to a task and returns when all are
-/// done. False where the file cannot be read.
-using PictureReader = std::function<bool(const QString& path, const PictureTask& task)>;
-
 /// Measures spots with one setup. A value; any number of threads.
 class LaserMeter final {
 public:
+    struct Measurement {
+        std::optional<LaserPosition> position;
+        std::optional<Spot> spot;
+        SpotProblem problem = SpotProblem::None; ///< why there is no spot
+        bool isBeyond = false;                   ///< there is a spot, but beyond the plate's horizon
+
+        /// Why there is no position, for the user in Chinese; empty when there is one.
+        QString problemText() const;
+    };
+
     /// `reference` may be null. Nothing where `LaserInfo::measureProblem` says why.
     static std::optional<LaserMeter> make(const LaserInfo& info, const QImage& reference);
 
-    struct Measurement {
-        std::optional<LaserPosition> position;
-        Spot spot;                               ///< where `position` is
-        SpotProblem problem = SpotProblem::None; ///< why not; `None` also for a spot beyond the plate's horizon
-    };
-
     Measurement measure(const QImage& picture) const;
-
-    /// The position that a file shows: the trimmed mean of all its pictures that show one (x and y apart; of more
-    /// than two values without the lowest and the highest). Nothing where none does, where the file cannot be read,
-    /// or once `interrupted`, which is asked between pictures by all threads, says so.
-    std::optional<LaserPosition> measureFile(const QString& path, const PictureReader& reader,
-                                             const std::function<bool()>& interrupted = {}) const;
 
 private:
     LaserMeter(const SpotSettings& spot, const LaserScale& scale, const QImage& reference);
@@ -56,9 +48,14 @@ private:
     QImage reference_;
 };
 
-/// The inputs' values that a measurement gives, for "uploadinputs": "pid", "ifpid", "ifname", "type" and "data", the
-/// way from the initial position to `position` in single precision with six significant digits. Inputs that are not
-/// to be uploaded are left out. Empty without an initial position.
-QVariantList laserUpload(const LaserInfo& info, const LaserPosition& position);
+/// Of each axis the mean of all values, without the lowest and the highest where there are more than two. Nothing for
+/// none.
+std::optional<LaserPosition> trimmedMean(const std::vector<LaserPosition>& positions);
+
+/// The inputs' values that a measurement (`LaserPosition::texts`) gives, for "uploadinputs": "pid", "ifpid",
+/// "ifname", "type" and "data", the way from the initial position to the measured one in single precision with six
+/// significant digits. Inputs that are not to be uploaded are left out. Empty without an initial position, and for
+/// texts that are no position.
+QVariantList laserUpload(const LaserInfo& info, const QStringList& position);
 
 } // namespace corvanta::vision

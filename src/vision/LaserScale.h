@@ -42,6 +42,8 @@ private:
 
     explicit LaserScale(const Matrix& toPlace);
 
+    static std::optional<QPointF> apply(const Matrix& matrix, const QPointF& point);
+
     Matrix toPlace_;
     Matrix toPixel_;
 };

@@ -26,8 +26,9 @@ using Colours = cv::Mat4b;
 Colours coloursOf(const QImage& picture) {
     // The data is only read; OpenCV's headers know no constant ones.
     auto* const data = const_cast<uchar*>(picture.constBits());
-    return {
-        cv::Mat(picture.height(), picture.width(), CV_8UC4, data, static_cast<std::size_t>(picture.bytesPerLine()))};
+    const cv::Mat pixels(picture.height(), picture.width(), CV_8UC4, data,
+                         static_cast<std::size_t>(picture.bytesPerLine()));
+    return Colours(pixels);
 }
 
 bool isUsable(const QImage& picture) {
