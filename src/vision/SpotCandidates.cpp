@@ -1,0 +1,167 @@
+#include "vision/SpotCandidates.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace corvanta::vision {
+
+namespace {
+
+constexpr double WidthOfBell = 2.3548;
+
+/// What lies below everything that is narrower than `largest`: the median of wide surroundings, at a coarse scale.
+cv::Mat1b background(const cv::Mat1b& light, double largest) {
+    constexpr int blocksOfSpot = 8;
+    constexpr int surroundings = 21; // blocks; so a spot fills less than a fifth of them
+    const int shorter = std::min(light.cols, light.rows);
+    const int block = std::max(1, static_cast<int>(std::min<double>(largest, shorter)) / blocksOfSpot);
+    const cv::Size coarseSize(std::max(1, light.cols / block), std::max(1, light.rows / block));
+    cv::Mat1b coarse;
+    cv::resize(light, coarse, coarseSize, 0, 0, cv::INTER_AREA);
+    cv::medianBlur(coarse, coarse, surroundings);
+    cv::Mat1b result;
+    cv::resize(coarse, result, light.size(), 0, 0, cv::INTER_LINEAR);
+    return result;
+}
+
+/// Shape, size and light of one region; `shape` and `levels` are of the size of `box`.
+SpotCandidate describe(const cv::Rect& box, const cv::Mat1b& shape, const cv::Mat1b& levels, const cv::Size& picture,
+                       double blur) {
+    constexpr double ofAPixel = 1.0 / 12; // second moment of a pixel about its middle
+    SpotCandidate one;
+    one.box = box;
+    one.shape = shape;
+    cv::Mat1b light = cv::Mat1b::zeros(levels.size());
+    levels.copyTo(light, shape);
+    const cv::Moments weighed = cv::moments(light);
+    const cv::Moments flat = cv::moments(shape, true);
+    one.mass = weighed.m00;
+    one.middle = cv::Point2d(box.x + weighed.m10 / weighed.m00 + 0.5, box.y + weighed.m01 / weighed.m00 + 0.5);
+    cv::minMaxLoc(light, nullptr, &one.peak);
+
+    const double xx = flat.mu20 / flat.m00 + ofAPixel;
+    const double yy = flat.mu02 / flat.m00 + ofAPixel;
+    const double xy = flat.mu11 / flat.m00;
+    const double mean = (xx + yy) / 2;
+    const double apart = std::hypot((xx - yy) / 2, xy);
+    const double longer = mean + apart;
+    const double shorter = std::max(mean - apart, ofAPixel);
+    const double filled = flat.m00 / (4 * CV_PI * std::sqrt(longer * shorter)); // 1 for a full ellipse
+    one.roundness = std::sqrt(shorter / longer) * std::min(1.0, filled);
+
+    const double added = WidthOfBell * WidthOfBell * blur * blur;
+    const double seen = 4 * flat.m00 / CV_PI;
+    const double own = std::max(1.0, seen - added);
+    one.diameter = std::sqrt(own);
+    one.peak = std::min(255.0, one.peak * (own + added) / own);
+    one.isCut = box.x == 0 || box.y == 0 || box.br().x == picture.width || box.br().y == picture.height;
+    return one;
+}
+
+/// The labels of all regions but the one that is none.
+std::vector<int> numbersUpTo(int count) {
+    std::vector<int> numbers(static_cast<std::size_t>(std::max(0, count - 1)));
+    std::iota(numbers.begin(), numbers.end(), 1);
+    return numbers;
+}
+
+template <typename GoesFirst>
+void keepFirst(std::vector<int>& labels, std::size_t most, GoesFirst&& goesFirst) {
+    const std::size_t kept = std::min(labels.size(), most);
+    std::partial_sort(labels.begin(), labels.begin() + static_cast<std::ptrdiff_t>(kept), labels.end(), goesFirst);
+    labels.resize(kept);
+}
+
+cv::Rect boxOf(const cv::Mat1i& stats, int label) {
+    return {stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP), stats(label, cv::CC_STAT_WIDTH),
+            stats(label, cv::CC_STAT_HEIGHT)};
+}
+
+/// The parts of one connected region that are at least half as bright as its peak.
+void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region, double peak,
+              std::vector<SpotCandidate>& found) {
+    constexpr std::size_t mostParts = 16; // more are specks of noise
+    const cv::Mat1b levels = picture.levels(box);
+    const cv::Mat1b bright = (levels >= peak / 2) & region;
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    cv::Mat1d middles;
+    const int count = cv::connectedComponentsWithStats(bright, labels, stats, middles);
+    std::vector<int> parts = numbersUpTo(count);
+    keepFirst(parts, mostParts,
+              [&stats](int a, int b) { return stats(a, cv::CC_STAT_AREA) > stats(b, cv::CC_STAT_AREA); });
+    for (const int label : parts) {
+        const cv::Rect part = boxOf(stats, label);
+        found.push_back(
+            describe(part + box.tl(), labels(part) == label, levels(part), picture.levels.size(), picture.blur));
+    }
+}
+
+/// The highest level in each labelled region; 0 is the label of what is in none.
+std::vector<int> peaksOf(const cv::Mat1b& levels, const cv::Mat1i& labels, int count) {
+    std::vector<int> peaks(static_cast<std::size_t>(count), 0);
+    for (int row = 0; row < levels.rows; ++row) {
+        const uchar* const line = levels[row];
+        const int* const names = labels[row];
+        for (int column = 0; column < levels.cols; ++column) {
+            int& peak = peaks[static_cast<std::size_t>(names[column])];
+            peak = std::max<int>(peak, line[column]);
+        }
+    }
+    return peaks;
+}
+
+} // namespace
+
+StandingOut StandingOut::of(const cv::Mat1b& light, const cv::Mat1b& reference, double smallest, double largest) {
+    constexpr double blurOfSmallest = 0.25; // so that the smallest spot keeps most of its height
+    constexpr double greatestBlur = 2;      // px; more would not help against noise of single pixels
+    cv::Mat1b above;
+    if (reference.empty())
+        above = light;
+    else
+        cv::subtract(light, reference, above);
+    StandingOut result;
+    cv::subtract(above, background(above, largest), result.levels);
+    result.blur = std::min(greatestBlur, blurOfSmallest * smallest);
+    cv::GaussianBlur(result.levels, result.levels, cv::Size(), result.blur);
+    return result;
+}
+
+std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold) {
+    // A spot is looked at down to half of its height, and the blur takes up to a third of it.
+    constexpr double lowest = 0.33;
+    constexpr double leastPeak = 0.66;
+    constexpr std::size_t mostRegions = 32;
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    cv::Mat1d middles;
+    const cv::Mat1b mask = picture.levels >= std::max(1.0, lowest * threshold);
+    const int count = cv::connectedComponentsWithStats(mask, labels, stats, middles);
+    const std::vector<int> peaks = peaksOf(picture.levels, labels, count);
+
+    const auto peakOf = [&peaks](int label) {
+        return peaks[static_cast<std::size_t>(label)];
+    };
+    std::vector<int> regions = numbersUpTo(count);
+    const auto isLow = [&](int label) {
+        return peakOf(label) < leastPeak * threshold;
+    };
+    regions.erase(std::remove_if(regions.begin(), regions.end(), isLow), regions.end());
+    const auto worth = [&](int label) {
+        return static_cast<double>(peakOf(label)) * stats(label, cv::CC_STAT_AREA);
+    };
+    keepFirst(regions, mostRegions, [&worth](int a, int b) { return worth(a) > worth(b); });
+
+    std::vector<SpotCandidate> found;
+    for (const int label : regions) {
+        const cv::Rect box = boxOf(stats, label);
+        addParts(picture, box, labels(box) == label, peakOf(label), found);
+    }
+    return found;
+}
+
+} // namespace corvanta::vision

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <opencv2/core/mat.hpp>
+
+#include <vector>
+
+namespace corvanta::vision {
+
+/// Something bright that may be a spot. Positions and diameters are in px; the upper-left pixel covers 0 to 1.
+struct SpotCandidate {
+    cv::Rect box;         ///< in the picture; of what is at least half as bright as the peak
+    cv::Mat1b shape;      ///< of the box's size: 255 where it is so
+    cv::Point2d middle;   ///< of the light in `shape`
+    double diameter = 0;  ///< of the circle as large as `shape`, without what `StandingOut::blur` adds
+    double roundness = 0; ///< shorter axis / longer axis, less where there are holes and notches
+    double peak = 0;      ///< grey levels, likewise
+    double mass = 0;      ///< the light in `shape`, grey levels * px
+    bool isCut = false;   ///< touches the picture's border
+};
+
+/// How far each pixel stands out from what is round it.
+struct StandingOut {
+    cv::Mat1b levels;
+    double blur = 0; ///< px, standard deviation of the blur that was put over it against noise
+
+    /// Of light without (`reference` not empty) the light that is there anyway, and without everything wider than
+    /// `largest`; `smallest`, `largest`: diameters of spots in px.
+    static StandingOut of(const cv::Mat1b& light, const cv::Mat1b& reference, double smallest, double largest);
+};
+
+/// What stands out by about `threshold` or more, in no order; the brightest where there is very much.
+std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold);
+
+} // namespace corvanta::vision
