@@ -12,6 +12,7 @@
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
 #include "vision/VideoMeasurer.h"
+#include "vision/VideoPath.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -106,8 +107,9 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
         linkage::AlarmHandler::Parts{*this, devices_, *database_, *alarms_, [this](const QString& type) {
                                          playalarmMusic(type);
                                      }});
-    alarmHandler_->setVideoHook(
-        [this](const QString& ipncId, const QString& path) { measurer_->measure(ipncId, path); });
+    alarmHandler_->setVideoHook([this](const QString& path) {
+        measurer_->measure(vision::deviceOfVideo(path, storage_->searchedDrives()), path);
+    });
 }
 
 AppManager::~AppManager() {

@@ -38,7 +38,7 @@ void AlarmHandler::handle(const QVariantMap& message) const {
     emit parts_.events.sig_MessageBar(alarm.dateTime + QLatin1Char(' ') + alarm.content);
     if (alarm.videoPath) {
         if (video_)
-            video_(deviceOfVideo(*alarm.videoPath), *alarm.videoPath);
+            video_(*alarm.videoPath);
         else
             qDebug() << "nobody looks at the video of an alarm" << *alarm.videoPath;
     }

@@ -24,8 +24,8 @@ public:
         AlarmInbox& inbox;
         std::function<void(const QString& type)> playSound;
     };
-    /// A video of an alarm is there: the device whose scanner is to look at it, and the file.
-    using VideoHook = std::function<void(const QString& ipncId, const QString& path)>;
+    /// A video of an alarm is there.
+    using VideoHook = std::function<void(const QString& path)>;
 
     /// The parts outlive it.
     explicit AlarmHandler(Parts parts);

@@ -26,10 +26,4 @@ AlarmMessage AlarmMessage::fromMap(const QVariantMap& message) {
     return result;
 }
 
-QString deviceOfVideo(const QString& path) {
-    const QStringList parts = path.split(QLatin1Char('/'));
-    const int tree = parts.indexOf(QStringLiteral("ZEL"));
-    return parts.value(tree < 0 ? 2 : tree + 1);
-}
-
 } // namespace corvanta::linkage

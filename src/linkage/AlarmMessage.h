@@ -25,8 +25,4 @@ struct AlarmMessage {
     static AlarmMessage fromMap(const QVariantMap& message);
 };
 
-/// The device that the path of an alarm's video names: its third component ("D:/ZEL/<device>/..."). Where drives have
-/// no letters and the tree begins deeper, the component behind "ZEL".
-QString deviceOfVideo(const QString& path);
-
 } // namespace corvanta::linkage

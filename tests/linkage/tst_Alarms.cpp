@@ -97,7 +97,7 @@ void tst_Alarms::effectsComeInOrder_data() {
                        log("二级阈值报警"),
                        "sound 二级阈值报警",
                        bar,
-                       "video a D:/ZEL/a/LocalRecord/v.avi"};
+                       "video D:/ZEL/a/LocalRecord/v.avi"};
     QTest::newRow("no alarm") << QByteArray(R"({"type":"trigger","content":"c"})")
                               << QStringList{"log ||其他报警|c", "sound 其他报警", "bar  c"};
 }
@@ -117,7 +117,7 @@ void tst_Alarms::effectsComeInOrder() {
                               noteRow();
                               seen += "sound " + type;
                           }});
-    handler.setVideoHook([&](const QString& id, const QString& path) { seen += "video " + id + ' ' + path; });
+    handler.setVideoHook([&](const QString& path) { seen += "video " + path; });
     connect(manager_.get(), &AppEvents::sig_triggerAlarm, this, [&] { seen += "map"; });
     connect(manager_.get(), &AppEvents::sig_DownDatFile, this,
             [&](const QString& id, const QString& file) { seen += "dat " + id + ' ' + file; });

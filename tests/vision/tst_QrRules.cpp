@@ -3,6 +3,7 @@
 #include "vision/MediaPictures.h"
 #include "vision/QrPose.h"
 #include "vision/QrSensor.h"
+#include "vision/VideoPath.h"
 
 #include <QJsonDocument>
 #include <QTest>
@@ -30,6 +31,8 @@ private slots:
     void positionsAreTurnedBack();
     void pathsTellWhatTheyAre_data();
     void pathsTellWhatTheyAre();
+    void pathsNameTheDevice_data();
+    void pathsNameTheDevice();
     void movementsAreReported_data();
     void movementsAreReported();
     void inputsComeFromTheBoard();
@@ -181,6 +184,31 @@ void tst_QrRules::pathsTellWhatTheyAre_data() {
 void tst_QrRules::pathsTellWhatTheyAre() {
     QFETCH(const QString, path);
     QTEST(static_cast<int>(mediaKindOf(path)), "kind");
+}
+
+void tst_QrRules::pathsNameTheDevice_data() {
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("device");
+    const auto row = [](const char* path, const char* device) {
+        QTest::newRow(path) << QString::fromLatin1(path) << QString::fromLatin1(device);
+    };
+    row("D:/ZEL/CAM1/LocalRecord/a.avi", "CAM1");
+    row("E:/ZEL/CAM1/a.avi", "CAM1"); // a drive that is not known
+    row("/ZEL/CAM1/a.avi", "CAM1");
+    row("/mnt/disk/ZEL/CAM1/a.avi", "CAM1");
+    row("/mnt/ZEL/ZEL/ZEL/a.avi", "ZEL");
+    row("/srv/other/ZEL/a.avi", "other");
+    row("D:/ZEL", "");
+    row("D:/ZEL/", "");
+    row("a.avi", "");
+    row("", "");
+}
+
+void tst_QrRules::pathsNameTheDevice() {
+    QFETCH(const QString, path);
+    const QStringList drives{QStringLiteral("/"), QStringLiteral("D:/"), QStringLiteral("/mnt/disk/"),
+                             QStringLiteral("/mnt/ZEL/")};
+    QTEST(deviceOfVideo(path, drives), "device");
 }
 
 void tst_QrRules::movementsAreReported_data() {
