@@ -186,13 +186,13 @@ void tst_LaserSpot::reasonsAreTold_data() {
     noisy.noise = 8;
     row("noise alone", noisy, any, SpotProblem::NothingBright);
     row("green for red", with({[] {
-            Light light = spot();
+            Light light = spot(10, 500);
             light.colour = paintedSpot::Green;
             return light;
         }()}),
         settings(SpotColour::Red), SpotProblem::WrongColour);
     row("a lamp for a laser", with({lamp(Centre, 14)}), settings(SpotColour::Red), SpotProblem::WrongColour);
-    row("too small", with({spot(1.2, 600)}), any, SpotProblem::TooSmall);
+    row("too small", with({spot(1.2, 200)}), any, SpotProblem::TooSmall);
     SpotSettings small = any;
     small.largestDiameter = 30;
     row("too large", with({spot(45)}), small, SpotProblem::TooLarge);
@@ -206,7 +206,7 @@ void tst_LaserSpot::reasonsAreTold_data() {
     row("in the corner", with({spot(20, 150, {319, 239})}), any, SpotProblem::CutByBorder);
     row("two alike", with({spot(), spot(10, 150, {220, 60})}), any, SpotProblem::Several);
     row("two cut off at white", with({spot(10, 3000), spot(9, 2500, {220, 60})}), any, SpotProblem::Several);
-    row("two in one", with({spot(), spot(10, 150, Centre + QPointF(13, 0))}), any, SpotProblem::Several);
+    row("two in one", with({spot(), spot(10, 150, Centre + QPointF(17, 0))}), any, SpotProblem::Several);
 }
 
 void tst_LaserSpot::reasonsAreTold() {
