@@ -97,7 +97,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     // sign-in, alarm sound, version check. A part that is added takes its place in it.
     loadTimeZones();
     prepareStorage();
-    measurer_ = std::make_unique<vision::VideoMeasurer>(gateway_, devices_);
+    measurer_ = std::make_unique<vision::VideoMeasurer>(gateway_, devices_, paths_.root());
     connect(measurer_.get(), &vision::VideoMeasurer::sig_C_point, this, &AppManager::OngetVideoQRcodepoint);
     database_ = std::make_unique<SqlHelp>(paths_.databaseFile());
     alarms_ = std::make_unique<linkage::AlarmInbox>(paths_.alarmsFile());

@@ -5,75 +5,89 @@
 #include "base/SdkGateway.h"
 #include "base/ServerErrors.h"
 #include "vision/ImageScannerTHread.h"
-#include "vision/QrFile.h"
-#include "vision/QrSensor.h"
 
 #include <QDebug>
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace corvanta::vision {
 
-VideoMeasurer::VideoMeasurer(SdkGateway& gateway, const DeviceModel& devices, QObject* parent)
+VideoMeasurer::VideoMeasurer(SdkGateway& gateway, const DeviceModel& devices, QString root, QObject* parent)
     : QObject(parent)
     , gateway_(gateway)
-    , devices_(devices) {}
+    , devices_(devices)
+    , root_(std::move(root)) {}
 
 VideoMeasurer::~VideoMeasurer() = default;
 
 void VideoMeasurer::measure(const QString& ipncId, const QString& path) {
     const DeviceRecord* const device = devices_.device(ipncId);
-    if (device == nullptr || qrInfoOf(*device).isEmpty()) {
-        qDebug() << "no code is set up for the video of an alarm" << ipncId << path;
-        return;
+    bool isSetUp = false;
+    for (const MeasureKind kind : {MeasureKind::Code, MeasureKind::LaserSpot}) {
+        auto measurement = device == nullptr ? std::nullopt : measurementOf(*device, kind, root_);
+        if (!measurement)
+            continue;
+        isSetUp = true;
+        start({ipncId, kind}, path, std::move(*measurement));
     }
-    if (scanners_.count(ipncId) > 0) {
-        qDebug() << "a video of the device is still being measured, this one is not" << ipncId << path;
-        return;
-    }
-    auto scanner = std::make_unique<ImageScannerTHread>(path, qrMeasurement(QrSetup::fromMap(qrInfoOf(*device))));
-    connect(scanner.get(), &ImageScannerTHread::sig_C_point, this,
-            [this, ipncId](const QStringList& resultList) { tell(ipncId, resultList); });
-    connect(scanner.get(), &ImageScannerTHread::sigDone, this, [this, ipncId, path](bool found) {
-        if (!found)
-            qDebug() << "no code was found" << ipncId << path;
-        end(ipncId);
-    });
-    scanner->start();
-    scanners_.emplace(ipncId, std::move(scanner));
+    if (!isSetUp)
+        qDebug() << "nothing to be measured is set up for the video of an alarm" << ipncId << path;
 }
 
-void VideoMeasurer::tell(const QString& ipncId, const QStringList& resultList) {
-    const QScopedValueRollback told(told_, ipncId);
+void VideoMeasurer::start(const Key& key, const QString& path, FileMeasurement measurement) {
+    if (scanners_.count(key) > 0) {
+        qDebug() << "a video of the device is still being measured, this one is not" << key.ipncId << path;
+        return;
+    }
+    auto scanner = std::make_unique<ImageScannerTHread>(path, std::move(measurement));
+    connect(scanner.get(), &ImageScannerTHread::sig_C_point, this,
+            [this, key](const QStringList& resultList) { take(key, resultList); });
+    connect(scanner.get(), &ImageScannerTHread::sigDone, this, [this, key, path](bool found) {
+        if (!found)
+            qDebug() << "nothing was found to be measured" << key.ipncId << path;
+        end(key);
+    });
+    scanner->start();
+    scanners_.emplace(key, std::move(scanner));
+}
+
+void VideoMeasurer::take(const Key& key, const QStringList& resultList) {
+    if (key.kind != MeasureKind::Code)
+        return send(key, resultList);
+    const QScopedValueRollback told(told_, key.ipncId);
     emit sig_C_point(resultList);
 }
 
-void VideoMeasurer::end(const QString& ipncId) {
-    const auto ended = scanners_.find(ipncId);
-    if (ended != scanners_.end()) {
-        ImageScannerTHread* const scanner = ended->second.release(); // what tells of this
-        scanner->setParent(this);
-        scanner->deleteLater();
-        scanners_.erase(ended);
-    }
-    emit sigDone(ipncId);
+void VideoMeasurer::end(const Key& key) {
+    const auto ended = scanners_.find(key);
+    if (ended == scanners_.end())
+        return;
+    ImageScannerTHread* const scanner = ended->second.release(); // what tells of this
+    scanner->setParent(this);
+    scanner->deleteLater();
+    scanners_.erase(ended);
 }
 
 void VideoMeasurer::report(const QStringList& resultList) {
-    const DeviceRecord* const device = devices_.device(told_);
+    send({told_, MeasureKind::Code}, resultList);
+}
+
+void VideoMeasurer::send(const Key& key, const QStringList& resultList) {
+    const DeviceRecord* const device = devices_.device(key.ipncId);
     if (device == nullptr)
         return;
-    const QVariantMap initial = qrInfoOf(*device).value(QStringLiteral("inintDataList")).toMap();
-    const QVariantList values = uploadOf(qrInputsOf(*device), initial, resultList);
+    const QVariantList values = uploadOf(*device, key.kind, resultList);
     if (values.isEmpty()) {
-        qDebug() << "the device has no inputs for the position of its code" << told_;
+        qDebug() << "the device has no inputs for what was measured" << key.ipncId;
         return;
     }
     const QVariantMap commands = {{QStringLiteral("uploadinputs"), values}};
-    gateway_.request(requests::deviceRequest(QStringLiteral("上报采集输入"), {{QStringLiteral("ipncid"), told_},
+    gateway_.request(requests::deviceRequest(QStringLiteral("上报采集输入"), {{QStringLiteral("ipncid"), key.ipncId},
                                                                               {QStringLiteral("setcmds"), commands}}),
-                     this, [id = told_](const QVariantMap& reply) {
+                     this, [ipncId = key.ipncId](const QVariantMap& reply) {
                          if (!serverErrors::isSuccess(reply))
-                             qDebug() << "the position of a code was not taken" << id << reply;
+                             qDebug() << "what was measured was not taken" << ipncId << reply;
                      });
 }
 

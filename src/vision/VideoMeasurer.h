@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vision/MeasureKind.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -14,35 +16,43 @@ namespace corvanta::vision {
 
 class ImageScannerTHread;
 
-/// Measures the videos that come with alarms: one at a time of each device, and what comes meanwhile is dropped.
-/// Lives in the GUI thread.
+/// Measures the videos that come with alarms: one at a time of each device, and what comes meanwhile is dropped. A
+/// device whose camera looks at a code and at the spot of a laser is measured for both. Lives in the GUI thread.
 class VideoMeasurer final : public QObject {
     Q_OBJECT
 public:
-    /// Both outlive it.
-    VideoMeasurer(SdkGateway& gateway, const DeviceModel& devices, QObject* parent = nullptr);
+    /// `root` is the data folder. The others outlive it.
+    VideoMeasurer(SdkGateway& gateway, const DeviceModel& devices, QString root, QObject* parent = nullptr);
     ~VideoMeasurer() override;
 
     /// Begins to measure a picture or video of a device, unless one of it is being measured.
     void measure(const QString& ipncId, const QString& path);
 
-    /// Reports a position, as the three texts of `sig_C_point`, to the device that is being told of.
+    /// Reports the position of a code, as the three texts of `sig_C_point`, to the device that is being told of.
     void report(const QStringList& resultList);
 
 signals:
-    /// A device's file was measured; `report` reaches that device while receivers are called.
+    /// A code was found in a device's file; `report` reaches that device while receivers are called.
     void sig_C_point(QStringList resultList);
-    /// The measurement of a device is over, and another one may begin.
-    void sigDone(QString ipncId);
 
 private:
-    void tell(const QString& ipncId, const QStringList& resultList);
-    void end(const QString& ipncId);
+    struct Key {
+        QString ipncId;
+        MeasureKind kind = MeasureKind::Code;
+        friend bool operator<(const Key& a, const Key& b) {
+            return a.ipncId != b.ipncId ? a.ipncId < b.ipncId : a.kind < b.kind;
+        }
+    };
+    void start(const Key& key, const QString& path, FileMeasurement measurement);
+    void take(const Key& key, const QStringList& resultList);
+    void end(const Key& key);
+    void send(const Key& key, const QStringList& resultList);
 
     SdkGateway& gateway_;
     const DeviceModel& devices_;
-    std::map<QString, std::unique_ptr<ImageScannerTHread>> scanners_; ///< those at work, by device
-    QString told_;                                                    ///< the device of the signal that is on its way
+    const QString root_;
+    std::map<Key, std::unique_ptr<ImageScannerTHread>> scanners_; ///< those at work
+    QString told_;                                                ///< the device of the signal that is on its way
 };
 
 } // namespace corvanta::vision
