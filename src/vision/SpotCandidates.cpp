@@ -27,19 +27,27 @@ cv::Mat1b background(const cv::Mat1b& light, double largest) {
     return result;
 }
 
-/// Shape, size and light of one region; `shape` and `levels` are of the size of `box`.
-SpotCandidate describe(const cv::Rect& box, const cv::Mat1b& shape, const cv::Mat1b& levels, const cv::Size& picture,
-                       double blur) {
+/// A part of the picture, `fine` times as large as it is there, and which of its pixels are meant.
+struct Part {
+    cv::Point origin; ///< in the picture
+    int fine = 1;
+    cv::Mat1b levels;
+    cv::Mat1b shape;
+};
+
+/// Shape, size and light of what a part shows in `rect`, to which its levels and its shape are cut already.
+SpotCandidate describe(const Part& part, const cv::Rect& rect, const cv::Size& picture, double blur) {
     constexpr double ofAPixel = 1.0 / 12; // second moment of a pixel about its middle
-    SpotCandidate one;
-    one.box = box;
-    one.shape = shape;
-    cv::Mat1b light = cv::Mat1b::zeros(levels.size());
-    levels.copyTo(light, shape);
+    cv::Mat1b light = cv::Mat1b::zeros(part.levels.size());
+    part.levels.copyTo(light, part.shape);
     const cv::Moments weighed = cv::moments(light);
-    const cv::Moments flat = cv::moments(shape, true);
-    one.mass = weighed.m00;
-    one.middle = cv::Point2d(box.x + weighed.m10 / weighed.m00 + 0.5, box.y + weighed.m01 / weighed.m00 + 0.5);
+    const cv::Moments flat = cv::moments(part.shape, true);
+    const double pixel = 1.0 / part.fine;
+    SpotCandidate one;
+    one.mass = weighed.m00 * pixel * pixel;
+    one.middle =
+        cv::Point2d(part.origin) +
+        cv::Point2d(rect.x + weighed.m10 / weighed.m00 + 0.5, rect.y + weighed.m01 / weighed.m00 + 0.5) * pixel;
     cv::minMaxLoc(light, nullptr, &one.peak);
 
     const double xx = flat.mu20 / flat.m00 + ofAPixel;
@@ -53,12 +61,30 @@ SpotCandidate describe(const cv::Rect& box, const cv::Mat1b& shape, const cv::Ma
     one.roundness = std::sqrt(shorter / longer) * std::min(1.0, filled);
 
     const double added = WidthOfBell * WidthOfBell * blur * blur;
-    const double seen = 4 * flat.m00 / CV_PI;
+    const double seen = 4 * flat.m00 * pixel * pixel / CV_PI;
     const double own = std::max(1.0, seen - added);
     one.diameter = std::sqrt(own);
     one.peak = std::min(255.0, one.peak * (own + added) / own);
-    one.isCut = box.x == 0 || box.y == 0 || box.br().x == picture.width || box.br().y == picture.height;
+    const cv::Point first = part.origin + rect.tl() / part.fine;
+    const cv::Point last = part.origin + (rect.br() - cv::Point(1, 1)) / part.fine;
+    one.box = cv::Rect(first, last + cv::Point(1, 1));
+    one.isCut = first.x == 0 || first.y == 0 || last.x == picture.width - 1 || last.y == picture.height - 1;
     return one;
+}
+
+/// One connected region, made larger where it is so small that its edge would be no more than a few steps.
+Part enlarged(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region) {
+    constexpr int small = 24; // px
+    constexpr int finer = 4;
+    Part part{box.tl(), 1, picture.levels(box), region};
+    if (std::max(box.width, box.height) > small)
+        return part;
+    part.fine = finer;
+    cv::Mat1b levels;
+    cv::resize(part.levels, levels, cv::Size(), finer, finer, cv::INTER_CUBIC);
+    part.levels = levels;
+    cv::resize(region, part.shape, cv::Size(), finer, finer, cv::INTER_NEAREST);
+    return part;
 }
 
 /// The labels of all regions but the one that is none.
@@ -81,11 +107,13 @@ cv::Rect boxOf(const cv::Mat1i& stats, int label) {
 }
 
 /// The parts of one connected region that are at least half as bright as its peak.
-void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region, double peak,
+void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region,
               std::vector<SpotCandidate>& found) {
     constexpr std::size_t mostParts = 16; // more are specks of noise
-    const cv::Mat1b levels = picture.levels(box);
-    const cv::Mat1b bright = (levels >= peak / 2) & region;
+    const Part whole = enlarged(picture, box, region);
+    double peak = 0;
+    cv::minMaxLoc(whole.levels, nullptr, &peak, nullptr, nullptr, whole.shape);
+    const cv::Mat1b bright = (whole.levels >= peak / 2) & whole.shape;
     cv::Mat1i labels;
     cv::Mat1i stats;
     cv::Mat1d middles;
@@ -94,9 +122,9 @@ void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& 
     keepFirst(parts, mostParts,
               [&stats](int a, int b) { return stats(a, cv::CC_STAT_AREA) > stats(b, cv::CC_STAT_AREA); });
     for (const int label : parts) {
-        const cv::Rect part = boxOf(stats, label);
-        found.push_back(
-            describe(part + box.tl(), labels(part) == label, levels(part), picture.levels.size(), picture.blur));
+        const cv::Rect rect = boxOf(stats, label);
+        const Part part{whole.origin, whole.fine, whole.levels(rect), labels(rect) == label};
+        found.push_back(describe(part, rect, picture.levels.size(), picture.blur));
     }
 }
 
@@ -159,7 +187,7 @@ std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double thr
     std::vector<SpotCandidate> found;
     for (const int label : regions) {
         const cv::Rect box = boxOf(stats, label);
-        addParts(picture, box, labels(box) == label, peakOf(label), found);
+        addParts(picture, box, labels(box) == label, found);
     }
     return found;
 }

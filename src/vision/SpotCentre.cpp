@@ -13,8 +13,8 @@ namespace {
 constexpr double WidthOfBell = 2.3548; // where a bell is half as high as its peak, in standard deviations
 constexpr double LeastSigma = 1.0;     // px; a narrower bell would lie between the pixels
 constexpr double GreatestSigma = 12.0; // px; larger spots are looked at in fewer, larger pixels
-constexpr double Reach = 4.0;          // sigmas that are looked at; beyond nothing counts any more
-constexpr double SurroundingsFrom = 2.5;
+constexpr double Reach = 4.5;          // sigmas that are looked at; beyond nothing counts any more
+constexpr double SurroundingsFrom = 3.0;
 constexpr int LeastSurroundings = 16; // px that tell a plane
 
 /// A part of the picture: grey levels above the reference, in pixels that are `step` of the picture's wide.

@@ -16,6 +16,7 @@ using paintedSpot::Shape;
 
 Q_DECLARE_METATYPE(paintedSpot::Scene)
 Q_DECLARE_METATYPE(corvanta::vision::SpotSettings)
+Q_DECLARE_METATYPE(corvanta::vision::SpotColour)
 Q_DECLARE_METATYPE(corvanta::vision::SpotProblem)
 Q_DECLARE_METATYPE(std::vector<paintedSpot::Light>)
 
