@@ -6,6 +6,8 @@
 #include <QBuffer>
 #include <QElapsedTimer>
 
+#include <opencv2/core/utility.hpp>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -18,8 +20,8 @@ using paintedSpot::Scene;
 
 namespace {
 
-constexpr int Turns = 100;          // pictures a row
-constexpr QSize Size(320, 240);     // px; cut from the middle of a larger picture
+constexpr int Turns = 60;           // spots a row
+constexpr QSize Size(640, 480);     // px; cut from the middle of a larger picture
 constexpr double Focal = 900;       // px
 constexpr double Away = 500;        // mm, of the plate
 constexpr double Reach = 50;        // mm, of the spots from the plate's middle, both ways
@@ -60,6 +62,7 @@ std::optional<LaserMeter> meterOf(const Case& one, double tilt, const QImage& re
     LaserInfo info;
     info.mode = LaserInfo::Mode::Points;
     info.spot.colour = SpotColour::Red;
+    info.spot.smallestDiameter = 2;
     info.spot.largestDiameter = 150;
     for (const QPointF& sides : {QPointF(-1, -1), QPointF(1, -1), QPointF(1, 1), QPointF(-1, 1)}) {
         const QPointF place = sides * CrossesReach;
@@ -90,7 +93,7 @@ Scene sceneOf(const Case& one) {
     scene.noise = one.noise;
     scene.blur = one.blur;
     if (one.lamps) {
-        for (const QPointF& centre : {QPointF(60, 50), QPointF(255, 190), QPointF(170, 30)}) {
+        for (const QPointF& centre : {QPointF(220, 170), QPointF(415, 290), QPointF(330, 180)}) {
             Light lamp{centre, 24, 300};
             lamp.colour = paintedSpot::Warm;
             lamp.shape = paintedSpot::Shape::Disc;
@@ -189,6 +192,7 @@ std::vector<Case> changed(const char* const* names, const std::vector<double>& v
 } // namespace
 
 int main() {
+    cv::setNumThreads(1); // a picture is measured on one core
     const char* const diameters[] = {"3 px", "5 px", "10 px", "20 px", "40 px", "80 px"};
     measureAll("Diameter", changed(diameters, {3, 5, 10, 20, 40, 80}, &Case::diameter));
     const char* const noises[] = {"none", "2 grey levels", "5 grey levels", "10 grey levels", "20 grey levels"};
@@ -218,9 +222,9 @@ int main() {
     Case tiny{"JPEG, quality 85, spot of 4 px"};
     tiny.quality = 85;
     tiny.diameter = 4;
-    Case video{"mean of 25 pictures, noise of 10"};
+    Case video{"mean of 10 pictures, noise of 10"};
     video.noise = 10;
-    video.frames = 25;
+    video.frames = 10;
     measureAll("Coding, several pictures", {jpeg, poor, tiny, video});
     measureTime();
     return 0;

@@ -3,8 +3,10 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace corvanta::vision {
 
@@ -20,7 +22,7 @@ cv::Mat1b background(const cv::Mat1b& light, double largest) {
     const int block = std::max(1, static_cast<int>(std::min<double>(largest, shorter)) / blocksOfSpot);
     const cv::Size coarseSize(std::max(1, light.cols / block), std::max(1, light.rows / block));
     cv::Mat1b coarse;
-    cv::resize(light, coarse, coarseSize, 0, 0, cv::INTER_AREA);
+    cv::resize(light, coarse, coarseSize, 0, 0, cv::INTER_NEAREST); // the median takes care of the noise
     cv::medianBlur(coarse, coarse, surroundings);
     cv::Mat1b result;
     cv::resize(coarse, result, light.size(), 0, 0, cv::INTER_LINEAR);
@@ -94,11 +96,11 @@ std::vector<int> numbersUpTo(int count) {
     return numbers;
 }
 
-template <typename GoesFirst>
-void keepFirst(std::vector<int>& labels, std::size_t most, GoesFirst&& goesFirst) {
-    const std::size_t kept = std::min(labels.size(), most);
-    std::partial_sort(labels.begin(), labels.begin() + static_cast<std::ptrdiff_t>(kept), labels.end(), goesFirst);
-    labels.resize(kept);
+template <typename Value, typename GoesFirst>
+void keepFirst(std::vector<Value>& values, std::size_t most, GoesFirst&& goesFirst) {
+    const std::size_t kept = std::min(values.size(), most);
+    std::partial_sort(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(kept), values.end(), goesFirst);
+    values.resize(kept);
 }
 
 cv::Rect boxOf(const cv::Mat1i& stats, int label) {
@@ -128,18 +130,40 @@ void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& 
     }
 }
 
-/// The highest level in each labelled region; 0 is the label of what is in none.
-std::vector<int> peaksOf(const cv::Mat1b& levels, const cv::Mat1i& labels, int count) {
-    std::vector<int> peaks(static_cast<std::size_t>(count), 0);
+/// A connected region.
+struct Region {
+    cv::Rect box;
+    cv::Mat1b shape; ///< of the box's size: not 0 where the region is
+    double worth = 0;
+};
+
+/// The regions of levels from `low` on that reach `high` somewhere, but no more than `most`. Filled one by one: there
+/// are few, and labels for the whole picture would take longer than all else.
+std::vector<Region> regionsOf(const cv::Mat1b& levels, int low, int high, std::size_t most) {
+    constexpr int now = 2;                                               // what is being filled
+    constexpr int done = 1;                                              // what was
+    cv::Mat picture = levels;                                            // is not written to: only the mask is
+    cv::Mat1b mask = cv::Mat1b::zeros(levels.rows + 2, levels.cols + 2); // with a border, as filling asks for
+    std::vector<Region> regions;
     for (int row = 0; row < levels.rows; ++row) {
         const uchar* const line = levels[row];
-        const int* const names = labels[row];
         for (int column = 0; column < levels.cols; ++column) {
-            int& peak = peaks[static_cast<std::size_t>(names[column])];
-            peak = std::max<int>(peak, line[column]);
+            if (line[column] < high || mask(row + 1, column + 1) != 0)
+                continue;
+            if (regions.size() == most)
+                return regions;
+            Region region;
+            const int area = cv::floodFill(picture, mask, {column, row}, {}, &region.box, line[column] - low,
+                                           UCHAR_MAX - line[column],
+                                           8 | cv::FLOODFILL_FIXED_RANGE | cv::FLOODFILL_MASK_ONLY | (now << 8));
+            cv::Mat1b filled = mask(region.box + cv::Point(1, 1));
+            region.shape = filled == now;
+            filled.setTo(done, region.shape);
+            region.worth = static_cast<double>(area) * line[column];
+            regions.push_back(std::move(region));
         }
     }
-    return peaks;
+    return regions;
 }
 
 } // namespace
@@ -164,31 +188,20 @@ std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double thr
     constexpr double lowest = 0.33;
     constexpr double leastPeak = 0.66;
     constexpr std::size_t mostRegions = 32;
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d middles;
-    const cv::Mat1b mask = picture.levels >= std::max(1.0, lowest * threshold);
-    const int count = cv::connectedComponentsWithStats(mask, labels, stats, middles);
-    const std::vector<int> peaks = peaksOf(picture.levels, labels, count);
-
-    const auto peakOf = [&peaks](int label) {
-        return peaks[static_cast<std::size_t>(label)];
-    };
-    std::vector<int> regions = numbersUpTo(count);
-    const auto isLow = [&](int label) {
-        return peakOf(label) < leastPeak * threshold;
-    };
-    regions.erase(std::remove_if(regions.begin(), regions.end(), isLow), regions.end());
-    const auto worth = [&](int label) {
-        return static_cast<double>(peakOf(label)) * stats(label, cv::CC_STAT_AREA);
-    };
-    keepFirst(regions, mostRegions, [&worth](int a, int b) { return worth(a) > worth(b); });
+    constexpr std::size_t mostFound = 1000; // more is noise, and only what is above it counts
+    constexpr double higher = 1.5;
+    const int low = std::max(1, static_cast<int>(lowest * threshold));
+    double high = std::max(1.0, leastPeak * threshold);
+    std::vector<Region> regions = regionsOf(picture.levels, low, static_cast<int>(high), mostFound);
+    while (regions.size() == mostFound && high < UCHAR_MAX) {
+        high *= higher;
+        regions = regionsOf(picture.levels, low, static_cast<int>(high), mostFound);
+    }
+    keepFirst(regions, mostRegions, [](const Region& a, const Region& b) { return a.worth > b.worth; });
 
     std::vector<SpotCandidate> found;
-    for (const int label : regions) {
-        const cv::Rect box = boxOf(stats, label);
-        addParts(picture, box, labels(box) == label, found);
-    }
+    for (const Region& region : regions)
+        addParts(picture, region.box, region.shape, found);
     return found;
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double WidthOfBell = 2.3548; // where a bell is half as high as its peak, in standard deviations
 constexpr double LeastSigma = 1.0;     // px; a narrower bell would lie between the pixels
-constexpr double GreatestSigma = 12.0; // px; larger spots are looked at in fewer, larger pixels
+constexpr double GreatestSigma = 8.0;  // px; larger spots are looked at in fewer, larger pixels
 constexpr double Reach = 4.5;          // sigmas that are looked at; beyond nothing counts any more
 constexpr double SurroundingsFrom = 3.0;
 constexpr int LeastSurroundings = 16; // px that tell a plane
@@ -45,7 +45,7 @@ cv::Mat1b unknownOf(const cv::Mat1b& light, const cv::Mat1f& values) {
 
 View viewOf(const cv::Mat1b& light, const cv::Mat1b& reference, const cv::Point2d& middle, double sigma) {
     View view;
-    const int step = std::max(1, static_cast<int>(sigma / GreatestSigma));
+    const int step = std::max(1, static_cast<int>(std::ceil(sigma / GreatestSigma)));
     const double reach = Reach * sigma + 2.0 * step;
     const cv::Point upperLeft(static_cast<int>(std::floor(middle.x - reach)),
                               static_cast<int>(std::floor(middle.y - reach)));
