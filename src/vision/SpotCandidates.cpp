@@ -3,10 +3,9 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cmath>
-#include <numeric>
-#include <utility>
 
 namespace corvanta::vision {
 
@@ -29,27 +28,85 @@ cv::Mat1b background(const cv::Mat1b& light, double largest) {
     return result;
 }
 
-/// A part of the picture, `fine` times as large as it is there, and which of its pixels are meant.
-struct Part {
-    cv::Point origin; ///< in the picture
-    int fine = 1;
-    cv::Mat1b levels;
-    cv::Mat1b shape;
+/// A connected region of a picture.
+struct Region {
+    cv::Rect box;
+    cv::Mat1b shape; ///< of the box's size: not 0 where the region is
 };
 
-/// Shape, size and light of what a part shows in `rect`, to which its levels and its shape are cut already.
-SpotCandidate describe(const Part& part, const cv::Rect& rect, const cv::Size& picture, double blur) {
+/// What is connected with `seed` by levels from `low` on. `mask` is all 0, before and after, and larger by a border
+/// of one pixel.
+Region regionAround(const cv::Mat1b& levels, cv::Mat1b& mask, const cv::Point& seed, int low) {
+    constexpr int filled = 1;
+    const int level = levels(seed);
+    cv::Mat picture = levels; // is not written to: only the mask is
+    Region region;
+    cv::floodFill(picture, mask, seed, {}, &region.box, level - low, UCHAR_MAX - level,
+                  8 | cv::FLOODFILL_FIXED_RANGE | cv::FLOODFILL_MASK_ONLY | (filled << 8));
+    cv::Mat1b part = mask(region.box + cv::Point(1, 1));
+    part.copyTo(region.shape);
+    part.setTo(0);
+    return region;
+}
+
+cv::Mat1b maskFor(const cv::Mat1b& levels) {
+    return cv::Mat1b::zeros(levels.rows + 2, levels.cols + 2);
+}
+
+int halfOf(int level) {
+    return std::max(1, (level + 1) / 2);
+}
+
+/// A region and what is round it in finer pixels. The edge of a small region would be no more than a few steps.
+struct Part {
+    cv::Point origin; ///< of the finer picture, in the picture
+    int fine = 1;
+    cv::Mat1b levels;
+    Region region; ///< in the finer picture
+};
+
+Part partOf(const cv::Mat1b& levels, const Region& region) {
+    constexpr int small = 24; // px
+    constexpr int finer = 4;
+    constexpr int margin = 2; // px
+    Part part;
+    if (std::max(region.box.width, region.box.height) > small) {
+        part.origin = region.box.tl();
+        part.levels = levels(region.box);
+        part.region = {cv::Rect({}, region.box.size()), region.shape};
+        return part;
+    }
+    const cv::Rect wide =
+        (region.box + cv::Size(2 * margin, 2 * margin) - cv::Point(margin, margin)) & cv::Rect({}, levels.size());
+    part.origin = wide.tl();
+    part.fine = finer;
+    cv::resize(levels(wide), part.levels, wide.size() * finer, 0, 0, cv::INTER_CUBIC);
+    // The region's own peak: another one may lie in the margin.
+    cv::Mat1b shape = cv::Mat1b::zeros(wide.size());
+    region.shape.copyTo(shape(region.box - wide.tl()));
+    cv::resize(shape, shape, part.levels.size(), 0, 0, cv::INTER_NEAREST);
+    double peak = 0;
+    cv::Point seed;
+    cv::minMaxLoc(part.levels, nullptr, &peak, nullptr, &seed, shape);
+    cv::Mat1b mask = maskFor(part.levels);
+    part.region = regionAround(part.levels, mask, seed, halfOf(static_cast<int>(peak)));
+    return part;
+}
+
+/// Shape, size and light of a region.
+SpotCandidate describe(const Part& part, double blur) {
     constexpr double ofAPixel = 1.0 / 12; // second moment of a pixel about its middle
-    cv::Mat1b light = cv::Mat1b::zeros(part.levels.size());
-    part.levels.copyTo(light, part.shape);
+    const cv::Rect& box = part.region.box;
+    cv::Mat1b light = cv::Mat1b::zeros(box.size());
+    part.levels(box).copyTo(light, part.region.shape);
     const cv::Moments weighed = cv::moments(light);
-    const cv::Moments flat = cv::moments(part.shape, true);
+    const cv::Moments flat = cv::moments(part.region.shape, true);
     const double pixel = 1.0 / part.fine;
+    const cv::Point2d corner(box.x + 0.5, box.y + 0.5);
     SpotCandidate one;
     one.mass = weighed.m00 * pixel * pixel;
-    one.middle =
-        cv::Point2d(part.origin) +
-        cv::Point2d(rect.x + weighed.m10 / weighed.m00 + 0.5, rect.y + weighed.m01 / weighed.m00 + 0.5) * pixel;
+    one.middle = cv::Point2d(part.origin) +
+                 (corner + cv::Point2d(weighed.m10 / weighed.m00, weighed.m01 / weighed.m00)) * pixel;
     cv::minMaxLoc(light, nullptr, &one.peak);
 
     const double xx = flat.mu20 / flat.m00 + ofAPixel;
@@ -67,103 +124,26 @@ SpotCandidate describe(const Part& part, const cv::Rect& rect, const cv::Size& p
     const double own = std::max(1.0, seen - added);
     one.diameter = std::sqrt(own);
     one.peak = std::min(255.0, one.peak * (own + added) / own);
-    const cv::Point first = part.origin + rect.tl() / part.fine;
-    const cv::Point last = part.origin + (rect.br() - cv::Point(1, 1)) / part.fine;
-    one.box = cv::Rect(first, last + cv::Point(1, 1));
-    one.isCut = first.x == 0 || first.y == 0 || last.x == picture.width - 1 || last.y == picture.height - 1;
     return one;
 }
 
-/// One connected region, made larger where it is so small that its edge would be no more than a few steps.
-Part enlarged(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region) {
-    constexpr int small = 24; // px
-    constexpr int finer = 4;
-    Part part{box.tl(), 1, picture.levels(box), region};
-    if (std::max(box.width, box.height) > small)
-        return part;
-    part.fine = finer;
-    cv::Mat1b levels;
-    cv::resize(part.levels, levels, cv::Size(), finer, finer, cv::INTER_CUBIC);
-    part.levels = levels;
-    cv::resize(region, part.shape, cv::Size(), finer, finer, cv::INTER_NEAREST);
-    return part;
+bool touchesBorder(const cv::Rect& box, const cv::Size& picture) {
+    return box.x == 0 || box.y == 0 || box.br().x == picture.width || box.br().y == picture.height;
 }
 
-/// The labels of all regions but the one that is none.
-std::vector<int> numbersUpTo(int count) {
-    std::vector<int> numbers(static_cast<std::size_t>(std::max(0, count - 1)));
-    std::iota(numbers.begin(), numbers.end(), 1);
-    return numbers;
-}
+/// Where each level from `least` on is.
+using PlacesOfLevels = std::array<std::vector<cv::Point>, UCHAR_MAX + 1>;
 
-template <typename Value, typename GoesFirst>
-void keepFirst(std::vector<Value>& values, std::size_t most, GoesFirst&& goesFirst) {
-    const std::size_t kept = std::min(values.size(), most);
-    std::partial_sort(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(kept), values.end(), goesFirst);
-    values.resize(kept);
-}
-
-cv::Rect boxOf(const cv::Mat1i& stats, int label) {
-    return {stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP), stats(label, cv::CC_STAT_WIDTH),
-            stats(label, cv::CC_STAT_HEIGHT)};
-}
-
-/// The parts of one connected region that are at least half as bright as its peak.
-void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region,
-              std::vector<SpotCandidate>& found) {
-    constexpr std::size_t mostParts = 16; // more are specks of noise
-    const Part whole = enlarged(picture, box, region);
-    double peak = 0;
-    cv::minMaxLoc(whole.levels, nullptr, &peak, nullptr, nullptr, whole.shape);
-    const cv::Mat1b bright = (whole.levels >= peak / 2) & whole.shape;
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d middles;
-    const int count = cv::connectedComponentsWithStats(bright, labels, stats, middles);
-    std::vector<int> parts = numbersUpTo(count);
-    keepFirst(parts, mostParts,
-              [&stats](int a, int b) { return stats(a, cv::CC_STAT_AREA) > stats(b, cv::CC_STAT_AREA); });
-    for (const int label : parts) {
-        const cv::Rect rect = boxOf(stats, label);
-        const Part part{whole.origin, whole.fine, whole.levels(rect), labels(rect) == label};
-        found.push_back(describe(part, rect, picture.levels.size(), picture.blur));
-    }
-}
-
-/// A connected region.
-struct Region {
-    cv::Rect box;
-    cv::Mat1b shape; ///< of the box's size: not 0 where the region is
-    double worth = 0;
-};
-
-/// The regions of levels from `low` on that reach `high` somewhere, but no more than `most`. Filled one by one: there
-/// are few, and labels for the whole picture would take longer than all else.
-std::vector<Region> regionsOf(const cv::Mat1b& levels, int low, int high, std::size_t most) {
-    constexpr int now = 2;                                               // what is being filled
-    constexpr int done = 1;                                              // what was
-    cv::Mat picture = levels;                                            // is not written to: only the mask is
-    cv::Mat1b mask = cv::Mat1b::zeros(levels.rows + 2, levels.cols + 2); // with a border, as filling asks for
-    std::vector<Region> regions;
+PlacesOfLevels placesFrom(const cv::Mat1b& levels, int least) {
+    PlacesOfLevels places;
     for (int row = 0; row < levels.rows; ++row) {
         const uchar* const line = levels[row];
         for (int column = 0; column < levels.cols; ++column) {
-            if (line[column] < high || mask(row + 1, column + 1) != 0)
-                continue;
-            if (regions.size() == most)
-                return regions;
-            Region region;
-            const int area = cv::floodFill(picture, mask, {column, row}, {}, &region.box, line[column] - low,
-                                           UCHAR_MAX - line[column],
-                                           8 | cv::FLOODFILL_FIXED_RANGE | cv::FLOODFILL_MASK_ONLY | (now << 8));
-            cv::Mat1b filled = mask(region.box + cv::Point(1, 1));
-            region.shape = filled == now;
-            filled.setTo(done, region.shape);
-            region.worth = static_cast<double>(area) * line[column];
-            regions.push_back(std::move(region));
+            if (line[column] >= least)
+                places[line[column]].emplace_back(column, row);
         }
     }
-    return regions;
+    return places;
 }
 
 } // namespace
@@ -184,24 +164,35 @@ StandingOut StandingOut::of(const cv::Mat1b& light, const cv::Mat1b& reference, 
 }
 
 std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold) {
-    // A spot is looked at down to half of its height, and the blur takes up to a third of it.
-    constexpr double lowest = 0.33;
-    constexpr double leastPeak = 0.66;
-    constexpr std::size_t mostRegions = 32;
-    constexpr std::size_t mostFound = 1000; // more is noise, and only what is above it counts
-    constexpr double higher = 1.5;
-    const int low = std::max(1, static_cast<int>(lowest * threshold));
-    double high = std::max(1.0, leastPeak * threshold);
-    std::vector<Region> regions = regionsOf(picture.levels, low, static_cast<int>(high), mostFound);
-    while (regions.size() == mostFound && high < UCHAR_MAX) {
-        high *= higher;
-        regions = regionsOf(picture.levels, low, static_cast<int>(high), mostFound);
-    }
-    keepFirst(regions, mostRegions, [](const Region& a, const Region& b) { return a.worth > b.worth; });
-
+    constexpr double leastPeak = 0.66; // of the threshold: the blur takes up to a third of a spot's height
+    constexpr int mostRegions = 1000;  // more is noise; the brightest come first
+    const cv::Mat1b& levels = picture.levels;
+    const int least = std::max(1, static_cast<int>(leastPeak * threshold));
+    const PlacesOfLevels places = placesFrom(levels, least);
+    cv::Mat1b mask = maskFor(levels);
+    cv::Mat1b seen = cv::Mat1b::zeros(levels.size());
     std::vector<SpotCandidate> found;
-    for (const Region& region : regions)
-        addParts(picture, region.box, region.shape, found);
+    int regions = 0;
+    for (int level = UCHAR_MAX; level >= least; --level) {
+        for (const cv::Point& seed : places[static_cast<std::size_t>(level)]) {
+            if (seen(seed) != 0)
+                continue;
+            if (++regions > mostRegions)
+                return found;
+            const Region region = regionAround(levels, mask, seed, halfOf(level));
+            cv::Mat1b seenThere = seen(region.box);
+            double peak = 0;
+            cv::minMaxLoc(levels(region.box), nullptr, &peak, nullptr, nullptr, region.shape);
+            // All that is connected by these levels is part of it, or of the foot of something brighter; so is what
+            // is lower there.
+            seenThere.setTo(1, region.shape);
+            if (peak > level)
+                continue;
+            found.push_back(describe(partOf(levels, region), picture.blur));
+            found.back().box = region.box;
+            found.back().isCut = touchesBorder(region.box, levels.size());
+        }
+    }
     return found;
 }
 

@@ -27,7 +27,8 @@ struct StandingOut {
     static StandingOut of(const cv::Mat1b& light, const cv::Mat1b& reference, double smallest, double largest);
 };
 
-/// What stands out by about `threshold` or more, in no order; the brightest where there is very much.
+/// What stands out by about `threshold` or more and is no foot of something twice as bright, the brightest first.
+/// Where there is very much, no more than the brightest.
 std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold);
 
 } // namespace corvanta::vision

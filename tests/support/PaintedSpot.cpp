@@ -36,7 +36,7 @@ double shareAt(const Light& light, double blur, double x, double y) {
 }
 
 void add(const Light& light, const Scene& scene, Plane& plane) {
-    constexpr int parts = 5; // of a pixel, each way
+    const int parts = light.diameter < 12 ? 5 : 3; // of a pixel, each way
     constexpr double reach = 3;
     const double farthest = reach * (light.diameter * std::sqrt(light.elongation) + 2 * scene.blur) + 1;
     const int left = std::max(0, static_cast<int>(light.centre.x() - farthest));

@@ -104,6 +104,9 @@ void tst_LaserSpot::theCentreIsTrue_data() {
     scene.noise = 2;
     row("oval", 0.1, scene);
     row("a weaker reflection", 0.05, with({spot(10, 150), spot(8, 70, {200, 60})}));
+    Light glow = lamp({60, 60}, 110, paintedSpot::White, 400);
+    glow.shape = Shape::Bell;
+    row("weaker than a lamp in whose glow it is", 0.3, with({spot(10, 90, {150, 120}), glow}));
     row("near a border", 0.1, with({spot(10, 150, {9.3, 7.6})}));
 }
 
