@@ -113,14 +113,18 @@ double weightAt(const cv::Matx33d& matrix, const QPointF& pixel) {
     return matrix(2, 0) * pixel.x() + matrix(2, 1) * pixel.y() + matrix(2, 2);
 }
 
-/// Whether all four points lie on the same side of the horizon, as what a camera sees does.
+/// Whether all four points lie on the same side of the horizon, as what a camera sees does. Where the horizon runs
+/// just through their middle there is no such perspective, and what is computed does not bring the pixels to their
+/// places.
 bool canBeSeen(const cv::Matx33d& matrix, const LaserScale::Points& points) {
+    constexpr double closeEnough = 1e-3; // of the points' distances
+    const double tolerance = closeEnough * extentOf(placesOf(points));
     int positive = 0;
     for (const ScalePoint& point : points) {
-        const double weight = weightAt(matrix, point.pixel);
-        if (!std::isfinite(weight) || weight == 0)
+        const cv::Vec3d place = matrix * cv::Vec3d(point.pixel.x(), point.pixel.y(), 1);
+        if (!(distance(QPointF(place[0], place[1]) / place[2], point.place) <= tolerance))
             return false;
-        positive += weight > 0 ? 1 : 0;
+        positive += place[2] > 0 ? 1 : 0;
     }
     return positive == 0 || positive == 4;
 }

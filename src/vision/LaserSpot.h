@@ -19,7 +19,7 @@ struct SpotSettings {
     double threshold = 40;
     double smallestDiameter = 3; ///< px, 1 or more; of where the spot is at least half as bright as at its peak
     double largestDiameter = 150;
-    double roundness = 0.5; ///< 0 to 1: the least of the spot's shorter axis divided by its longer one
+    double roundness = 0.4; ///< 0 to 1: the least of the spot's shorter axis divided by its longer one
 
     static constexpr double GreatestDiameter = 2000; ///< px
 };

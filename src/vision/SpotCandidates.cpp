@@ -3,8 +3,9 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <array>
+#include <climits>
 #include <cmath>
-#include <numeric>
 
 namespace corvanta::vision {
 
@@ -20,26 +21,92 @@ cv::Mat1b background(const cv::Mat1b& light, double largest) {
     const int block = std::max(1, static_cast<int>(std::min<double>(largest, shorter)) / blocksOfSpot);
     const cv::Size coarseSize(std::max(1, light.cols / block), std::max(1, light.rows / block));
     cv::Mat1b coarse;
-    cv::resize(light, coarse, coarseSize, 0, 0, cv::INTER_AREA);
+    cv::resize(light, coarse, coarseSize, 0, 0, cv::INTER_NEAREST); // the median takes care of the noise
     cv::medianBlur(coarse, coarse, surroundings);
     cv::Mat1b result;
     cv::resize(coarse, result, light.size(), 0, 0, cv::INTER_LINEAR);
     return result;
 }
 
-/// Shape, size and light of one region; `shape` and `levels` are of the size of `box`.
-SpotCandidate describe(const cv::Rect& box, const cv::Mat1b& shape, const cv::Mat1b& levels, const cv::Size& picture,
-                       double blur) {
+/// A connected region of a picture.
+struct Region {
+    cv::Rect box;
+    cv::Mat1b shape; ///< of the box's size: not 0 where the region is
+};
+
+/// What is connected with `seed` by levels from `low` on. `mask` is all 0, before and after, and larger by a border
+/// of one pixel.
+Region regionAround(const cv::Mat1b& levels, cv::Mat1b& mask, const cv::Point& seed, int low) {
+    constexpr int filled = 1;
+    const int level = levels(seed);
+    cv::Mat picture = levels; // is not written to: only the mask is
+    Region region;
+    cv::floodFill(picture, mask, seed, {}, &region.box, level - low, UCHAR_MAX - level,
+                  8 | cv::FLOODFILL_FIXED_RANGE | cv::FLOODFILL_MASK_ONLY | (filled << 8));
+    cv::Mat1b part = mask(region.box + cv::Point(1, 1));
+    part.copyTo(region.shape);
+    part.setTo(0);
+    return region;
+}
+
+cv::Mat1b maskFor(const cv::Mat1b& levels) {
+    return cv::Mat1b::zeros(levels.rows + 2, levels.cols + 2);
+}
+
+int halfOf(int level) {
+    return std::max(1, (level + 1) / 2);
+}
+
+/// A region and what is round it in finer pixels. The edge of a small region would be no more than a few steps.
+struct Part {
+    cv::Point origin; ///< of the finer picture, in the picture
+    int fine = 1;
+    cv::Mat1b levels;
+    Region region; ///< in the finer picture
+};
+
+Part partOf(const cv::Mat1b& levels, const Region& region) {
+    constexpr int small = 24; // px
+    constexpr int finer = 4;
+    constexpr int margin = 2; // px
+    Part part;
+    if (std::max(region.box.width, region.box.height) > small) {
+        part.origin = region.box.tl();
+        part.levels = levels(region.box);
+        part.region = {cv::Rect({}, region.box.size()), region.shape};
+        return part;
+    }
+    const cv::Rect wide =
+        (region.box + cv::Size(2 * margin, 2 * margin) - cv::Point(margin, margin)) & cv::Rect({}, levels.size());
+    part.origin = wide.tl();
+    part.fine = finer;
+    cv::resize(levels(wide), part.levels, wide.size() * finer, 0, 0, cv::INTER_CUBIC);
+    // The region's own peak: another one may lie in the margin.
+    cv::Mat1b shape = cv::Mat1b::zeros(wide.size());
+    region.shape.copyTo(shape(region.box - wide.tl()));
+    cv::resize(shape, shape, part.levels.size(), 0, 0, cv::INTER_NEAREST);
+    double peak = 0;
+    cv::Point seed;
+    cv::minMaxLoc(part.levels, nullptr, &peak, nullptr, &seed, shape);
+    cv::Mat1b mask = maskFor(part.levels);
+    part.region = regionAround(part.levels, mask, seed, halfOf(static_cast<int>(peak)));
+    return part;
+}
+
+/// Shape, size and light of a region.
+SpotCandidate describe(const Part& part, double blur) {
     constexpr double ofAPixel = 1.0 / 12; // second moment of a pixel about its middle
-    SpotCandidate one;
-    one.box = box;
-    one.shape = shape;
-    cv::Mat1b light = cv::Mat1b::zeros(levels.size());
-    levels.copyTo(light, shape);
+    const cv::Rect& box = part.region.box;
+    cv::Mat1b light = cv::Mat1b::zeros(box.size());
+    part.levels(box).copyTo(light, part.region.shape);
     const cv::Moments weighed = cv::moments(light);
-    const cv::Moments flat = cv::moments(shape, true);
-    one.mass = weighed.m00;
-    one.middle = cv::Point2d(box.x + weighed.m10 / weighed.m00 + 0.5, box.y + weighed.m01 / weighed.m00 + 0.5);
+    const cv::Moments flat = cv::moments(part.region.shape, true);
+    const double pixel = 1.0 / part.fine;
+    const cv::Point2d corner(box.x + 0.5, box.y + 0.5);
+    SpotCandidate one;
+    one.mass = weighed.m00 * pixel * pixel;
+    one.middle = cv::Point2d(part.origin) +
+                 (corner + cv::Point2d(weighed.m10 / weighed.m00, weighed.m01 / weighed.m00)) * pixel;
     cv::minMaxLoc(light, nullptr, &one.peak);
 
     const double xx = flat.mu20 / flat.m00 + ofAPixel;
@@ -53,65 +120,30 @@ SpotCandidate describe(const cv::Rect& box, const cv::Mat1b& shape, const cv::Ma
     one.roundness = std::sqrt(shorter / longer) * std::min(1.0, filled);
 
     const double added = WidthOfBell * WidthOfBell * blur * blur;
-    const double seen = 4 * flat.m00 / CV_PI;
+    const double seen = 4 * flat.m00 * pixel * pixel / CV_PI;
     const double own = std::max(1.0, seen - added);
     one.diameter = std::sqrt(own);
     one.peak = std::min(255.0, one.peak * (own + added) / own);
-    one.isCut = box.x == 0 || box.y == 0 || box.br().x == picture.width || box.br().y == picture.height;
     return one;
 }
 
-/// The labels of all regions but the one that is none.
-std::vector<int> numbersUpTo(int count) {
-    std::vector<int> numbers(static_cast<std::size_t>(std::max(0, count - 1)));
-    std::iota(numbers.begin(), numbers.end(), 1);
-    return numbers;
+bool touchesBorder(const cv::Rect& box, const cv::Size& picture) {
+    return box.x == 0 || box.y == 0 || box.br().x == picture.width || box.br().y == picture.height;
 }
 
-template <typename GoesFirst>
-void keepFirst(std::vector<int>& labels, std::size_t most, GoesFirst&& goesFirst) {
-    const std::size_t kept = std::min(labels.size(), most);
-    std::partial_sort(labels.begin(), labels.begin() + static_cast<std::ptrdiff_t>(kept), labels.end(), goesFirst);
-    labels.resize(kept);
-}
+/// Where each level from `least` on is.
+using PlacesOfLevels = std::array<std::vector<cv::Point>, UCHAR_MAX + 1>;
 
-cv::Rect boxOf(const cv::Mat1i& stats, int label) {
-    return {stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP), stats(label, cv::CC_STAT_WIDTH),
-            stats(label, cv::CC_STAT_HEIGHT)};
-}
-
-/// The parts of one connected region that are at least half as bright as its peak.
-void addParts(const StandingOut& picture, const cv::Rect& box, const cv::Mat1b& region, double peak,
-              std::vector<SpotCandidate>& found) {
-    constexpr std::size_t mostParts = 16; // more are specks of noise
-    const cv::Mat1b levels = picture.levels(box);
-    const cv::Mat1b bright = (levels >= peak / 2) & region;
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d middles;
-    const int count = cv::connectedComponentsWithStats(bright, labels, stats, middles);
-    std::vector<int> parts = numbersUpTo(count);
-    keepFirst(parts, mostParts,
-              [&stats](int a, int b) { return stats(a, cv::CC_STAT_AREA) > stats(b, cv::CC_STAT_AREA); });
-    for (const int label : parts) {
-        const cv::Rect part = boxOf(stats, label);
-        found.push_back(
-            describe(part + box.tl(), labels(part) == label, levels(part), picture.levels.size(), picture.blur));
-    }
-}
-
-/// The highest level in each labelled region; 0 is the label of what is in none.
-std::vector<int> peaksOf(const cv::Mat1b& levels, const cv::Mat1i& labels, int count) {
-    std::vector<int> peaks(static_cast<std::size_t>(count), 0);
+PlacesOfLevels placesFrom(const cv::Mat1b& levels, int least) {
+    PlacesOfLevels places;
     for (int row = 0; row < levels.rows; ++row) {
         const uchar* const line = levels[row];
-        const int* const names = labels[row];
         for (int column = 0; column < levels.cols; ++column) {
-            int& peak = peaks[static_cast<std::size_t>(names[column])];
-            peak = std::max<int>(peak, line[column]);
+            if (line[column] >= least)
+                places[line[column]].emplace_back(column, row);
         }
     }
-    return peaks;
+    return places;
 }
 
 } // namespace
@@ -132,34 +164,34 @@ StandingOut StandingOut::of(const cv::Mat1b& light, const cv::Mat1b& reference, 
 }
 
 std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold) {
-    // A spot is looked at down to half of its height, and the blur takes up to a third of it.
-    constexpr double lowest = 0.33;
-    constexpr double leastPeak = 0.66;
-    constexpr std::size_t mostRegions = 32;
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d middles;
-    const cv::Mat1b mask = picture.levels >= std::max(1.0, lowest * threshold);
-    const int count = cv::connectedComponentsWithStats(mask, labels, stats, middles);
-    const std::vector<int> peaks = peaksOf(picture.levels, labels, count);
-
-    const auto peakOf = [&peaks](int label) {
-        return peaks[static_cast<std::size_t>(label)];
-    };
-    std::vector<int> regions = numbersUpTo(count);
-    const auto isLow = [&](int label) {
-        return peakOf(label) < leastPeak * threshold;
-    };
-    regions.erase(std::remove_if(regions.begin(), regions.end(), isLow), regions.end());
-    const auto worth = [&](int label) {
-        return static_cast<double>(peakOf(label)) * stats(label, cv::CC_STAT_AREA);
-    };
-    keepFirst(regions, mostRegions, [&worth](int a, int b) { return worth(a) > worth(b); });
-
+    constexpr double leastPeak = 0.66; // of the threshold: the blur takes up to a third of a spot's height
+    constexpr int mostRegions = 1000;  // more is noise; the brightest come first
+    const cv::Mat1b& levels = picture.levels;
+    const int least = std::max(1, static_cast<int>(leastPeak * threshold));
+    const PlacesOfLevels places = placesFrom(levels, least);
+    cv::Mat1b mask = maskFor(levels);
+    cv::Mat1b seen = cv::Mat1b::zeros(levels.size());
     std::vector<SpotCandidate> found;
-    for (const int label : regions) {
-        const cv::Rect box = boxOf(stats, label);
-        addParts(picture, box, labels(box) == label, peakOf(label), found);
+    int regions = 0;
+    for (int level = UCHAR_MAX; level >= least; --level) {
+        for (const cv::Point& seed : places[static_cast<std::size_t>(level)]) {
+            if (seen(seed) != 0)
+                continue;
+            if (++regions > mostRegions)
+                return found;
+            const Region region = regionAround(levels, mask, seed, halfOf(level));
+            cv::Mat1b seenThere = seen(region.box);
+            double peak = 0;
+            cv::minMaxLoc(levels(region.box), nullptr, &peak, nullptr, nullptr, region.shape);
+            // All that is connected by these levels is part of it, or of the foot of something brighter; so is what
+            // is lower there.
+            seenThere.setTo(1, region.shape);
+            if (peak > level)
+                continue;
+            found.push_back(describe(partOf(levels, region), picture.blur));
+            found.back().box = region.box;
+            found.back().isCut = touchesBorder(region.box, levels.size());
+        }
     }
     return found;
 }

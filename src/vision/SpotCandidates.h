@@ -9,12 +9,11 @@ namespace corvanta::vision {
 /// Something bright that may be a spot. Positions and diameters are in px; the upper-left pixel covers 0 to 1.
 struct SpotCandidate {
     cv::Rect box;         ///< in the picture; of what is at least half as bright as the peak
-    cv::Mat1b shape;      ///< of the box's size: 255 where it is so
-    cv::Point2d middle;   ///< of the light in `shape`
-    double diameter = 0;  ///< of the circle as large as `shape`, without what `StandingOut::blur` adds
+    cv::Point2d middle;   ///< of the light there
+    double diameter = 0;  ///< of the circle of the same area, without what `StandingOut::blur` adds
     double roundness = 0; ///< shorter axis / longer axis, less where there are holes and notches
     double peak = 0;      ///< grey levels, likewise
-    double mass = 0;      ///< the light in `shape`, grey levels * px
+    double mass = 0;      ///< the light there, grey levels * px
     bool isCut = false;   ///< touches the picture's border
 };
 
@@ -28,7 +27,8 @@ struct StandingOut {
     static StandingOut of(const cv::Mat1b& light, const cv::Mat1b& reference, double smallest, double largest);
 };
 
-/// What stands out by about `threshold` or more, in no order; the brightest where there is very much.
+/// What stands out by about `threshold` or more and is no foot of something twice as bright, the brightest first.
+/// Where there is very much, no more than the brightest.
 std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold);
 
 } // namespace corvanta::vision
