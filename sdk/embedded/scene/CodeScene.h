@@ -11,7 +11,7 @@ class CodeScene final {
 public:
     static constexpr auto text = "CORVANTA-01";
     static constexpr double codeSide = 220; ///< millimetres, without the quiet zone
-    static constexpr int codePeriod = 64;   ///< seconds after which the code is where it was
+    static constexpr int codePeriod = 32;   ///< seconds after which the code is where it was
 
     static constexpr int boardColumns = 9; ///< inner corners
     static constexpr int boardRows = 6;

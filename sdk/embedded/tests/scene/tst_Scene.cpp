@@ -262,7 +262,7 @@ void tst_Scene::codeMovesThroughItsPeriod() {
             least[axis] = std::min(least[axis], at[axis]);
             most[axis] = std::max(most[axis], at[axis]);
         }
-        if (second % 8 != 0)
+        if (second % 4 != 0)
             continue;
         const auto code = sight::readCode(painted(Kind::Code, Exhibit::Usual, lightSize, second));
         QVERIFY(code && code->text == CodeScene::text);
