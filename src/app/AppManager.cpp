@@ -115,6 +115,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
 AppManager::~AppManager() {
     qDebug() << "~AppManager()";
     repair_.reset();
+    alarmHandler_->setVideoHook({}); // alarms that wait in the queue are still handled
     measurer_.reset();
     if (worker_.isRunning()) {
         worker_.quit();

@@ -25,6 +25,8 @@ public:
     QString workspaces() const { return root_ + QStringLiteral("/workspaces/"); }
     QString userHead() const { return workspaces() + QStringLiteral("userhead/"); }
     QString userInfo() const { return workspaces() + QStringLiteral("userinfo/"); }
+    /// Pictures with which cameras that measure were set up, in a folder for each device.
+    QString measuring() const { return workspaces() + QStringLiteral("measuring/"); }
 
 private:
     QString root_;

@@ -45,6 +45,8 @@ const QList<DirectEntry>& directTable() {
         {u(u"请求同步执行代码"), u(u"try")},
         {u(u"本地设备修改有线ip"), u(u"setnet")},
         {u(u"本地设备修改配置无线账号密码"), u(u"apconfig")},
+        {u(u"保存二维码测距配置"), u(u"QRinfo")},
+        {u(u"保存激光光斑测距配置"), u(u"Laserinfo")},
     };
     return table;
 }

@@ -41,7 +41,7 @@ QImage toImage(const Picture& picture) {
     return image;
 }
 
-bool saveSnapshot(const Picture& picture, const QString& path) {
+bool saveSnapshot(const QImage& picture, const QString& path) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         qDebug() << "no picture written to" << path << file.errorString();
@@ -50,10 +50,14 @@ bool saveSnapshot(const Picture& picture, const QString& path) {
     const bool png = QFileInfo(path).suffix().compare(QLatin1String("png"), Qt::CaseInsensitive) == 0;
     QImageWriter writer(&file, png ? "png" : "jpg");
     writer.setQuality(png ? -1 : JpegQuality);
-    if (writer.write(toImage(picture)) && file.commit())
+    if (writer.write(picture) && file.commit())
         return true;
     qDebug() << "no picture written to" << path << writer.errorString() << file.errorString();
     return false;
+}
+
+bool saveSnapshot(const Picture& picture, const QString& path) {
+    return saveSnapshot(toImage(picture), path);
 }
 
 } // namespace corvanta::playback

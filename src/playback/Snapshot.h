@@ -11,6 +11,7 @@ QImage toImage(const Picture& picture);
 
 /// Writes a picture as JPEG or PNG, by the suffix of `path`; a file that is there is replaced only when all was
 /// written. False when that fails.
+bool saveSnapshot(const QImage& picture, const QString& path);
 bool saveSnapshot(const Picture& picture, const QString& path);
 
 } // namespace corvanta::playback

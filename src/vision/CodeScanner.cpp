@@ -41,7 +41,9 @@ public:
 private:
     static std::optional<Corners> cornersOf(const zbar::zbar_symbol_t* symbol) {
         Corners corners;
-        if (symbol == nullptr || zbar::zbar_symbol_get_loc_size(symbol) != corners.size())
+        // Bars may come with four points, too, but those are no corners.
+        if (symbol == nullptr || zbar::zbar_symbol_get_type(symbol) != zbar::ZBAR_QRCODE ||
+            zbar::zbar_symbol_get_loc_size(symbol) != corners.size())
             return std::nullopt;
         for (unsigned i = 0; i < corners.size(); ++i)
             corners[i] = cv::Point2f(static_cast<float>(zbar::zbar_symbol_get_loc_x(symbol, i)),

@@ -36,6 +36,8 @@ void tst_RequestBuilder::envelopes_data() {
     row("direct", "请求同步执行代码", R"({"a":1,"type":"try"})");
     row("direct", "本地设备修改有线ip", R"({"a":1,"type":"setnet"})");
     row("direct", "本地设备修改配置无线账号密码", R"({"a":1,"type":"apconfig"})");
+    row("direct", "保存二维码测距配置", R"({"a":1,"type":"QRinfo"})");
+    row("direct", "保存激光光斑测距配置", R"({"a":1,"type":"Laserinfo"})");
     row("account", "验证是否注册", R"({"reqtype":"urlreq","urlreq":{"clienttype":"checkphone","params":{"a":1}}})");
     row("account", "发送手机注册验证码",
         R"({"reqtype":"urlreq","urlreq":{"clienttype":"logincode","params":{"a":1}}})");
@@ -206,7 +208,7 @@ void tst_RequestBuilder::everyNameHasARow() {
     const int entries =
         requests::directTable().size() + requests::accountTable().size() + requests::deviceTable().size();
     QCOMPARE(names.size(), entries);
-    QCOMPARE(entries, 96);
+    QCOMPARE(entries, 98);
 }
 
 void tst_RequestBuilder::callersValuesAreWritten() {

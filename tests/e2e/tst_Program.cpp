@@ -28,8 +28,8 @@ void tst_Program::firstStart() {
     QVERIFY(program().log().contains(QStringLiteral("\"phonenumber\":\"") + Number));
     QVERIFY(window().hasRow(QStringLiteral("园区大门  9/9")));
     QVERIFY(window().hasRow(QStringLiteral("停用待检  0/6")));
-    constexpr int groups = 8;
-    constexpr int devices = 70;
+    constexpr int groups = 9;
+    constexpr int devices = 72;
     QCOMPARE(window().rows().size(), groups + devices);
     QCOMPARE(window().deviceOfTile(0), QStringLiteral("东大门入口"));
 

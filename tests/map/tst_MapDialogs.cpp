@@ -474,7 +474,7 @@ void tst_MapDialogs::theVideoOfAMarker() {
         QCOMPARE(request.value("ipncid").toString(), QString("A"));
         QVERIFY(request.value("recvdecodeavdata").toBool());
         const int id = idOfLast();
-        auto* const state = find<QLabel>(dialog, "mapVideoState");
+        auto* const state = find<QLabel>(dialog, "liveState");
         const auto report = [this](int to, const char* json) {
             sdk_.respond(to, QByteArray(json).replace("ID", QByteArray::number(to)).toStdString());
         };

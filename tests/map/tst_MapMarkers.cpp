@@ -1,7 +1,9 @@
 #include "base/AppEvents.h"
 #include "base/InputFields.h"
 #include "map/MapViewTest.h"
+#include "map/MarkerRules.h"
 #include "map/ui/MapAlarmlabel.h"
+#include "map/ui/MapSession.h"
 
 #include <QSignalSpy>
 

@@ -4,6 +4,7 @@
 #include "base/Settings.h"
 #include "database/SqlHelp.h"
 #include "map/MapViewTest.h"
+#include "map/ui/MapSession.h"
 
 #include <QLabel>
 #include <QSignalSpy>

@@ -21,6 +21,7 @@ void FakeSdk::reset() {
         onConfig = {};
         startupResult = callbackResult = ipncsdk::emSuccess;
         nextId = 1;
+        configResult = R"({"retcode":0})";
         startups_ = cleanups_ = 0;
     }
     for (std::thread& thread : threads)
@@ -150,7 +151,8 @@ void ZELIPNCSDK::SetConfig(const std::string& json, ResponseCallback callback) {
     if (fake.onConfig)
         fake.onConfig(json);
     if (callback)
-        fake.threads_.emplace_back([callback = std::move(callback)] { callback("{\"retcode\":0}"); });
+        fake.threads_.emplace_back(
+            [callback = std::move(callback), result = fake.configResult] { callback(result); });
 }
 
 emReturnValue ZELIPNCSDK::GetConfig(const std::string& query, std::string& out) {

@@ -114,7 +114,7 @@ void tst_Calibration::cornersAreExact() {
         const QPointF place((2 + number % shape.rowCorners) * side - 0.5,
                             (2 + number / shape.rowCorners) * side - 0.5);
         const QPointF off = corners->at(i) - place;
-        QVERIFY2(std::hypot(off.x(), off.y()) < 0.6, qPrintable(QString::number(i)));
+        QVERIFY2(std::hypot(off.x(), off.y()) < 0.75, qPrintable(QString::number(i))); // half a pixel either way
     }
 }
 

@@ -56,7 +56,7 @@ void AlarmFeed::look() {
                 known->second = device::visibleDevice(sql, caller->id, row.ipncid, parts_.cameras);
             if (known->second && device::allows(*known->second, device::Right::Param)) {
                 const store::Device& device = known->second->device;
-                alarms.push_back({row, service::portsOf(device.interfaces, device.extend).hasQrBoard});
+                alarms.push_back({row, service::portsOf(device.interfaces, device.extend).isMeasured});
             }
         }
         return ServiceCode::Done;
@@ -82,7 +82,7 @@ void AlarmFeed::tell(const Tellable& alarm) {
         return;
     }
     const AlarmPictures::Wish wish{alarm.row.ipncid, textAt(*record, "datetime").value_or(""), alarm.row.madeAt,
-                                   static_cast<int>(*level), alarm.hasQrBoard};
+                                   static_cast<int>(*level), alarm.isMeasured};
     message["alarm"]["images"] = {AlarmPictures::pictureName(wish)};
     parts_.tell(toText(message));
     parts_.pictures.take(wish);

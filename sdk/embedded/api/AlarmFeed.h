@@ -42,7 +42,7 @@ public:
 private:
     struct Tellable {
         store::AlarmRow row;
-        bool hasQrBoard = false;
+        bool isMeasured = false;
     };
     void tell(const Tellable& alarm);
 

@@ -8,6 +8,7 @@
 #include "store/DatabaseFile.h"
 #include "store/UserFiles.h"
 #include "world/FirstWorld.h"
+#include "world/MeasuringWorld.h"
 
 #include <soci/soci.h>
 
@@ -27,7 +28,8 @@ Engine::Engine(const RuntimeOptions& options, std::filesystem::path root, std::a
     : root_(std::move(root))
     , clock_(options.clock)
     , lastRequestId_(lastRequestId)
-    , accounts_(database_, cameras_, key_, contents_, *clock_, options.passwordCost, service::computerId(root_)) {
+    , accounts_(database_, cameras_, key_, contents_, *clock_, options.passwordCost, service::computerId(root_))
+    , loops_(clock_, [this](const std::string& ipncid) { return world::exhibitOf(ipncid, latest_); }) {
     device::ServiceConfig config = device::loadServiceConfig(root_);
     const auto notices = config.notices;
     openStore(options, std::move(config));

@@ -141,6 +141,7 @@ private:
     void freshLocalCommand(const RequestPointer& request, const Json& message);
     void setNetCommand(const RequestPointer& request, const Json& message);
     void wirelessCommand(const RequestPointer& request, const Json& message);
+    void measuringCommand(const RequestPointer& request, const Json& message);
     void videoChangeCommand(const RequestPointer& request, const Json& message);
     void versionCommand(const RequestPointer& request, const Json& message);
     void tryCommand(const RequestPointer& request, const Json& message);
@@ -167,7 +168,7 @@ private:
     sensor::LatestValues latest_;
     sensor::SampleRetention retention_;
     service::Documents documents_{database_, cameras_, found_, accounts_, latest_};
-    device::LoopDevices loops_{clock_};
+    device::LoopDevices loops_;
     device::DeviceRequests devices_{database_, cameras_, key_, loops_};
     std::unique_ptr<VideoHub> hub_;
     std::unique_ptr<service::Outbox> outbox_;

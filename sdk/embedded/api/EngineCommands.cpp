@@ -35,6 +35,8 @@ const std::vector<Engine::Route>& Engine::commands() {
         {"freshlocal", &Engine::freshLocalCommand},
         {"setnet", &Engine::setNetCommand},
         {"apconfig", &Engine::wirelessCommand},
+        {"QRinfo", &Engine::measuringCommand},
+        {"Laserinfo", &Engine::measuringCommand},
         {"avchange", &Engine::videoChangeCommand},
         {"version", &Engine::versionCommand},
         {"try", &Engine::tryCommand},
@@ -98,6 +100,15 @@ void Engine::wirelessCommand(const RequestPointer& request, const Json& message)
     const auto caller = accounts_.session().current();
     const ServiceCode code = caller ? devices_.setWireless(caller->id, message) : ServiceCode::NotSignedIn;
     request->respond(resultText("apconfig", code, idOf(message)));
+}
+
+void Engine::measuringCommand(const RequestPointer& request, const Json& message) {
+    lookAround();
+    const auto caller = accounts_.session().current();
+    const ServiceCode code = caller ? devices_.setMeasuring(caller->id, message) : ServiceCode::NotSignedIn;
+    request->respond(resultText(textAt(message, "type").value_or(""), code, idOf(message)));
+    // The change that was just made is seen like one of another process.
+    lookAround();
 }
 
 void Engine::videoChangeCommand(const RequestPointer& request, const Json& message) {

@@ -4,6 +4,7 @@
 #include "base/Log.h"
 #include "base/Text.h"
 #include "device/DeviceRequests.h"
+#include "sensor/BoardType.h"
 #include "service/BoardRecords.h"
 
 #include <algorithm>
@@ -147,7 +148,7 @@ ServiceCode SensorRequests::handedValue(const std::string& ipncid, const Json& e
     handed.raw = *raw;
     sensor::Board board;
     const ServiceCode code = findPort(ipncid, handed.pid, true, device::Right::Admin, board);
-    return code == ServiceCode::Done && board.type != "QR" ? ServiceCode::UnknownInput : code;
+    return code == ServiceCode::Done && !sensor::isHandedIn(board.type) ? ServiceCode::UnknownInput : code;
 }
 
 void SensorRequests::upload(const Pointer& request, const std::string& ipncid, const Json& list) {

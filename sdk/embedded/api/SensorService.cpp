@@ -169,12 +169,13 @@ bool SensorService::loadBoards() {
         for (const Json& record : service::BoardRecords(device.interfaces, device.extend).all()) {
             sensor::Board board = sensor::boardOf(service::opened(record, parts_.key));
             for (const sensor::Port& input : board.inputs) {
-                snapshot->inputs[input.pid] = device.owner;
+                snapshot->usable[input.pid] = device.owner;
                 snapshot->ports.insert(input.pid);
                 if (!input.upload)
                     snapshot->unkept.insert(input.pid);
             }
             for (const sensor::Port& output : board.outputs) {
+                snapshot->usable[output.pid] = device.owner;
                 snapshot->ports.insert(output.pid);
                 snapshot->unkept.insert(output.pid);
             }
@@ -294,8 +295,8 @@ std::optional<double> SensorService::valueFor(const std::string& ipncid, int pid
     }
     // A device that has changed hands still names the inputs of its owner before.
     const auto owner = snapshot->owners.find(ipncid);
-    const auto input = snapshot->inputs.find(pid);
-    if (owner == snapshot->owners.end() || input == snapshot->inputs.end() || owner->second != input->second)
+    const auto port = snapshot->usable.find(pid);
+    if (owner == snapshot->owners.end() || port == snapshot->usable.end() || owner->second != port->second)
         return std::nullopt;
     const auto reading = parts_.latest.of(pid);
     return reading && reading->normal ? std::make_optional(reading->value) : std::nullopt;

@@ -79,7 +79,7 @@ private:
     struct Snapshot {
         std::vector<sensor::SensorBoard> boards;
         std::map<std::string, store::AccountId> owners; ///< of devices
-        std::map<int, store::AccountId> inputs;         ///< owners of inputs
+        std::map<int, store::AccountId> usable;         ///< owners of inputs and outputs
         std::set<int> unkept;                           ///< ports without samples
         std::set<int> ports;
     };

@@ -75,7 +75,7 @@ CardFile fileOf(const std::string& ipncid, const Plan& plan, std::time_t begin, 
     file.kind = isPicture ? "image" : "video";
     file.date = written(local, "%Y-%m-%d");
     file.time = written(local, "%Y-%m-%d %H:%M:%S");
-    file.clip = {plan.format, hash % media::Loop::gopCount, isPicture ? 1 : 3 + hash / 8 % 4};
+    file.clip = {plan.format, hash % (media::loopLength / media::loopGopLength), isPicture ? 1 : 3 + hash / 8 % 4};
     return file;
 }
 

@@ -25,6 +25,8 @@ namespace {
 constexpr auto loopOrigin = "loop";
 constexpr auto netName = "netstate";
 constexpr auto upgradeName = "upgradestate";
+/// Bytes that one way of measuring may take in a device's record.
+constexpr std::size_t largestMeasuring = 64U << 10U;
 
 Json infoOf(const store::Device& device) {
     Json info = Json::parse(device.info, nullptr, false);
@@ -292,6 +294,27 @@ ServiceCode DeviceRequests::changeInfo(store::AccountId account, const Json& mes
             return ServiceCode::Done;
         }
         storeInfo(sql, *device);
+        return ServiceCode::Done;
+    });
+}
+
+ServiceCode DeviceRequests::setMeasuring(store::AccountId account, const Json& message) {
+    const auto ipncid = textAt(message, "ipncid");
+    const std::string name = textAt(message, "type").value_or("");
+    const Json* const value = memberAt(message, name.c_str());
+    const Json* const inner = value != nullptr ? memberAt(*value, "info") : nullptr;
+    if (!ipncid || inner == nullptr || !inner->is_object() || toText(*value).size() > largestMeasuring)
+        return ServiceCode::BadRequest;
+    return database_.change("keep how a camera measures", [&](soci::session& sql) {
+        auto placed = visibleDevice(sql, account, *ipncid, cameras_);
+        if (!placed)
+            return ServiceCode::UnknownDevice;
+        if (!allows(*placed, Right::Admin))
+            return ServiceCode::NoRight;
+        Json info = infoOf(placed->device);
+        info[name] = *value;
+        placed->device.info = toText(info);
+        storeInfo(sql, placed->device);
         return ServiceCode::Done;
     });
 }

@@ -33,6 +33,9 @@ public:
     /// "setnet" and "apconfig", of the account's own devices and of those that nobody owns.
     [[nodiscard]] ServiceCode setAddresses(store::AccountId account, const Json& message);
     [[nodiscard]] ServiceCode setWireless(store::AccountId account, const Json& message);
+    /// "QRinfo" and "Laserinfo": how the pictures of a camera are measured, as the client keeps it. The member that
+    /// is named like the command goes into the device's "info" as it is.
+    [[nodiscard]] ServiceCode setMeasuring(store::AccountId account, const Json& message);
     /// "ipnclatestver"
     [[nodiscard]] Reply newestVersion(store::AccountId account, const Json& message);
 

@@ -19,8 +19,9 @@ int percentOf(LoopHead::Moment begin, LoopHead::Moment now, std::chrono::seconds
 
 } // namespace
 
-LoopDevice::LoopDevice(std::shared_ptr<const Clock> clock)
+LoopDevice::LoopDevice(std::shared_ptr<const Clock> clock, Exhibit exhibit)
     : clock_(std::move(clock))
+    , exhibit_(std::move(exhibit))
     , head_(clock_)
     , upAt_(clock_->steadyNow()) {}
 
@@ -28,9 +29,9 @@ media::LoopControl::State LoopDevice::now() const {
     {
         const std::lock_guard lock(mutex_);
         if (!isUp())
-            return {false, {}};
+            return {false, {}, 0};
     }
-    return {true, head_.view()};
+    return {true, head_.view(), exhibit_ ? exhibit_() : 0};
 }
 
 void LoopDevice::restart() {
@@ -106,14 +107,15 @@ LoopHead::Moment LoopDevice::writtenAt(const Upgrade& upgrade) {
     return upgrade.fetchedAt + writeTime;
 }
 
-LoopDevices::LoopDevices(std::shared_ptr<const Clock> clock)
-    : clock_(std::move(clock)) {}
+LoopDevices::LoopDevices(std::shared_ptr<const Clock> clock, ExhibitOf exhibitOf)
+    : clock_(std::move(clock))
+    , exhibitOf_(std::move(exhibitOf)) {}
 
 std::shared_ptr<LoopDevice> LoopDevices::of(const std::string& ipncid) {
     const std::lock_guard lock(mutex_);
     auto& device = devices_[ipncid];
     if (!device)
-        device = std::make_shared<LoopDevice>(clock_);
+        device = std::make_shared<LoopDevice>(clock_, exhibitOf_ ? exhibitOf_(ipncid) : nullptr);
     return device;
 }
 

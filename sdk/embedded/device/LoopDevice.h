@@ -4,6 +4,7 @@
 #include "media/loop/View.h"
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -24,7 +25,11 @@ struct UpgradeState {
 /// Thread-safe. The camera that a program shows is its own: another program's may look elsewhere.
 class LoopDevice final : public media::LoopControl {
 public:
-    explicit LoopDevice(std::shared_ptr<const Clock> clock);
+    /// What a camera is shown now (see `State`); callable from any thread.
+    using Exhibit = std::function<int()>;
+
+    /// Without an exhibit it is 0.
+    explicit LoopDevice(std::shared_ptr<const Clock> clock, Exhibit exhibit = nullptr);
     LoopDevice(const LoopDevice&) = delete;
     LoopDevice& operator=(const LoopDevice&) = delete;
 
@@ -65,6 +70,7 @@ private:
     [[nodiscard]] static LoopHead::Moment writtenAt(const Upgrade& upgrade);
 
     const std::shared_ptr<const Clock> clock_;
+    const Exhibit exhibit_;
     LoopHead head_;
     mutable std::mutex mutex_;
     LoopHead::Moment upAt_; ///< it is away until then
@@ -76,7 +82,10 @@ private:
 /// The loop cameras that have done anything yet, by id. Thread-safe.
 class LoopDevices final {
 public:
-    explicit LoopDevices(std::shared_ptr<const Clock> clock);
+    /// `exhibitOf` says what a camera is shown, or null for one that is always shown the same.
+    using ExhibitOf = std::function<LoopDevice::Exhibit(const std::string& ipncid)>;
+
+    explicit LoopDevices(std::shared_ptr<const Clock> clock, ExhibitOf exhibitOf = nullptr);
     LoopDevices(const LoopDevices&) = delete;
     LoopDevices& operator=(const LoopDevices&) = delete;
 
@@ -87,6 +96,7 @@ public:
 
 private:
     const std::shared_ptr<const Clock> clock_;
+    const ExhibitOf exhibitOf_;
     mutable std::mutex mutex_;
     std::map<std::string, std::shared_ptr<LoopDevice>> devices_; ///< guarded by mutex_
 };

@@ -24,7 +24,8 @@ store::Device deviceOfCamera(const NetworkCamera& camera, store::AccountId owner
     device.type = "video";
     device.configGroup = camera.group;
     const char* const model = parseFileAddress(camera.mainUrl) ? "FILE" : "RTSP";
-    device.info = toText({{"model", model}, {"serial", camera.ipncid}, {"QRinfo", Json::object()}});
+    device.info = toText(
+        {{"model", model}, {"serial", camera.ipncid}, {"QRinfo", Json::object()}, {"Laserinfo", Json::object()}});
     device.extend = R"({"sublist":[]})";
     device.video = R"({"codec":"H264","streams":["main","light"]})";
     return device;

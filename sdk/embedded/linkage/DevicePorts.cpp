@@ -34,7 +34,8 @@ std::vector<Threshold> thresholdsOf(const Json& port) {
 
 void addBoard(const Json& board, DevicePorts& ports) {
     const std::string boardName = textAt(board, "name").value_or("");
-    ports.hasQrBoard = ports.hasQrBoard || textAt(board, "type") == "QR";
+    const auto type = textAt(board, "type");
+    ports.isMeasured = ports.isMeasured || type == "QR" || type == "LASER";
     if (const Json* inputs = memberAt(board, "input"); inputs != nullptr && inputs->is_array()) {
         for (const Json& port : *inputs) {
             const Json* const member = memberAt(port, "pid");

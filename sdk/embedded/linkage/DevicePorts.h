@@ -36,7 +36,7 @@ struct Input {
 struct DevicePorts {
     std::map<int, Input> inputs;
     std::set<int> outputs;
-    bool hasQrBoard = false; ///< its recordings are measured by the client
+    bool isMeasured = false; ///< its recordings are measured by the client
     friend bool operator==(const DevicePorts&, const DevicePorts&) = default;
 };
 

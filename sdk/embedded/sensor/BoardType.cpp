@@ -93,6 +93,8 @@ BoardType serial(const char* name, const char* title, int slots, bool shared) {
 BoardType lines() {
     const std::vector<Field> port = {when({"gpio"}, number("line", "引脚", 0, 1023, {})),
                                      when({"gpio"}, choice("invert", "取反", {{0, "否"}, {1, "是"}}, 0))};
+    std::vector<Field> inputs = port;
+    inputs.push_back(when({"plant"}, number("follows", "跟随第几路输出(0 为否)", 0, 64, 0)));
     return {"IO",
             "通用输入输出",
             false,
@@ -100,7 +102,7 @@ BoardType lines() {
             false,
             {choice("mode", "连接方式", {{"gpio", "GPIO"}, plant}, "gpio"),
              when({"gpio"}, text("chip", "GPIO 芯片或目录", 1, "/dev/gpiochip0")), period(500)},
-            port,
+            inputs,
             port,
             true};
 }
@@ -149,16 +151,18 @@ BoardType position() {
             positionProtocol};
 }
 
+/// A board whose values the client measures in the camera's pictures and hands in.
+BoardType measured(const char* name, const char* title, Choices axes) {
+    const Json first = axes.front().value;
+    return {name, title, false, 1, false, {}, {choice("axis", "坐标", std::move(axes), first)}, {}, false};
+}
+
 BoardType marks() {
-    return {"QR",
-            "二维码",
-            false,
-            1,
-            false,
-            {},
-            {choice("axis", "坐标", {{"QRcode_x", "X"}, {"QRcode_y", "Y"}, {"QRcode_z", "Z"}}, "QRcode_x")},
-            {},
-            false};
+    return measured("QR", "二维码", {{"QRcode_x", "X"}, {"QRcode_y", "Y"}, {"QRcode_z", "Z"}});
+}
+
+BoardType spots() {
+    return measured("LASER", "激光光斑", {{"laser_x", "X"}, {"laser_y", "Y"}});
 }
 
 Json fieldsJson(const std::vector<Field>& fields) {
@@ -178,6 +182,7 @@ const std::vector<BoardType>& boardTypes() {
                                                  soft(),
                                                  zigbee(),
                                                  marks(),
+                                                 spots(),
                                                  position()};
     return types;
 }
@@ -186,6 +191,10 @@ const BoardType* findBoardType(std::string_view name) {
     const auto found = std::find_if(boardTypes().begin(), boardTypes().end(),
                                     [name](const BoardType& type) { return name == type.name; });
     return found == boardTypes().end() ? nullptr : &*found;
+}
+
+bool isHandedIn(std::string_view type) {
+    return type == "QR" || type == "LASER";
 }
 
 Json boardTypesDocument() {

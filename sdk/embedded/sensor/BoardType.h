@@ -26,6 +26,9 @@ const std::vector<BoardType>& boardTypes();
 /// Null for a type that is not known.
 const BoardType* findBoardType(std::string_view name);
 
+/// True for boards whose values the client measures in the recordings of alarms and hands in.
+bool isHandedIn(std::string_view type);
+
 /// {"sensortypes": [...], "templates": [...]}: what the client builds its dialogs from.
 Json boardTypesDocument();
 

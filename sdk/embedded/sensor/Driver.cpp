@@ -28,7 +28,8 @@ std::unique_ptr<Driver> makeLines(const Board& board) {
 
 std::unique_ptr<Driver> makeDriver(const std::string& ipncid, const Board& board, const DriverTools& tools) {
     if (isPlant(board))
-        return std::make_unique<PlantDriver>(board, tools.now);
+        return std::make_unique<PlantDriver>(
+            board, tools.now, [ipncid, valueOf = tools.valueOf](int pid) { return valueOf(ipncid, pid); });
     if (board.type == "RS485" || board.type == "RS232")
         return std::make_unique<ModbusDriver>(board);
     if (board.type == "IO")

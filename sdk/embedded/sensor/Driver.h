@@ -40,7 +40,8 @@ public:
 /// What drivers need besides their board.
 struct DriverTools {
     std::function<std::chrono::system_clock::time_point()> now;
-    /// The value of an input that a board of this device may use; nothing when there is none, or it is abnormal.
+    /// The value of an input or output that a board of this device may use; nothing when there is none, or it is
+    /// abnormal.
     std::function<std::optional<double>(const std::string& ipncid, int pid)> valueOf;
     /// The pictures of a device; null when it has none.
     std::function<std::unique_ptr<PictureSource>(const std::string& ipncid)> pictures;

@@ -107,9 +107,12 @@ double plantValue(const Port& input, std::chrono::system_clock::time_point time)
     return rest + (target - rest) * share(place);
 }
 
-PlantDriver::PlantDriver(const Board& board, std::function<std::chrono::system_clock::time_point()> now)
+PlantDriver::PlantDriver(const Board& board, std::function<std::chrono::system_clock::time_point()> now,
+                         std::function<std::optional<double>(int pid)> valueOf)
     : inputs_(board.inputs)
-    , now_(std::move(now)) {
+    , outputs_(board.outputs)
+    , now_(std::move(now))
+    , valueOf_(std::move(valueOf)) {
     if (isPositionBoard(board.record))
         walk_.emplace(board.record);
 }
@@ -118,13 +121,22 @@ std::string PlantDriver::read(std::vector<RawValue>& raw) {
     const auto now = now_();
     for (std::size_t i = 0; i < inputs_.size(); ++i) {
         // What is believable is the value that people see, so scale and offset are taken back.
-        const double value = walk_ ? walk_->at(textOr(inputs_[i].params, "axis", "x") == "x",
-                                               std::chrono::duration<double>(now.time_since_epoch()).count())
-                                   : plantValue(inputs_[i], now);
+        const double value = valueAt(inputs_[i], now);
         const double digits = inputs_[i].unit == "MPa" ? 1000 : 100;
         raw[i].value = (std::round(value * digits) / digits - inputs_[i].offset) / inputs_[i].scale;
     }
     return {};
+}
+
+double PlantDriver::valueAt(const Port& input, std::chrono::system_clock::time_point time) const {
+    if (walk_)
+        return walk_->at(textOr(input.params, "axis", "x") == "x",
+                         std::chrono::duration<double>(time.time_since_epoch()).count());
+    const int followed = wholeAt(input.params, "follows", 0);
+    if (followed <= 0 || !valueOf_)
+        return plantValue(input, time);
+    const auto at = static_cast<std::size_t>(followed - 1);
+    return at < outputs_.size() ? valueOf_(outputs_[at].pid).value_or(0) : 0;
 }
 
 std::string PlantDriver::write(const Port& /*output*/, double /*value*/) {

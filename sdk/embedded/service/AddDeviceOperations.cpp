@@ -132,7 +132,10 @@ Reply addByAddress(const OperationContext& context, const Json& params, const Pl
         device.origin = device::addedOrigin;
         device.name = place.name;
         device.type = "video";
-        device.info = toText({{"model", "RTSP"}, {"serial", camera->ipncid}, {"QRinfo", Json::object()}});
+        device.info = toText({{"model", "RTSP"},
+                              {"serial", camera->ipncid},
+                              {"QRinfo", Json::object()},
+                              {"Laserinfo", Json::object()}});
         device.extend = R"({"sublist":[]})";
         device.video = R"({"codec":"H264","streams":["main","light"]})";
         const ServiceCode inserted = insertOwned(sql, context, device, place);

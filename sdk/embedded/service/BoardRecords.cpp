@@ -128,7 +128,7 @@ BoardChange roomFor(const BoardRecords& records, const Json& record) {
     const bool isNew = records.board(wholeAt(record, "pid", 0)).is_null();
     if (isNew && records.all().size() >= sensor::mostBoards)
         return refused(ServiceCode::Limit, "一个设备最多 " + std::to_string(sensor::mostBoards) + " 个传感器");
-    static const std::set<std::string> single = {"RS232", "IO", "VIDEO", "QR"};
+    static const std::set<std::string> single = {"RS232", "IO", "VIDEO", "QR", "LASER"};
     const std::string type = sensor::textOr(record, "type", "");
     for (const Json& other : records.all()) {
         if (single.count(type) > 0 && other["ifname"] == record["ifname"] && other["pid"] != record["pid"])

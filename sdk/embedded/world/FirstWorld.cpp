@@ -7,12 +7,13 @@
 #include "store/Groups.h"
 #include "world/LinkageWorld.h"
 #include "world/MapWorld.h"
+#include "world/MeasuringWorld.h"
+#include "world/WorldCamera.h"
 #include "world/WorldTables.h"
 
 #include <soci/soci.h>
 
 #include <array>
-#include <cstdio>
 #include <string_view>
 
 namespace ipncsdk::world {
@@ -52,68 +53,12 @@ constexpr auto rightsOfFriends = R"({"admin":false,"video":true,"record":true,"p
 constexpr auto groupOfGiven = "好友分享";
 constexpr auto groupOfFriends = "我的设备";
 
-struct Firmware {
-    const char* model;
-    const char* software;
-    const char* kernel;
-    const char* boot;
-};
-
-constexpr std::array firmwares = {
-    Firmware{"CV-D200", "3.4.12", "4.9.118", "2.1.0"},
-    Firmware{"CV-B210", "3.4.12", "4.9.118", "2.1.0"},
-    Firmware{"CV-P300", "3.5.1", "4.19.90", "2.2.3"},
-};
-
-/// The number-th camera of the world (from 1) as a device of `owner`.
-store::Device cameraDevice(const std::string& ipncid, const char* name, store::AccountId owner, int number) {
-    const Firmware& firmware = firmwares[static_cast<std::size_t>(number) % firmwares.size()];
-    store::Device device;
-    device.ipncid = ipncid;
-    device.owner = owner;
-    device.origin = "loop";
-    device.name = name;
-    device.type = "video";
-    // Neighbours on the wall show different scenes, and equal scenes stand at different places of the loop.
-    device.scene = number - 1;
-    device.phase = (number * 37) % 250;
-    device.info = toText({{"model", firmware.model},
-                          {"serial", ipncid},
-                          {"softwareversion", firmware.software},
-                          {"kernelversion", firmware.kernel},
-                          {"biosversion", firmware.boot},
-                          {"ip", "192.168.10." + std::to_string(10 + number)},
-                          {"timezone", "UTC+08:00"},
-                          {"QRinfo", Json::object()}});
-    device.extend = R"({"sublist":[]})";
-    device.video = R"({"codec":"H264","framerate":25,"streams":["main","light"]})";
-    return device;
-}
-
-std::string numbered(const char* prefix, int number) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%s%04d", prefix, number);
-    return text.data();
-}
-
 void insertPeople(soci::session& sql, const std::string& passwordHash) {
     store::insertAccount(sql, {ownerId, firstPhone, "园区监控中心", passwordHash});
     for (const Person& person : friends) {
         store::insertAccount(sql, {person.id, person.phone, person.nickname, passwordHash});
         store::insertFriendship(sql, ownerId, person.remarkOfOwner, person.id, "园区监控中心");
     }
-}
-
-/// The word of a camera that somebody owns: needed once the camera has been deleted and is to be added again.
-std::string wordOf(std::string ipncid) {
-    for (char& c : ipncid)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    return "word-" + ipncid;
-}
-
-void insertCamera(soci::session& sql, const store::Device& device, store::GroupId group) {
-    store::insertDevice(sql, device, group, device.name);
-    store::setDeviceWord(sql, device.ipncid, wordOf(device.ipncid));
 }
 
 using GroupsOfFriends = std::array<store::GroupId, friends.size()>;
@@ -125,7 +70,7 @@ void insertOwnGroup(soci::session& sql, const GroupPlan& plan, bool online, cons
     const store::GroupId group = store::insertGroup(sql, ownerId, plan.name);
     for (const char* name : plan.cameras) {
         ++number;
-        store::Device device = cameraDevice(numbered("CAM", number), name, ownerId, number);
+        store::Device device = cameraDevice(cameraId(number), name, ownerId, number);
         device.online = online;
         const auto isThis = [name](std::string_view other) {
             return other == name;
@@ -170,6 +115,7 @@ void fillFirstWorld(soci::session& sql, const std::function<std::string(const st
         insertOwnGroup(sql, plan, true, groupsOfFriends, number);
     insertGivenCameras(sql, groupsOfFriends[0]);
     insertOwnGroup(sql, groupOfOffline(), false, groupsOfFriends, number);
+    fillMeasuring(sql, ownerId, number);
     fillLinkages(sql, ownerId);
     fillMaps(sql, ownerId, giverId, contents);
     fillWaiting(sql);

@@ -39,6 +39,7 @@ struct Pending {
     Reaction reaction;
     QObject* receiver;
     std::string json;
+    bool (*isSuccess)(const QVariantMap& reply);
     bool answered = false;
 
     bool begin() { return Waiting::of(receiver).texts.insert(json).second; }
@@ -55,7 +56,7 @@ struct Pending {
     void reply(const QVariantMap& map) {
         if (!end())
             return;
-        if (serverErrors::isSuccess(map)) {
+        if (isSuccess(map)) {
             if (reaction.done)
                 reaction.done(map);
         } else if (reaction.refused) {
@@ -66,14 +67,31 @@ struct Pending {
     }
 };
 
+bool isDone(const QVariantMap& result) {
+    return result.value(QStringLiteral("retcode"), -1).toInt() == 0;
+}
+
+/// Null where the same waits already.
+std::shared_ptr<Pending> begin(Pending pending) {
+    auto begun = std::make_shared<Pending>(std::move(pending));
+    if (begun->begin())
+        return begun;
+    qDebug() << "a request that waits for its reply is not sent twice";
+    return nullptr;
+}
+
+void limit(const SdkGateway& gateway, const std::shared_ptr<Pending>& pending) {
+    QTimer::singleShot(gateway.patience(), pending->receiver, [pending] {
+        pending->fail(QCoreApplication::translate("SendAndReact", "服务器没有响应，请稍后再试!"));
+    });
+}
+
 } // namespace
 
 bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction) {
-    auto pending = std::make_shared<Pending>(Pending{std::move(reaction), receiver, json});
-    if (!pending->begin()) {
-        qDebug() << "a request that waits for its reply is not sent twice";
+    const auto pending = begin({std::move(reaction), receiver, json, serverErrors::isSuccess});
+    if (pending == nullptr)
         return false;
-    }
     const int requestId =
         gateway.request(json, receiver, [pending](const QVariantMap& reply) { pending->reply(reply); });
     if (requestId <= 0) {
@@ -81,9 +99,16 @@ bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receive
             0, receiver, [pending] { pending->fail(QCoreApplication::translate("SendAndReact", "请求发送失败!")); });
         return true;
     }
-    QTimer::singleShot(gateway.patience(), receiver, [pending] {
-        pending->fail(QCoreApplication::translate("SendAndReact", "服务器没有响应，请稍后再试!"));
-    });
+    limit(gateway, pending);
+    return true;
+}
+
+bool setConfigAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction) {
+    const auto pending = begin({std::move(reaction), receiver, json, isDone});
+    if (pending == nullptr)
+        return false;
+    gateway.setConfig(json, receiver, [pending](const QVariantMap& result) { pending->reply(result); });
+    limit(gateway, pending);
     return true;
 }
 

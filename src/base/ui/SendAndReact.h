@@ -24,4 +24,7 @@ struct Reaction {
 /// was clicked twice: false then, and nothing will be called. Nothing is called after `receiver` is gone. GUI thread.
 bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction);
 
+/// Likewise a command, whose result says by "retcode" 0 that it is done.
+bool setConfigAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction);
+
 } // namespace corvanta

@@ -2,8 +2,7 @@
 
 #include "account/ui/AccountForm.h"
 #include "base/RequestBuilder.h"
-#include "base/SdkGateway.h"
-#include "base/ServerErrors.h"
+#include "base/ui/SendAndReact.h"
 #include "manageWidget/AddressChecks.h"
 
 #include <QCheckBox>
@@ -13,7 +12,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <initializer_list>
@@ -140,26 +138,22 @@ void NetworkConfigPage::saveWifi() {
 void NetworkConfigPage::command(const QString& operation, QVariantMap parameters, QPushButton* busy,
                                 const QString& what, const QString& detail) {
     parameters.insert(QStringLiteral("ipncid"), target().ipncId);
-    busy->setEnabled(false);
-    // A child of the page, so that nothing is left of it when the page goes; its end is the answer's.
-    auto* const wait = new QTimer(this);
-    wait->setSingleShot(true);
-    connect(wait, &QTimer::timeout, this, [this, wait, busy] {
-        wait->deleteLater();
+    const auto rest = [this, busy] {
         busy->setEnabled(canWrite());
-        account::tell(tr("服务器没有响应，请稍后再试!"), this);
-    });
-    wait->start(target().context.gateway.patience());
-    target().context.gateway.setConfig(corvanta::requests::directCommand(operation, parameters), wait,
-                                       [this, wait, busy, what, detail](const QVariantMap& result) {
-                                           wait->deleteLater();
-                                           wait->stop();
-                                           busy->setEnabled(canWrite());
-                                           if (result.value(QStringLiteral("retcode"), -1).toInt() != 0) {
-                                               account::tell(corvanta::serverErrors::textOfReply(result), this);
-                                               return;
-                                           }
-                                           log(what, detail);
-                                           account::tell(tr("保存成功!"), this);
-                                       });
+    };
+    const bool isSent = corvanta::setConfigAndReact(target().context.gateway,
+                                                    corvanta::requests::directCommand(operation, parameters), this,
+                                                    {.done =
+                                                         [this, rest, what, detail](const QVariantMap&) {
+                                                             rest();
+                                                             log(what, detail);
+                                                             account::tell(tr("保存成功!"), this);
+                                                         },
+                                                     .failed =
+                                                         [this, rest](const QString& text) {
+                                                             rest();
+                                                             account::tell(text, this);
+                                                         }});
+    if (isSent)
+        busy->setEnabled(false);
 }

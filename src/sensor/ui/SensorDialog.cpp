@@ -7,6 +7,8 @@
 #include "manageWidget/ui/ManageSend.h"
 #include "sensor/ui/BoardDialog.h"
 #include "sensor/ui/SensorSend.h"
+#include "vision/ui/LaserSetDialog.h"
+#include "vision/ui/QRcodeInputsetDialog.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -20,6 +22,11 @@ namespace {
 
 QString textOf(const QVariantMap& map, const char* key) {
     return map.value(QLatin1String(key)).toString();
+}
+
+/// Of a board whose inputs are measured by the device's camera.
+bool isMeasured(const QString& type) {
+    return type == QLatin1String("QR") || type == QLatin1String("LASER");
 }
 
 QString plain(QString text) {
@@ -59,6 +66,8 @@ SensorDialog::SensorDialog(const AppContext& context, const QString& ipncId, QWi
     add_->setMenu(new_);
     edit_ = addButton(tr("编辑"), QStringLiteral("boardEdit"), false);
     remove_ = addButton(tr("删除"), QStringLiteral("boardRemove"), false);
+    measure_ = addButton(tr("测距配置"), QStringLiteral("boardMeasure"), false);
+    connect(measure_, &QPushButton::clicked, this, &SensorDialog::measure);
     connect(addButton(tr("关闭"), QStringLiteral("boardClose"), false), &QPushButton::clicked, this,
             &QDialog::reject);
     connect(edit_, &QPushButton::clicked, this, [this] {
@@ -154,6 +163,20 @@ void SensorDialog::showButtons() {
     add_->setEnabled(!types_.types.isEmpty());
     edit_->setEnabled(board != nullptr && types_.type(textOf(*board, "type")) != nullptr);
     remove_->setEnabled(board != nullptr);
+    const DeviceRecord* const device = context_.devices.device(ipncId_);
+    measure_->setVisible(board != nullptr && isMeasured(textOf(*board, "type")));
+    measure_->setEnabled(device != nullptr && device->isAdmin);
+}
+
+void SensorDialog::measure() {
+    const QVariantMap* const board = current();
+    if (board == nullptr)
+        return;
+    QDialog* const dialog = textOf(*board, "type") == QLatin1String("QR")
+                                ? static_cast<QDialog*>(new vision::QRcodeInputsetDialog(context_, ipncId_, this))
+                                : new vision::LaserSetDialog(context_, ipncId_, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose); // this dialog may be closed meanwhile, with all that lies over it
+    dialog->open();
 }
 
 void SensorDialog::edit(const QVariantMap& board) {

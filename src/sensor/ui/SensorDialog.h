@@ -28,6 +28,8 @@ private:
     const QVariantMap* current() const;
     void edit(const QVariantMap& board);
     void remove();
+    /// Opens what sets the current board's camera up, where it measures with one.
+    void measure();
 
     AppContext context_;
     QString ipncId_;
@@ -40,6 +42,7 @@ private:
     QPushButton* add_;
     QPushButton* edit_;
     QPushButton* remove_;
+    QPushButton* measure_;
 };
 
 } // namespace corvanta::sensor

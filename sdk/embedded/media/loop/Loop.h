@@ -13,9 +13,6 @@ namespace ipncsdk::media {
 /// One loop in memory: its key frame groups, which may still be growing. Thread-safe.
 class Loop final {
 public:
-    /// A loop has all its groups after this many.
-    static constexpr std::size_t gopCount = loopLength / loopGopLength;
-
     explicit Loop(LoopKey key)
         : key_(std::move(key)) {}
     Loop(const Loop&) = delete;
@@ -23,7 +20,8 @@ public:
 
     const LoopKey& key() const { return key_; }
 
-    /// The group of a number below `gopCount`; null while it is not there yet. Waits for it up to `patience`.
+    /// The group of a number below the key's `gopCount`; null while it is not there yet. Waits for it up to
+    /// `patience`.
     std::shared_ptr<const Gop> gop(std::size_t number, std::chrono::milliseconds patience) const;
     /// It cannot be made; `gop` gives nothing that is not there already.
     bool failed() const;

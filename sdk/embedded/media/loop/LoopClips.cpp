@@ -62,7 +62,7 @@ std::vector<std::uint8_t> LoopClips::make(const LoopSource& source, const Clip& 
     Gops gops;
     const std::size_t count = clip.format == Format::Jpeg ? 1 : std::max<std::size_t>(clip.seconds, 1);
     while (gops.size() < count) {
-        auto gop = loop->gop((clip.firstGop + gops.size()) % Loop::gopCount, std::chrono::milliseconds(50));
+        auto gop = loop->gop((clip.firstGop + gops.size()) % key.gopCount(), std::chrono::milliseconds(50));
         if (gop != nullptr) {
             gops.push_back(std::move(gop));
         } else if (loop->failed() || cancelled()) {

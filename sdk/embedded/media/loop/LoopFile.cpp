@@ -73,7 +73,7 @@ std::vector<std::uint8_t> packLoop(const LoopKey& key, std::span<const std::shar
     putNumber(file, 0);
     putNumber(file, static_cast<std::uint32_t>(text.size()));
     file.insert(file.end(), text.begin(), text.end());
-    putNumber(file, loopLength);
+    putNumber(file, static_cast<std::uint32_t>(key.length()));
     for (const auto& gop : gops) {
         for (const std::uint32_t size : gop->sizes) {
             putNumber(file, size);
@@ -96,12 +96,12 @@ std::vector<std::shared_ptr<const Gop>> unpackLoop(const LoopKey& key, Span file
         return {};
     }
     const Span text = taker.bytes(taker.number());
-    if (!sameText(text, key.text()) || taker.number() != loopLength) {
+    if (!sameText(text, key.text()) || taker.number() != static_cast<std::uint32_t>(key.length())) {
         return {};
     }
-    Taker sizes(taker.bytes(std::size_t{4} * loopLength));
+    Taker sizes(taker.bytes(std::size_t{4} * static_cast<std::size_t>(key.length())));
     std::vector<std::shared_ptr<const Gop>> gops;
-    for (int first = 0; first < loopLength; first += loopGopLength) {
+    for (int first = 0; first < key.length(); first += loopGopLength) {
         auto gop = std::make_shared<Gop>();
         for (int frame = 0; frame < loopGopLength; ++frame) {
             const std::uint32_t size = sizes.number();

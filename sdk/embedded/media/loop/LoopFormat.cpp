@@ -1,5 +1,7 @@
 #include "media/loop/LoopFormat.h"
 
+#include "media/loop/MeasuringPainter.h"
+
 extern "C" {
 #include <libavutil/mem.h>
 #include <libavutil/sha.h>
@@ -10,9 +12,14 @@ extern "C" {
 
 namespace ipncsdk::media {
 
+int LoopKey::length() const {
+    return isMeasuringScene(source.scene) ? MeasuringPainter::lengthOf(source.scene, exhibit) : loopLength;
+}
+
 std::string LoopKey::text() const {
+    const std::string shown = exhibit == 0 ? std::string() : '.' + std::to_string(exhibit);
     // The title comes last, so that whatever it holds cannot look like another field.
-    return std::to_string(source.scene) + '/' + std::to_string(source.phase % loopLength) + '/' +
+    return std::to_string(source.scene) + shown + '/' + std::to_string(source.phase % loopLength) + '/' +
            std::to_string(static_cast<int>(quality)) + '/' + source.title;
 }
 

@@ -7,6 +7,7 @@
 #include "media/loop/LoopPainter.h"
 #include "media/loop/Scene.h"
 
+#include <algorithm>
 #include <system_error>
 
 namespace ipncsdk::media {
@@ -95,6 +96,31 @@ void LoopLibrary::work() {
     }
 }
 
+bool LoopLibrary::letOthersPass() {
+    while (true) {
+        std::shared_ptr<Loop> next;
+        {
+            const std::lock_guard lock(mutex_);
+            if (stopping_) {
+                return false;
+            }
+            const auto isShort = [](const std::weak_ptr<Loop>& waiting) {
+                const auto loop = waiting.lock();
+                return loop != nullptr && loop->key().length() <= loopLength;
+            };
+            const auto found = std::find_if(waiting_.begin(), waiting_.end(), isShort);
+            if (found == waiting_.end()) {
+                return true;
+            }
+            next = found->lock();
+            waiting_.erase(found);
+        }
+        if (next != nullptr) {
+            make(*next);
+        }
+    }
+}
+
 void LoopLibrary::make(Loop& loop) {
     const LoopKey& key = loop.key();
     LoopPainter painter(key, backdrop(key.source.scene, key.width(), key.height()));
@@ -102,7 +128,10 @@ void LoopLibrary::make(Loop& loop) {
     Picture picture;
     std::vector<std::shared_ptr<const Gop>> gops;
     bool good = encoder.ready();
-    for (int first = 0; good && first < loopLength; first += loopGopLength) {
+    for (int first = 0; good && first < key.length(); first += loopGopLength) {
+        if (key.length() > loopLength && !letOthersPass()) {
+            return;
+        }
         auto gop = std::make_shared<Gop>();
         for (int frame = first; good && frame < first + loopGopLength; ++frame) {
             {
@@ -134,6 +163,9 @@ void LoopLibrary::make(Loop& loop) {
 }
 
 std::shared_ptr<const Picture> LoopLibrary::backdrop(int scene, int width, int height) {
+    if (isMeasuringScene(scene)) {
+        return nullptr;
+    }
     const std::pair place((scene % sceneCount() + sceneCount()) % sceneCount(), width);
     {
         const std::lock_guard lock(mutex_);

@@ -26,7 +26,7 @@ public:
 
     /// The loop of a key; its groups may come later. Reads the loop's file where there is one.
     std::shared_ptr<Loop> acquire(const LoopKey& key);
-    /// The still part of a scene, painted at first use and kept while somebody has it.
+    /// The still part of a scene, painted at first use and kept while somebody has it; null for one that measures.
     std::shared_ptr<const Picture> backdrop(int scene, int width, int height);
 
 private:
@@ -35,6 +35,8 @@ private:
     bool loadFile(Loop& loop) const;
     void work();
     void make(Loop& loop);
+    /// Makes what waits; for who is in the middle of a loop that takes long. False when the library ends.
+    bool letOthersPass();
 
     const std::filesystem::path folder_;
     const Log log_;

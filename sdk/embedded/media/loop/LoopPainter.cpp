@@ -1,5 +1,7 @@
 #include "media/loop/LoopPainter.h"
 
+#include "media/loop/MeasuringPainter.h"
+
 #include <algorithm>
 #include <string>
 
@@ -27,6 +29,7 @@ void paintText(Canvas& canvas, int left, int top, const Mask& mask) {
 LoopPainter::LoopPainter(const LoopKey& key, std::shared_ptr<const Picture> background)
     : key_(key)
     , scene_(sceneOf(key.source.scene))
+    , measuring_(isMeasuringScene(key.source.scene) ? std::make_unique<MeasuringPainter>(key) : nullptr)
     , background_(std::move(background)) {
     const TextPainter text;
     const int lineHeight = key.height() / 15;
@@ -36,6 +39,8 @@ LoopPainter::LoopPainter(const LoopKey& key, std::shared_ptr<const Picture> back
         clockCell_ = std::max(clockCell_, clockGlyphs_[index].width);
     }
 }
+
+LoopPainter::~LoopPainter() = default;
 
 Picture LoopPainter::paintBackdrop(int scene, int width, int height, const Window& window) {
     Picture picture;
@@ -47,15 +52,9 @@ Picture LoopPainter::paintBackdrop(int scene, int width, int height, const Windo
 }
 
 void LoopPainter::paint(int index, Picture& picture, const View& view) {
-    const int frame = static_cast<int>((static_cast<unsigned>(index) + key_.source.phase % loopLength) % loopLength);
-    if (const Window window = windowOf(view); !(window == window_)) {
-        background_ =
-            std::make_shared<const Picture>(paintBackdrop(key_.source.scene, key_.width(), key_.height(), window));
-        window_ = window;
-    }
-    picture = *background_;
-    Canvas sceneCanvas(picture, window_);
-    scene_.paintFrame(sceneCanvas, static_cast<float>(frame) / static_cast<float>(loopLength));
+    const auto length = static_cast<unsigned>(key_.length());
+    const int frame = static_cast<int>((static_cast<unsigned>(index) + key_.source.phase % length) % length);
+    paintScene(frame, picture, windowOf(view));
     defocus(picture, view.focus);
     expose(picture, view.iris);
     Canvas canvas(picture);
@@ -63,6 +62,21 @@ void LoopPainter::paint(int index, Picture& picture, const View& view) {
     paintText(canvas, margin, margin, title_);
     paintClock(canvas, frame);
     paintBar(canvas, frame);
+}
+
+void LoopPainter::paintScene(int frame, Picture& picture, const Window& window) {
+    if (measuring_ != nullptr) {
+        measuring_->paint(frame, window, picture);
+        return;
+    }
+    if (!(window == window_)) {
+        background_ =
+            std::make_shared<const Picture>(paintBackdrop(key_.source.scene, key_.width(), key_.height(), window));
+        window_ = window;
+    }
+    picture = *background_;
+    Canvas canvas(picture, window_);
+    scene_.paintFrame(canvas, static_cast<float>(frame) / static_cast<float>(loopLength));
 }
 
 void LoopPainter::paintClock(Canvas& canvas, int frame) const {
@@ -87,7 +101,7 @@ void LoopPainter::paintClock(Canvas& canvas, int frame) const {
 
 /// A thin bar along the lower edge that fills over the loop: a frame that is missing or shown twice is seen at once.
 void LoopPainter::paintBar(Canvas& canvas, int frame) const {
-    const float part = static_cast<float>(frame + 1) / static_cast<float>(loopLength);
+    const float part = static_cast<float>(frame + 1) / static_cast<float>(key_.length());
     canvas.rect(0, Canvas::sceneHeight - 0.08F, Canvas::sceneWidth, 0.08F, black, 0.55F);
     canvas.rect(0, Canvas::sceneHeight - 0.08F, Canvas::sceneWidth * part, 0.08F, rgb(0, 153, 255));
 }

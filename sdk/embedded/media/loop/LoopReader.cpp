@@ -48,7 +48,8 @@ std::shared_ptr<const Gop> LoopReader::await(ReaderHost& host, const Loop& loop,
 
 StreamError LoopReader::run(ReaderHost& host) {
     host.stage(OpenStage::Information);
-    const std::shared_ptr<Loop> loop = library_.acquire(key_);
+    key_.exhibit = state().exhibit;
+    loop_ = library_.acquire(key_);
     LoopVoice voice(key_.source.scene, line_);
     // Cameras that start together are spread over one frame's time, so that they do not all work at once. The first
     // picture is awaited by somebody and comes without that.
@@ -56,7 +57,7 @@ StreamError LoopReader::run(ReaderHost& host) {
     End end = End::Lost;
     while (end == End::Lost && waitUntilReachable(host)) {
         host.stage(OpenStage::Loading);
-        end = serve(host, *loop, voice);
+        end = serve(host, voice);
     }
     return end == End::Failed ? StreamError::Internal : StreamError::None;
 }
@@ -74,14 +75,21 @@ bool LoopReader::waitUntilReachable(ReaderHost& host) const {
     return false;
 }
 
-LoopReader::End LoopReader::serve(ReaderHost& host, const Loop& loop, LoopVoice& voice) {
+LoopReader::End LoopReader::serve(ReaderHost& host, LoopVoice& voice) {
     bool opened = false;
     due_ = Clock::now();
     camera_.reset();
-    for (std::size_t number = 0;; number = (number + 1) % Loop::gopCount) {
-        const std::shared_ptr<const Gop> gop = await(host, loop, number);
+    for (std::size_t number = 0;; number = (number + 1) % key_.gopCount()) {
+        // Another exhibit has a recording of its own, which can be begun at a key frame.
+        if (const int exhibit = state().exhibit; exhibit != key_.exhibit) {
+            key_.exhibit = exhibit;
+            loop_ = library_.acquire(key_);
+            camera_.reset();
+            number = 0;
+        }
+        const std::shared_ptr<const Gop> gop = await(host, *loop_, number);
         if (gop == nullptr) {
-            return loop.failed() ? End::Failed : End::Host;
+            return loop_->failed() ? End::Failed : End::Host;
         }
         if (!std::exchange(opened, true)) {
             host.opened({key_.width(), key_.height(), loopFrameRate, "LOOP", true, true});
@@ -110,7 +118,7 @@ LoopReader::End LoopReader::serveGroup(ReaderHost& host, const Gop& gop, int fir
         if (!show(host, {gop.bytes.data() + offset, gop.sizes[index], index == 0, time_}, frame, current.view)) {
             return End::Failed;
         }
-        speak(host, voice, frame);
+        speak(host, voice, frame % loopLength);
         offset += gop.sizes[index];
         due_ += framePeriod + std::exchange(spread_, microseconds(0));
         time_ += framePeriod;

@@ -26,7 +26,7 @@ private:
     enum class End { Host, Failed, Lost };
 
     std::shared_ptr<const Gop> await(ReaderHost& host, const Loop& loop, std::size_t number) const;
-    End serve(ReaderHost& host, const Loop& loop, LoopVoice& voice);
+    End serve(ReaderHost& host, LoopVoice& voice);
     End serveGroup(ReaderHost& host, const Gop& gop, int firstFrame, LoopVoice& voice);
     /// Hands out the frame of a number, recorded or painted; false when the encoder failed.
     bool show(ReaderHost& host, const CodedFrame& recorded, int frame, const View& view);
@@ -35,9 +35,10 @@ private:
     LoopControl::State state() const { return control_ == nullptr ? LoopControl::State() : control_->now(); }
 
     LoopLibrary& library_;
-    const LoopKey key_;
+    LoopKey key_; ///< its exhibit changes
     const std::shared_ptr<const TalkLine> line_;
     const std::shared_ptr<const LoopControl> control_;
+    std::shared_ptr<Loop> loop_;         ///< of `key_`
     std::unique_ptr<LoopCamera> camera_; ///< while the camera looks elsewhere
     Clock::time_point due_;              ///< when the next frame is
     std::chrono::microseconds time_{0};  ///< presentation time of the next frame

@@ -34,6 +34,7 @@ public:
     struct State {
         bool reachable = true; ///< false while the camera restarts: its streams are lost
         View view;
+        int exhibit = 0; ///< what a measuring camera is shown: 0 what it measures, 1 what it is set up with
     };
     virtual State now() const = 0;
 };

@@ -16,7 +16,7 @@ namespace {
 
 std::vector<std::shared_ptr<const Gop>> allOf(const Loop& loop) {
     std::vector<std::shared_ptr<const Gop>> gops;
-    for (std::size_t number = 0; number < Loop::gopCount; ++number) {
+    for (std::size_t number = 0; number < loop.key().gopCount(); ++number) {
         gops.push_back(loop.gop(number, 60s));
     }
     return gops;

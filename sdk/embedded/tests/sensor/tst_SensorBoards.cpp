@@ -29,6 +29,7 @@ private slots:
     void plantReachesEachLevelInTurn_data();
     void plantReachesEachLevelInTurn();
     void positionsStayBetweenReferencePoints();
+    void inputFollowsAnOutput();
     void pictures();
 };
 
@@ -227,6 +228,27 @@ void tst_SensorBoards::positionsStayBetweenReferencePoints() {
     // What cannot be read counts as no point.
     record["info"]["locations"] = {{{"x", "nan"}, {"y", "0"}}, {{"x", 1}}, 5};
     QVERIFY(locationsOf(record).empty());
+}
+
+void tst_SensorBoards::inputFollowsAnOutput() {
+    const Json record = {{"pid", 7},
+                         {"type", "IO"},
+                         {"params", {{"mode", "plant"}}},
+                         {"input",
+                          {{{"pid", 8}, {"unit", ""}, {"params", {{"follows", 2}}}},
+                           {{"pid", 9}, {"unit", ""}, {"params", {{"follows", 3}}}}}},
+                         {"output", {{{"pid", 10}}, {{"pid", 11}}}}};
+    std::optional<double> written;
+    PlantDriver driver(
+        boardOf(record), [] { return std::chrono::system_clock::from_time_t(1'700'000'000); },
+        [&](int pid) { return pid == 11 ? written : std::optional(5.0); });
+    const auto values = [&driver] {
+        std::vector<RawValue> raw(2);
+        return driver.read(raw).empty() ? std::pair(*raw[0].value, *raw[1].value) : std::pair(-1.0, -1.0);
+    };
+    QCOMPARE(values(), std::pair(0.0, 0.0)); // never written; and no such output
+    written = 1;
+    QCOMPARE(values(), std::pair(1.0, 0.0));
 }
 
 void tst_SensorBoards::pictures() {

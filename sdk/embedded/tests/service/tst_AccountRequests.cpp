@@ -104,7 +104,7 @@ void tst_AccountRequests::groupsAgreeWithDevices() {
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
     const Json list = sdk.document("ipnclist");
-    QCOMPARE(list.at("group").size(), std::size_t{8});
+    QCOMPARE(list.at("group").size(), std::size_t{9});
     std::size_t placed = 0;
     for (const Json& group : list.at("group")) {
         for (const Json& id : group.at("ipnclist")) {
@@ -129,7 +129,7 @@ void tst_AccountRequests::groupLife() {
     QCOMPARE(codeOf(sdk.askAccount("setipncparam", {{"ipncid", "CAM0003"}, {"groupid", groupId(sdk, 0)}})), 0);
     QCOMPARE(codeOf(sdk.askAccount("delgroup", {{"groupid", id}})), 0);
     QCOMPARE(codeOf(sdk.askAccount("delgroup", {{"groupid", id}})), 8);
-    QCOMPARE(sdk.document("ipnclist").at("group").size(), std::size_t{8});
+    QCOMPARE(sdk.document("ipnclist").at("group").size(), std::size_t{9});
 }
 
 void tst_AccountRequests::orders_data() {
@@ -297,7 +297,7 @@ void tst_AccountRequests::friendsAndShares() {
     QCOMPARE(friends.at(2).at("remarkname"), Json("河道所老周"));
     const Json shares = sdk.askAccount("getalldevicesharelist").at("resp");
     QVERIFY(shares.at("friendlist") == friends);
-    QCOMPARE(shares.at("ipnclist").size(), std::size_t{70});
+    QCOMPARE(shares.at("ipnclist").size(), std::size_t{72});
     QCOMPARE(shares.at("devicesharelist").size(), std::size_t{6});
     std::size_t listed = 0;
     for (const Json& row : shares.at("friendshare"))

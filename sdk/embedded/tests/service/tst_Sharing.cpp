@@ -210,7 +210,7 @@ void tst_Sharing::endOfFriendshipEndsShares() {
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
     QCOMPARE(codeOf(sdk.askAccount("delfriend", {{"friendphone", "13900139000"}})), 0);
-    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{66});
+    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{68});
     const Json lists = sdk.askAccount("getalldevicesharelist").at("resp");
     QCOMPARE(lists.at("devicesharelist").size(), std::size_t{5});
     QVERIFY(sdk.signIn("13900139000"));

@@ -120,7 +120,7 @@ void tst_SignIn::signInAndOut() {
     QVERIFY(sdk.signIn());
     QVERIFY(!sdk.client.waitForType("freshlist").is_null());
     QCOMPARE(sdk.document("phoneid").at("phoneid"), Json(world::firstPhone));
-    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{70});
+    QCOMPARE(sdk.document("ipnclist").at("ipnclist").size(), std::size_t{72});
     QCOMPARE(sdk.command({{"type", "logout"}}).at("retcode"), Json(0));
     QVERIFY(!sdk.client.waitForType("logout").is_null());
     QVERIFY(sdk.document("ipnclist").at("ipnclist").empty());

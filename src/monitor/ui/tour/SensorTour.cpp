@@ -6,6 +6,7 @@
 #include "monitor/ui/SensorControl.h"
 #include "monitor/ui/tour/TourScript.h"
 #include "sensor/InputRecords.h"
+#include "sensor/SensorTypes.h"
 #include "sensor/ui/ChartPage.h"
 #include "sensor/ui/SensorPage.h"
 
@@ -15,6 +16,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <utility>
 
 namespace sensor = corvanta::sensor;
@@ -75,6 +77,37 @@ void SensorTour::ports(const QString& pictures) {
     inside(pictures + QStringLiteral("sensor-outputs"), [openBoard] { openBoard(2, true); });
     inside(pictures + QStringLiteral("sensor-write"), clickHere("outputUse"));
     close(QStringLiteral("the outputs"));
+}
+
+void SensorTour::openMeasuring(const QString& boardType) {
+    const DeviceModel& devices = window_.devices();
+    for (const QString& ipncId : devices.ipncIds()) {
+        const auto boards = sensor::boardsOf(*devices.device(ipncId));
+        const auto it = std::find_if(boards.begin(), boards.end(), [&boardType](const QVariantMap& board) {
+            return board.value(QStringLiteral("type")).toString() == boardType;
+        });
+        if (it == boards.end())
+            continue;
+        window_.sensors().openSettings(ipncId, it->value(QStringLiteral("pid")).toInt());
+        if (QDialog* const dialog = tour::openDialog())
+            tour::click(dialog, "boardMeasure");
+        return;
+    }
+}
+
+void SensorTour::measuring(const QString& pictures) {
+    const auto clickIn = [](const char* button) {
+        return [button] {
+            if (QDialog* const dialog = tour::openDialog())
+                tour::click(dialog, button);
+        };
+    };
+    shown(pictures + QStringLiteral("measure-code"), [this] { openMeasuring(QStringLiteral("QR")); });
+    shown(pictures + QStringLiteral("measure-photo"), clickIn("photoCapture"));
+    close(QStringLiteral("the code's setup"));
+    shown(pictures + QStringLiteral("measure-laser"), [this] { openMeasuring(QStringLiteral("LASER")); });
+    shown(pictures + QStringLiteral("measure-spot"), clickIn("spotFind"));
+    close(QStringLiteral("the laser's setup"));
 }
 
 void SensorTour::close(const QString& what) {
@@ -138,6 +171,7 @@ void SensorTour::dialogs(const QString& pictures) {
     });
     close(QStringLiteral("the sensors"));
     ports(pictures);
+    measuring(pictures);
     shown(pictures + QStringLiteral("thresholds"), [this] {
         const auto inputs = sensor::inputsOf(window_.devices());
         if (!inputs.isEmpty())

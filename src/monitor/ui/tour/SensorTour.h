@@ -26,6 +26,10 @@ private:
     void inside(const QString& name, std::function<void()> act);
     /// The dialogs of single inputs and outputs.
     void ports(const QString& pictures);
+    /// The dialogs in which cameras that measure are set up, with a picture that one of them has taken.
+    void measuring(const QString& pictures);
+    /// That for boards of a type; nothing where there is none.
+    void openMeasuring(const QString& boardType);
     void close(const QString& what);
 
     MonitorMainUI& window_;
