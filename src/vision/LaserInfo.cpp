@@ -207,7 +207,7 @@ QVariantMap LaserInfo::toMap() const {
 }
 
 std::optional<QString> LaserInfo::measureProblem() const {
-    if (const auto problem = spotProblem(spot))
+    if (auto problem = spotProblem(spot))
         return problem;
     if (!reference.isEmpty() && referencePath(QString()).isEmpty())
         return tr("参考图文件名无效");
@@ -222,7 +222,7 @@ std::optional<QString> LaserInfo::measureProblem() const {
 }
 
 std::optional<QString> LaserInfo::validate() const {
-    if (const auto problem = measureProblem())
+    if (auto problem = measureProblem())
         return problem;
     return initial ? std::nullopt : std::optional(tr("请先确定光斑初始位置!"));
 }
