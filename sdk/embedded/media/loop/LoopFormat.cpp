@@ -19,7 +19,8 @@ int LoopKey::length() const {
 std::string LoopKey::text() const {
     const std::string shown = exhibit == 0 ? std::string() : '.' + std::to_string(exhibit);
     // The title comes last, so that whatever it holds cannot look like another field.
-    return std::to_string(source.scene) + shown + '/' + std::to_string(source.phase % loopLength) + '/' +
+    return std::to_string(source.scene) + shown + '/' +
+           std::to_string(source.phase % static_cast<unsigned>(length())) + '/' +
            std::to_string(static_cast<int>(quality)) + '/' + source.title;
 }
 

@@ -66,7 +66,7 @@ void tst_AccountRequests::deviceRecordsHaveAllKeys() {
         online += record.at("online").get<bool>() ? 1 : 0;
         shared += record.at("authority").at("admin").get<bool>() ? 0 : 1;
     }
-    QCOMPARE(online, 64);
+    QCOMPARE(online, 66);
     QCOMPARE(shared, 4);
 }
 

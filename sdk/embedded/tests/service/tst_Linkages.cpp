@@ -162,7 +162,7 @@ void tst_Linkages::deletedDeviceTakesItsPlans() {
     QCOMPARE(codeOf(sdk.askAccount("delipnc", {{"ipncid", pumps}})), 0);
     QCOMPARE(codeOf(sdk.askAccount("addipnc", {{"ipncid", pumps}, {"word", "word-cam0052"}})), 0);
     QVERIFY(plansIn(sdk, pumps).empty());
-    QCOMPARE(sdk.sqlite("select count(*) from linkplans"), std::string("2"));
+    QCOMPARE(sdk.sqlite("select count(*) from linkplans"), std::string("5"));
 }
 
 void tst_Linkages::rulesAreKeptAsTheyCame() {

@@ -48,7 +48,7 @@ void tst_Store::firstStartMakesTheWorld() {
     QCOMPARE(sdk.sqlite("select count(*) from placements where accountid = 1"), std::string("72"));
     QCOMPARE(sdk.sqlite("select count(*) from placements p join devices d on d.ipncid = p.ipncid"
                         " where p.accountid = 1 and d.online = 1"),
-             std::string("64"));
+             std::string("66"));
     QCOMPARE(sdk.sqlite("select distinct substr(passwordhash, 1, 10) from accounts"), std::string("$argon2id$"));
     QCOMPARE(sdk.sqlite("select count(*) from accounts where passwordhash like '%corvanta%'"), std::string("0"));
 }
