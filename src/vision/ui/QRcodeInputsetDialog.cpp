@@ -123,7 +123,7 @@ void QRcodeInputsetDialog::measurePicture(const QImage& picture) {
     scanner_->start();
 }
 
-void QRcodeInputsetDialog::Ongetpoint(QStringList resultList) {
+void QRcodeInputsetDialog::Ongetpoint(const QStringList& resultList) {
     position_->setCurrent(resultList);
     if (purpose_ != Purpose::Initial)
         return;

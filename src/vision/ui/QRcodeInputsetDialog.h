@@ -21,7 +21,7 @@ public:
 
 public slots:
     /// The position that a captured picture shows: x, y and z as texts.
-    void Ongetpoint(QStringList resultList);
+    void Ongetpoint(const QStringList& resultList);
 
 private:
     /// What a captured picture is measured for.
