@@ -247,7 +247,7 @@ void AppManager::TriggerAlarm(const QVariantMap& AlarmMap) {
     alarmHandler_->handle(AlarmMap);
 }
 
-void AppManager::OngetVideoQRcodepoint(QStringList resultList) {
+void AppManager::OngetVideoQRcodepoint(const QStringList& resultList) {
     measurer_->report(resultList);
 }
 

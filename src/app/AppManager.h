@@ -86,7 +86,7 @@ public slots:
     /// Everything that follows an alarm.
     void TriggerAlarm(const QVariantMap& AlarmMap);
     /// Reports the position (x, y and z as texts) that the video of an alarm showed, to the device that is told of.
-    void OngetVideoQRcodepoint(QStringList resultList);
+    void OngetVideoQRcodepoint(const QStringList& resultList);
     void onUpdateList();
     void onFreshlocal();
     void onWait(bool isWait, QRect WindowsRect, int waitTime);

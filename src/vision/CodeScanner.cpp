@@ -3,6 +3,7 @@
 #include <opencv2/imgproc.hpp>
 #include <zbar.h>
 
+#include <cmath>
 #include <utility>
 
 namespace corvanta::vision {
@@ -84,8 +85,9 @@ std::optional<CodeScanner::Corners> CodeScanner::find(const cv::Mat& grey) {
 }
 
 std::optional<CodeScanner::Corners> CodeScanner::scanFixed(double otsu) {
-    for (double level = otsu / 2; level < White; level += LevelStep) {
-        cv::threshold(blurred_, binary_, level, White, cv::THRESH_BINARY);
+    const int steps = static_cast<int>(std::ceil((White - otsu / 2) / LevelStep)); // while the level is below white
+    for (int step = 0; step < steps; ++step) {
+        cv::threshold(blurred_, binary_, otsu / 2 + step * LevelStep, White, cv::THRESH_BINARY);
         if (const auto corners = scan())
             return corners;
     }
