@@ -2,16 +2,14 @@
 
 #include "base/DeviceModel.h"
 #include "vision/LaserFile.h"
+#include "vision/LaserSensor.h"
 #include "vision/QrFile.h"
 #include "vision/QrSensor.h"
 
 namespace corvanta::vision {
 
 QVariantMap measureInfoOf(const DeviceRecord& device, MeasureKind kind) {
-    if (kind == MeasureKind::Code)
-        return qrInfoOf(device);
-    const QVariantMap info = device.record.value(QStringLiteral("info")).toMap();
-    return info.value(QStringLiteral("Laserinfo")).toMap().value(QStringLiteral("info")).toMap();
+    return kind == MeasureKind::Code ? qrInfoOf(device) : laserInfoOf(device);
 }
 
 std::optional<FileMeasurement> measurementOf(const DeviceRecord& device, MeasureKind kind, const QString& root) {
@@ -23,8 +21,11 @@ std::optional<FileMeasurement> measurementOf(const DeviceRecord& device, Measure
 
 QVariantList uploadOf(const DeviceRecord& device, MeasureKind kind, const QStringList& result) {
     const QVariantMap info = measureInfoOf(device, kind);
-    if (kind == MeasureKind::LaserSpot)
-        return laserUpload(LaserInfo::fromMap(info), result);
+    if (kind == MeasureKind::LaserSpot) {
+        LaserInfo laser = LaserInfo::fromMap(info);
+        laser.inputs = laserInputsOf(device);
+        return laserUpload(laser, result);
+    }
     return uploadOf(qrInputsOf(device), info.value(QStringLiteral("inintDataList")).toMap(), result);
 }
 
