@@ -176,7 +176,7 @@ void tst_AccountRequests::groupOrder() {
     // The list of devices follows the order of the groups.
     QCOMPARE(sdk.document("ipnclist").at("ipnclist").at(0).at("ipncid"), Json("FRD0001"));
     QCOMPARE(codeOf(sdk.askAccount("movegroupindex", {{"groupid", given}, {"index", 99}})), 0);
-    QCOMPARE(groupId(sdk, 7), given);
+    QCOMPARE(groupId(sdk, 8), given);
 }
 
 void tst_AccountRequests::moveIntoAnotherGroup() {

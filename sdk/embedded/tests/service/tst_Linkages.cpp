@@ -50,7 +50,7 @@ void tst_Linkages::firstWorldHasPlans() {
             QCOMPARE(codeOf(sdk.askAccount("submitlinkplan", {{"linkplan", each}})), 0);
         }
     }
-    QCOMPARE(plans, std::size_t{3});
+    QCOMPARE(plans, std::size_t{6});
     for (const Json& rule : sdk.askAccount("getreportrules").at("resp").at("reportrules"))
         QCOMPARE(codeOf(sdk.askAccount("submitreportrules", {{"reportrules", rule}})), 0);
     const Json names = sdk.askAccount("getsysnames").at("resp");
