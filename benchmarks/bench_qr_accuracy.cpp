@@ -20,13 +20,20 @@ namespace {
 
 constexpr int Pictures = 60; // a row
 
+scene::Flaws usualFlaws() {
+    scene::Flaws flaws;
+    flaws.blur = 0.7;
+    flaws.noise = 2;
+    return flaws;
+}
+
 struct Case {
     const char* what;
     std::string value;
     double width = 100;    // mm
     double distance = 600; // mm
     double tilt = 0;       // degrees
-    scene::Flaws flaws{.blur = 0.7, .noise = 2};
+    scene::Flaws flaws = usualFlaws();
 };
 
 scene::Lens lens() {

@@ -128,7 +128,10 @@ bool makeVideo(const QString& file, const scene::Lens& lens) {
         const double phase = 2 * CV_PI * i / VideoFrames;
         const auto place = scene::Pose::turned(
             {10, 15, 5}, {60 * std::cos(phase), 30 * std::sin(phase), 600 + 40 * std::sin(2 * phase)});
-        scene::Flaws flaws{.blur = 0.8, .noise = 3, .seed = static_cast<std::uint64_t>(i + 1)};
+        scene::Flaws flaws;
+        flaws.blur = 0.8;
+        flaws.noise = 3;
+        flaws.seed = static_cast<std::uint64_t>(i + 1);
         const cv::Mat picture = photographer.photograph(code, place, flaws);
         ffmpeg.write(reinterpret_cast<const char*>(picture.data), static_cast<qint64>(picture.total()));
         ffmpeg.waitForBytesWritten(-1);

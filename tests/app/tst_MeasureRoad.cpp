@@ -1,6 +1,7 @@
 #include "app/AppManager.h"
 #include "base/JsonText.h"
 #include "base/RequestBuilder.h"
+#include "playback/MediaFile.h"
 #include "scene/CodeScene.h"
 #include "support/RecordingUi.h"
 #include "vision/MatrixText.h"
@@ -54,6 +55,8 @@ private:
     std::unique_ptr<QTemporaryDir> dir_;
     std::unique_ptr<AppManager> manager_;
     QHash<int, double> values_; ///< the newest of each input
+    bool isWritten_ = false;    ///< the output that raises the alarm
+    QVariantList kept_;         ///< samples of the first axis
     const cv::Vec3d initial_ = {-10, 5, -600};
 };
 
@@ -115,15 +118,14 @@ void tst_MeasureRoad::setUp() {
 
 void tst_MeasureRoad::raiseAlarm() {
     const QVariantMap write{{QStringLiteral("pid"), Trigger}, {QStringLiteral("value"), 1}};
-    bool isWritten = false;
     manager_->context().gateway.request(
         requests::deviceRequest(QStringLiteral("写入控制输出"),
                                 {{QStringLiteral("ipncid"), Camera}, {QStringLiteral("sensorwrite"), write}}),
-        this, [&isWritten](const QVariantMap& reply) {
-            isWritten = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("state")).toString() ==
-                        QLatin1String("ok");
+        this, [this](const QVariantMap& reply) {
+            isWritten_ = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("state")).toString() ==
+                         QLatin1String("ok");
         });
-    QTRY_VERIFY_WITH_TIMEOUT(isWritten, 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(isWritten_, 60000);
 }
 
 QStringList tst_MeasureRoad::videos() const {
@@ -148,35 +150,38 @@ void tst_MeasureRoad::theMovementArrives() {
                            [this](int pid) { return values_.contains(pid); });
     };
     QTRY_VERIFY_WITH_TIMEOUT(isMeasured(), std::chrono::milliseconds(Patience).count());
-    QVERIFY(!videos().isEmpty());
+    QCOMPARE(videos().size(), 1);
+    corvanta::playback::MediaFile video;
+    QCOMPARE(video.open(videos().first().toStdU16String(), {}), corvanta::playback::OpenError::None);
+    const double length = std::chrono::duration<double>(video.duration()).count();
     // The camera as seen from the code moves the other way. When the recording began is not known here, so the
-    // place is looked for on the code's whole way, of which the recording shows ten seconds.
+    // place is looked for on the code's whole way.
     const cv::Vec3d seen = -(initial_ + cv::Vec3d(values_[1201], values_[1202], values_[1203]));
     double nearest = std::numeric_limits<double>::max();
-    for (double begin = 0; begin < scene::CodeScene::codePeriod; begin += 0.25) {
+    for (double begin = 0; begin < scene::CodeScene::codePeriod; begin += 0.1) {
         cv::Vec3d mean;
         constexpr int steps = 20;
         for (int step = 0; step < steps; ++step)
-            mean += scene::CodeScene::positionAt(begin + 10.0 * step / steps) / steps;
+            mean += scene::CodeScene::positionAt(begin + length * step / steps) / steps;
         nearest = std::min(nearest, cv::norm(mean - seen));
     }
     QVERIFY2(nearest < 8, qPrintable(QStringLiteral("%1 mm beside the way").arg(nearest)));
     // It is kept as every sensor's values are, for charts.
-    QVariantList kept;
-    const auto ask = [this, &kept] {
+    const auto ask = [this] {
         manager_->context().gateway.request(
             requests::deviceRequest(QStringLiteral("获取传感器采集输入数据"),
                                     {{QStringLiteral("inputid"), QVariantList{AxisPids[0]}},
                                      {QStringLiteral("mode"), QStringLiteral("all")},
                                      {QStringLiteral("begin"), QStringLiteral("oldest")}}),
-            this, [&kept](const QVariantMap& reply) {
-                const QVariantMap inputs = reply.value(QStringLiteral("sensordataresp")).toMap();
-                kept = inputs.value(QString::number(AxisPids[0])).toMap().value(QStringLiteral("datas")).toList();
+            this, [this](const QVariantMap& reply) {
+                const QVariantMap inputs =
+                    reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("sensordataresp")).toMap();
+                kept_ = inputs.value(QString::number(AxisPids[0])).toMap().value(QStringLiteral("datas")).toList();
             });
-        return !kept.isEmpty();
+        return !kept_.isEmpty();
     };
     QTRY_VERIFY_WITH_TIMEOUT(ask(), 60000);
-    QVERIFY(std::abs(kept.last().toMap().value(QStringLiteral("value")).toDouble() - values_[AxisPids[0]]) < 1e-3);
+    QVERIFY(std::abs(kept_.last().toMap().value(QStringLiteral("value")).toDouble() - values_[AxisPids[0]]) < 1e-3);
 }
 
 QTEST_MAIN(tst_MeasureRoad)
