@@ -18,7 +18,7 @@ namespace scene = ipncsdk::scene;
 
 namespace {
 
-constexpr int Pictures = 60; // a row
+constexpr int Pictures = 40; // a row
 
 scene::Flaws usualFlaws() {
     scene::Flaws flaws;
@@ -33,6 +33,7 @@ struct Case {
     double width = 100;    // mm
     double distance = 600; // mm
     double tilt = 0;       // degrees
+    double turn = 0;       // degrees about the line of sight, at most, either way
     scene::Flaws flaws = usualFlaws();
 };
 
@@ -49,11 +50,11 @@ double percentile(std::vector<double> values, double share) {
     return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
 }
 
-/// Where the code of a picture is: up to a sixth of the view beside the middle, turned at random.
+/// Where the code of a picture is: up to a sixth of its distance beside the middle.
 scene::Pose poseOf(const Case& what, std::mt19937& random, double forward) {
     std::uniform_real_distribution<double> any(-1, 1);
     const double aside = what.distance / 6;
-    return scene::Pose::turned({what.tilt * (any(random) < 0 ? -1 : 1), 0, 180 * any(random)},
+    return scene::Pose::turned({what.tilt, 0, 4 + what.turn * any(random)},
                                {aside * any(random), aside / 2 * any(random), what.distance + forward * any(random)});
 }
 
@@ -113,6 +114,8 @@ std::vector<Case> cases() {
         });
     for (const double degrees : {15.0, 30.0, 45.0, 60.0})
         add("tilt", text(degrees, "°"), [=](Case& one) { one.tilt = degrees; });
+    for (const double degrees : {5.0, 45.0, 180.0})
+        add("turned meanwhile by", text(degrees, "°"), [=](Case& one) { one.turn = degrees; });
     for (const double sigma : {0.0, 1.5, 2.5, 3.5})
         add("blur", text(sigma, "px"), [=](Case& one) { one.flaws.blur = sigma; });
     for (const double pixels : {4.0, 8.0})

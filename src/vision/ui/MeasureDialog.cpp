@@ -143,8 +143,11 @@ void MeasureDialog::addInputs() {
     inputs_ = new InputsTable(inputsOf(context_, ipncId_, kind_, kept_), this);
     inputs_->setObjectName(QStringLiteral("inputsPage"));
     addPage(inputs_, tr("采集输入"));
-    // As large as the window that it lies over lets it be.
-    const QSize room = parentWidget() == nullptr ? Usual : parentWidget()->window()->size();
+    // As large as the main window lets it be, whatever dialog it was opened from.
+    const QWidget* window = parentWidget();
+    while (window != nullptr && window->window()->parentWidget() != nullptr)
+        window = window->window()->parentWidget();
+    const QSize room = window == nullptr ? Usual : window->window()->size();
     resize(Usual.boundedTo(room).expandedTo(minimumSizeHint()));
 }
 
