@@ -1,6 +1,6 @@
 // Prints how far measured movements of a printed code are from the true ones, as a table for docs/vision.md. Pictures
-// are those of a camera of 1280 x 720 with distortion, which is known exactly; every picture has another place and
-// another turn of the code about the line of sight.
+// are those of a camera of 1280 x 720 with distortion, which is known exactly; in every picture the code is
+// elsewhere.
 
 #include "scene/Photographer.h"
 #include "vision/MatrixText.h"
