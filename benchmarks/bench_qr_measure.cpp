@@ -25,6 +25,7 @@ namespace scene = ipncsdk::scene;
 namespace {
 
 constexpr int Pictures = 40;
+constexpr double CodeWidth = 180; // mm
 constexpr int VideoFrames = 250;
 constexpr double VideoRate = 25;
 
@@ -42,13 +43,13 @@ void print(const std::string& name, double figure, const char* unit, const char*
 vision::QrPose poseFor(const scene::Lens& lens) {
     const cv::Mat distortion(1, 5, CV_64F, const_cast<double*>(lens.distortion.data()));
     return *vision::QrPose::make(
-        {vision::matrixText(cv::Mat(lens.matrix())), vision::matrixText(distortion), QStringLiteral("100")});
+        {vision::matrixText(cv::Mat(lens.matrix())), vision::matrixText(distortion), QString::number(CodeWidth)});
 }
 
 /// Pictures as alarms bring them: near and far, turned and tilted, blurred and dim.
 std::vector<cv::Mat> photographs(const scene::Lens& lens) {
     const scene::Photographer photographer(lens);
-    const scene::Print code = scene::codePrint("CORVANTA-1", 100);
+    const scene::Print code = scene::codePrint("CORVANTA-1", CodeWidth);
     std::mt19937 random(7);
     std::uniform_real_distribution<double> any(-1, 1);
     std::vector<cv::Mat> pictures;
@@ -105,7 +106,7 @@ void measurePictures(const cv::Size& size) {
     const double opencv = millisecondsOf([&] {
         std::vector<cv::Point2f> corners;
         for (const cv::Mat& picture : pictures)
-            detected += detector.detectAndDecode(picture, corners) == "CORVANTA-1" ? 1 : 0;
+            detected += detector.detect(picture, corners) ? 1 : 0; // Debian builds it without the reading of codes
     });
     print("qr_measure_memory_" + name, inMemory / Pictures, "ms", "opencv", opencv / Pictures);
     print("qr_found_memory_" + name, 100.0 * found / Pictures, "%", "opencv", 100.0 * detected / Pictures);
@@ -114,7 +115,7 @@ void measurePictures(const cv::Size& size) {
 /// A video of a code that moves, as a camera's.
 bool makeVideo(const QString& file, const scene::Lens& lens) {
     const scene::Photographer photographer(lens);
-    const scene::Print code = scene::codePrint("CORVANTA-1", 100);
+    const scene::Print code = scene::codePrint("CORVANTA-1", CodeWidth);
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     ffmpeg.start(QStringLiteral("ffmpeg"),
