@@ -115,7 +115,7 @@ void measurePictures(const cv::Size& size) {
 /// A video of a code that moves, as a camera's.
 bool makeVideo(const QString& file, const scene::Lens& lens) {
     const scene::Photographer photographer(lens);
-    const scene::Print code = scene::codePrint("CORVANTA-1", CodeWidth);
+    const scene::Print code = scene::codePrint("CORVANTA-1", 100);
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     ffmpeg.start(QStringLiteral("ffmpeg"),
