@@ -26,8 +26,8 @@ namespace {
 
 const QString Camera = QStringLiteral("CAM0067");
 constexpr int AxisPids[] = {1201, 1202, 1203};
-constexpr int Trigger = 1206;                      // the output that raises an alarm
-constexpr auto Patience = std::chrono::minutes(2); // the recording alone takes 10 s after the alarm
+constexpr int Trigger = 1206;                       // the output that raises an alarm
+constexpr auto Patience = std::chrono::seconds(20); // the recording ends 5 s after the alarm
 
 QString number(double value) {
     return QString::number(value, 'g', 10);
@@ -48,7 +48,7 @@ private:
     void signIn();
     /// What the dialog would keep of the camera: its true lens, as the light stream shows it.
     void setUp();
-    void raiseAlarm();
+    void switchTrigger(bool on);
     QStringList videos() const;
 
     RecordingUi ui_;
@@ -116,8 +116,9 @@ void tst_MeasureRoad::setUp() {
     QTRY_VERIFY_WITH_TIMEOUT(isThere(), 60000);
 }
 
-void tst_MeasureRoad::raiseAlarm() {
-    const QVariantMap write{{QStringLiteral("pid"), Trigger}, {QStringLiteral("value"), 1}};
+void tst_MeasureRoad::switchTrigger(bool on) {
+    isWritten_ = false;
+    const QVariantMap write{{QStringLiteral("pid"), Trigger}, {QStringLiteral("value"), on ? 1 : 0}};
     manager_->context().gateway.request(
         requests::deviceRequest(QStringLiteral("写入控制输出"),
                                 {{QStringLiteral("ipncid"), Camera}, {QStringLiteral("sensorwrite"), write}}),
@@ -141,16 +142,22 @@ void tst_MeasureRoad::theMovementArrives() {
     signIn();
     if (!QTest::currentTestFailed())
         setUp();
-    if (!QTest::currentTestFailed())
-        raiseAlarm();
-    if (QTest::currentTestFailed())
-        return;
     const auto isMeasured = [this] {
         return std::all_of(std::begin(AxisPids), std::end(AxisPids),
                            [this](int pid) { return values_.contains(pid); });
     };
-    QTRY_VERIFY_WITH_TIMEOUT(isMeasured(), std::chrono::milliseconds(Patience).count());
-    QCOMPARE(videos().size(), 1);
+    // What is recorded begins with the camera's first pictures; an alarm that comes before them has no video.
+    constexpr int alarms = 8;
+    bool isDone = false;
+    for (int alarm = 0; alarm < alarms && !isDone && !QTest::currentTestFailed(); ++alarm) {
+        switchTrigger(false);
+        switchTrigger(true);
+        isDone = QTest::qWaitFor(isMeasured, static_cast<int>(std::chrono::milliseconds(Patience).count()));
+    }
+    if (QTest::currentTestFailed())
+        return;
+    QVERIFY(isDone);
+    QVERIFY(!videos().isEmpty());
     corvanta::playback::MediaFile video;
     QCOMPARE(video.open(videos().first().toStdU16String(), {}), corvanta::playback::OpenError::None);
     const double length = std::chrono::duration<double>(video.duration()).count();
