@@ -25,7 +25,7 @@ corvanta_packages_test=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
-    socat python3-pymodbus python3-serial opencv-doc
+    socat python3-pymodbus python3-serial python3-serial-asyncio opencv-doc
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
 corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x

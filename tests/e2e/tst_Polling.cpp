@@ -168,7 +168,7 @@ void tst_Polling::entriesFromTheDialog() {
             result += row.name;
         return result;
     };
-    BECOMES(names().size(), 8);
+    BECOMES(names().size(), 9);
     QCOMPARE(names().mid(0, 3), QStringList({QString::fromUtf8(groups()[0].name), QString::fromUtf8(groups()[1].name),
                                              QString::fromUtf8(groups()[2].name)}));
     for (int left = 7; left >= 3; --left) {
