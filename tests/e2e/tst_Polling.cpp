@@ -171,7 +171,7 @@ void tst_Polling::entriesFromTheDialog() {
     BECOMES(names().size(), 9);
     QCOMPARE(names().mid(0, 3), QStringList({QString::fromUtf8(groups()[0].name), QString::fromUtf8(groups()[1].name),
                                              QString::fromUtf8(groups()[2].name)}));
-    for (int left = 7; left >= 3; --left) {
+    for (int left = 8; left >= 3; --left) {
         const QVector<Accessible::Seen> rows = list.children();
         Desktop::click(Program::placeInActive(dialog, rows[3].thing).center());
         COMES(list.children()[3].thing.has(Accessible::State::Focused));
