@@ -149,7 +149,7 @@ void tst_MapMarkers::aMoveIsSubmitted() {
     openMenu(canvas, map.placeOf(1));
     choose("markerMenu", "markerDrag");
     QTest::mouseMove(canvas.viewport(), {1, canvas.viewport()->height() - 1});
-    QCOMPARE(map.view->label(1)->pos().y(), 200.0);
+    QTRY_COMPARE(map.view->label(1)->pos().y(), 200.0);
     QTest::keyClick(&canvas, Qt::Key_Escape);
     QCOMPARE(map.view->label(1)->pos(), QPointF(360, 180));
     QCOMPARE(sent("submitmapsensor").size(), 1);
@@ -286,7 +286,7 @@ void tst_MapMarkers::labelsUnderTheMouse() {
     const Open map = open({marker});
     const MapLabel& label = *map.view->label(0);
     QTest::mouseMove(map.canvas().viewport(), {3, 3});
-    QVERIFY(!label.isLabelShown());
+    QTRY_VERIFY(!label.isLabelShown());
     QTest::mouseMove(map.canvas().viewport(), map.placeOf(0));
     QTRY_VERIFY(label.isLabelShown());
     QTest::mouseMove(map.canvas().viewport(), {3, 3});
