@@ -8,7 +8,7 @@ corvanta_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libqt5svg5-dev libqt5charts5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
-    libsoci-dev libboost-dev libsqlite3-dev libsodium-dev libcurl4-openssl-dev libpugixml-dev
+    libsoci-dev libboost-dev libsqlite3-dev libsodium-dev zlib1g-dev libcurl4-openssl-dev libpugixml-dev
     qtkeychain-qt5-dev
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
@@ -25,7 +25,7 @@ corvanta_packages_test=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
     gstreamer1.0-libav microsocks tinyproxy dbus python3-dbusmock gnome-keyring procps xdotool
     openbox libxcb1-dev python3 python3-xlrd mpv libopencv-videoio-dev pulseaudio pulseaudio-utils
-    socat python3-pymodbus python3-serial python3-serial-asyncio opencv-doc
+    socat python3-pymodbus python3-serial python3-serial-asyncio opencv-doc nginx openssl
 )
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
 corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x

@@ -19,6 +19,9 @@
 #include <QIcon>
 #include <QSurfaceFormat>
 
+#include <algorithm>
+#include <optional>
+
 namespace {
 
 struct Options {
@@ -26,6 +29,12 @@ struct Options {
     QString screenshots; ///< the short walk's pictures
     QString tour;        ///< the tour's pictures
 };
+
+QCommandLineOption versionFileOption() {
+    return {QStringLiteral("write-version-file"),
+            QStringLiteral("Describes the version that lies in FOLDER for update servers, ends."),
+            QStringLiteral("FOLDER")};
+}
 
 Options readOptions(const QStringList& arguments) {
     QCommandLineParser parser;
@@ -37,10 +46,30 @@ Options readOptions(const QStringList& arguments) {
     const QCommandLineOption tour(QStringLiteral("tour"),
                                   QStringLiteral("Opens every window, leaves pictures in FOLDER, ends."),
                                   QStringLiteral("FOLDER"));
-    parser.addOptions({data, screenshots, tour});
+    parser.addOptions({data, screenshots, tour, versionFileOption()});
     parser.addHelpOption();
     parser.process(arguments);
     return {parser.value(data), parser.value(screenshots), parser.value(tour)};
+}
+
+/// Writes the description of a version if that is what the program was started for, and returns the exit code. Needs
+/// no display.
+std::optional<int> writeVersionFileIfAsked(int argc, char** argv) {
+    const auto isIt = [](const char* argument) {
+        return QByteArray(argument).startsWith("--write-version-file");
+    };
+    if (std::none_of(argv + 1, argv + argc, isIt))
+        return std::nullopt;
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.addOption(versionFileOption());
+    parser.process(application);
+    const QString folder = parser.value(versionFileOption());
+    const auto problem = QFileInfo(folder).isDir() ? AppManager::writeVersionFile(QDir(folder).absolutePath())
+                                                   : std::optional(QStringLiteral("no such folder: ") + folder);
+    if (problem)
+        qCritical().noquote() << *problem;
+    return problem ? 1 : 0;
 }
 
 AppPaths pathsFor(const Options& options) {
@@ -102,6 +131,8 @@ int runWindow(const AppPaths& paths, const Options& options) {
 int main(int argc, char* argv[]) {
     if (const auto shown = corvanta::crashReport::runBoxIfAsked(argc, argv))
         return *shown;
+    if (const auto written = writeVersionFileIfAsked(argc, argv))
+        return *written;
     const corvanta::platform::KeepAwake awake;
     QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);

@@ -11,6 +11,8 @@
 #include "linkage/AlarmSound.h"
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
+#include "update/UpdateDescription.h"
+#include "update/VersionCheck.h"
 #include "vision/VideoMeasurer.h"
 #include "vision/VideoPath.h"
 
@@ -94,7 +96,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     startSdk();
     connectSignals();
     // What follows comes in this order: time zones, recording drives, QR scanner, local database, automatic
-    // sign-in, alarm sound, version check. A part that is added takes its place in it.
+    // sign-in, alarm sound, version check.
     loadTimeZones();
     prepareStorage();
     measurer_ = std::make_unique<vision::VideoMeasurer>(gateway_, devices_, paths_.root());
@@ -110,6 +112,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     alarmHandler_->setVideoHook([this](const QString& path) {
         measurer_->measure(vision::deviceOfVideo(path, storage_->searchedDrives()), path);
     });
+    versionCheck_ = std::make_unique<corvanta::update::VersionCheck>();
 }
 
 AppManager::~AppManager() {
@@ -168,9 +171,13 @@ void AppManager::prepareStorage() {
     repair_->start();
 }
 
+std::optional<QString> AppManager::writeVersionFile(const QString& folder) {
+    return corvanta::update::writeDescription(folder);
+}
+
 AppContext AppManager::context() {
-    return {gateway_, settings_,  devices_,   *this,   *accountFlags_, paths_,      ui_,
-            poll_,    *database_, *database_, *vault_, *alarms_,       inputFields_};
+    return {gateway_, settings_,  devices_,   *this,   *accountFlags_, paths_,       ui_,
+            poll_,    *database_, *database_, *vault_, *alarms_,       inputFields_, *versionCheck_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {

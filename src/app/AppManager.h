@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AccountFlags;
@@ -28,6 +29,10 @@ namespace corvanta::linkage {
 class AlarmHandler;
 class AlarmInbox;
 } // namespace corvanta::linkage
+
+namespace corvanta::update {
+class VersionCheck;
+}
 
 namespace corvanta::vision {
 class VideoMeasurer;
@@ -70,6 +75,10 @@ public:
     QVariant inputField(const QString& key, int pid) const { return inputFields_.value(key, pid); }
     const QVariantList& timeZones() const { return timeZones_; }
     bool isSignedIn() const { return signedIn_; }
+
+    /// Writes the description of the version that lies in `folder` into it, for the update server. Returns what went
+    /// wrong. A task of who publishes versions; needs no instance.
+    static std::optional<QString> writeVersionFile(const QString& folder);
 
     /// What windows and dialogs are handed.
     AppContext context();
@@ -138,6 +147,7 @@ private:
     std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
     std::unique_ptr<AlarmSound> alarmSound_;
     std::unique_ptr<corvanta::linkage::AlarmHandler> alarmHandler_;
+    std::unique_ptr<corvanta::update::VersionCheck> versionCheck_;
     std::vector<std::unique_ptr<TcpSocketManage>> connections_; ///< those that the SDK uses now
     bool signedIn_ = false;
     bool leaving_ = false;

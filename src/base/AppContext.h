@@ -17,6 +17,10 @@ namespace corvanta::linkage {
 class AlarmInbox;
 }
 
+namespace corvanta::update {
+class VersionCheck;
+}
+
 /// The handful of parts that a window or dialog is handed. All outlive every window; GUI thread.
 struct AppContext {
     SdkGateway& gateway;
@@ -29,7 +33,8 @@ struct AppContext {
     ScreenPoll& poll;
     OperationLog& operationLog; ///< where dialogs write down what their user did
     SqlHelp& database;
-    PasswordVault& vault;                  ///< protects what is remembered
-    corvanta::linkage::AlarmInbox& alarms; ///< that nobody has acknowledged
-    InputFields& inputFields;              ///< what is known of the inputs of sensors beside `devices`
+    PasswordVault& vault;                         ///< protects what is remembered
+    corvanta::linkage::AlarmInbox& alarms;        ///< that nobody has acknowledged
+    InputFields& inputFields;                     ///< what is known of the inputs of sensors beside `devices`
+    corvanta::update::VersionCheck& versionCheck; ///< the one at the start
 };

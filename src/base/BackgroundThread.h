@@ -4,7 +4,7 @@
 
 #include <thread>
 
-/// Work in a thread of its own that is done once.
+/// Work in a thread of its own, done once for each start.
 ///
 /// A class that has such work calls `join` in its destructor, before anything that the work uses goes. Standard
 /// threads do it rather than Qt's: that the end of the one comes before the end of the other is then known to all,
@@ -15,7 +15,7 @@ public:
     using QObject::QObject;
     ~BackgroundThread() override;
 
-    /// Begins the work; once.
+    /// Begins the work; again only after `join`.
     void start();
     /// Waits for the end, if it has been started. Not in the thread itself.
     void join();

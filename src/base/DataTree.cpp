@@ -12,8 +12,10 @@ bool isReserved(const QString& text) {
     if (base == QLatin1String("CON") || base == QLatin1String("PRN") || base == QLatin1String("AUX") ||
         base == QLatin1String("NUL"))
         return true;
+    if (base == QLatin1String("CONIN$") || base == QLatin1String("CONOUT$"))
+        return true;
     return base.size() == 4 && (base.startsWith(QLatin1String("COM")) || base.startsWith(QLatin1String("LPT"))) &&
-           base.at(3).isDigit();
+           base.at(3).digitValue() >= 0; // also the raised digits
 }
 
 bool isAllowed(QChar c) {
@@ -30,7 +32,8 @@ const QStringList& kindsByDay() {
 
 std::optional<QString> pathComponent(const QString& text) {
     constexpr int LongestName = 255; // bytes, on the file systems of Linux and (in units) of Windows
-    if (text.isEmpty() || text.toUtf8().size() > LongestName)
+    const QByteArray bytes = text.toUtf8();
+    if (bytes.isEmpty() || bytes.size() > LongestName || QString::fromUtf8(bytes) != text) // half a letter
         return std::nullopt;
     if (!std::all_of(text.begin(), text.end(), isAllowed))
         return std::nullopt;

@@ -22,8 +22,8 @@ inline const QString InputData = QStringLiteral("Inputdata");       ///< samples
 const QStringList& kindsByDay();
 
 /// `text` when it can be one component of a path on every system (no separators, no drive, no "..", no control
-/// characters, no trailing dot or blank, no device name of Windows, at most 255 bytes), else nothing. Every text
-/// that comes from outside passes here before it becomes part of a path.
+/// characters, no trailing dot or blank, no device name of Windows, whole letters only, at most 255 bytes), else
+/// nothing. Every text that comes from outside passes here before it becomes part of a path.
 std::optional<QString> pathComponent(const QString& text);
 
 /// The folder for a new file, ending with a slash: `drive` + "ZEL/" + device + "/" + kind + "/" + day + "/", and

@@ -70,6 +70,10 @@ inline const QString Muted = QStringLiteral("静音");
 /// Template of the addresses of a tile server for online maps ("https://host/{z}/{x}/{y}.png"); absent or empty: the
 /// map that is built in.
 inline const QString TileServer = QStringLiteral("地图瓦片服务器");
+/// Where updates come from ("http://host:port"); absent or empty: from nowhere.
+inline const QString UpdateServer = QStringLiteral("更新服务器");
+/// The version that the user does not want to be told of at the start.
+inline const QString IgnoredVersion = QStringLiteral("ignoreVersion");
 /// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
 /// full screen.
 inline const QString WindowPlace = QStringLiteral("窗口位置");

@@ -14,6 +14,7 @@ namespace {
 
 void setUp(QProcessEnvironment& environment, const QString& runtime) {
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
+    environment.insert(QStringLiteral("TMPDIR"), runtime);
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     const QString preload = QStringLiteral(CORVANTA_PRELOAD);

@@ -33,6 +33,8 @@ public:
     /// A value of the settings as they are stored now.
     QVariant stored(const QString& key) const;
     const QString& data() const { return data_; }
+    /// Where it puts files for a while.
+    const QString& temporaryFolder() const { return runtime_; }
 
     /// The program's windows and dialogs are the children of this.
     Accessible accessible() const { return reader_.program(pid()); }

@@ -40,7 +40,10 @@ void TipDialog::addReject(const QString& text, bool destructive) {
         ok->style()->polish(ok);
         cancel->setFocus();
     }
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        saidNo_ = true;
+        reject();
+    });
 }
 
 bool TipDialog::ask(const QString& title, const QString& text, bool destructive, QWidget* parent) {
@@ -63,7 +66,11 @@ void TipDialog::offer(const Question& question, QWidget* parent, Answers answers
     ok->setAccessibleName(question.accept);
     dialog->addReject(question.reject, question.destructive);
     connect(dialog, &QDialog::accepted, parent, std::move(answers.accepted));
-    if (answers.rejected)
-        connect(dialog, &QDialog::rejected, parent, std::move(answers.rejected));
+    connect(dialog, &QDialog::rejected, parent,
+            [dialog, rejected = std::move(answers.rejected), closed = std::move(answers.closed)] {
+                const auto& react = closed && !dialog->saidNo_ ? closed : rejected;
+                if (react)
+                    react();
+            });
     dialog->open();
 }

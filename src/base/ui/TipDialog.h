@@ -28,10 +28,13 @@ public:
     struct Answers {
         std::function<void()> accepted;
         std::function<void()> rejected = {}; ///< may be empty
+        std::function<void()> closed = {};   ///< closed without an answer; empty: that is a no
     };
     static void offer(const Question& question, QWidget* parent, Answers answers);
 
 private:
     void addReject(const QString& text, bool destructive);
     void addText(const QString& text);
+
+    bool saidNo_ = false; ///< by the button
 };

@@ -37,6 +37,7 @@
 #include "monitor/ui/RecordControl.h"
 #include "monitor/ui/SensorControl.h"
 #include "monitor/ui/TopBar.h"
+#include "monitor/ui/UpdateControl.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WallPtz.h"
 #include "monitor/ui/WindowKeys.h"
@@ -142,6 +143,8 @@ void MonitorMainUI::build() {
     splitter_->setStretchFactor(1, 1);
     splitter_->setSizes({220, 1000});
     column->addWidget(splitter_, 1);
+    update_ = new UpdateControl(context_, *topBar_, *this);
+    column->addWidget(update_->makeProgressView(this));
     bottomBar_ = new MessageBar(this);
     column->addWidget(bottomBar_);
     wait_ = new WaitOverlay(this);
@@ -213,6 +216,8 @@ void MonitorMainUI::connectBars() {
     connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
     connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
     connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });
+    connect(update_, &UpdateControl::sigMessage, this, &MonitorMainUI::showMessage);
+    connect(update_, &UpdateControl::sigLeave, this, &MonitorMainUI::closeWithoutAsking);
     connect(topBar_, &TopBar::sigMinimize, this, [this] { window()->showMinimized(); });
     connect(topBar_, &TopBar::sigFullScreen, this, &MonitorMainUI::toggleFullScreen);
     connect(topBar_, &TopBar::sigDoubleClick, this,

@@ -29,6 +29,7 @@ class RecordingStorage;
 class SensorControl;
 class Talker;
 class TopBar;
+class UpdateControl;
 class WaitOverlay;
 class WallControl;
 class WallPtz;
@@ -120,6 +121,7 @@ private:
     ModulePages* pages_ = nullptr;
     Fwidget* grid_ = nullptr;
     PlaybackControl* playback_ = nullptr;
+    UpdateControl* update_ = nullptr;
     MessageBar* bottomBar_ = nullptr;
     QTimer messageTimer_{this}; ///< clears the message bar
     WaitOverlay* wait_ = nullptr;

@@ -22,7 +22,8 @@ OperatorTour::OperatorTour(MonitorMainUI& window, QString folder, Extent extent,
     , manage_(window, script_)
     , linkage_(window, script_)
     , sensors_(window, script_)
-    , maps_(window, script_) {
+    , maps_(window, script_)
+    , update_(window, script_) {
     connect(&script_, &TourScript::sigEnded, &window_, [this] { window_.live().stopAll(); });
     if (extent == Extent::Short)
         planShort();
@@ -91,6 +92,7 @@ void OperatorTour::planLayouts() {
     wall_.polling();
     settings_.help();
     settings_.pages(QStringLiteral("settings-"));
+    update_.dialogs(QString());
     logs_.page(QString());
     logs_.exportRows();
     linkage_.alarms(QString());
@@ -119,6 +121,7 @@ void OperatorTour::planSmallest() {
     sensors_.dialogs(QStringLiteral("smallest-"));
     maps_.pages(QStringLiteral("smallest-"));
     maps_.dialogs(QStringLiteral("smallest-"));
+    update_.dialogs(QStringLiteral("smallest-"));
 }
 
 void OperatorTour::planWindow() {

@@ -10,6 +10,7 @@
 #include "monitor/ui/tour/SensorTour.h"
 #include "monitor/ui/tour/SettingsTour.h"
 #include "monitor/ui/tour/TourScript.h"
+#include "monitor/ui/tour/UpdateTour.h"
 #include "monitor/ui/tour/WallTour.h"
 
 #include <QObject>
@@ -51,4 +52,5 @@ private:
     LinkageTour linkage_;
     SensorTour sensors_;
     MapTour maps_;
+    UpdateTour update_;
 };

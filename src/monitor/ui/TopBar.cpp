@@ -53,8 +53,10 @@ TopBar::TopBar(QWidget* parent)
     connect(volume_, &VolumePopup::sigMuted, this, &TopBar::sigMuted);
     auto* const settings = addButton(QStringLiteral("settingsButton"), tr("软件设置"), QStringLiteral("settings"));
     connect(settings, &QToolButton::clicked, this, &TopBar::sigSettings);
-    auto* const help = addButton(QStringLiteral("helpButton"), tr("快捷键"), QStringLiteral("help"));
-    connect(help, &QToolButton::clicked, this, &TopBar::sigHelp);
+    auto* const help = addButton(QStringLiteral("helpButton"), tr("帮助"), QStringLiteral("help"));
+    helpMenu_ = makeHelpMenu();
+    connect(help, &QToolButton::clicked, this,
+            [this, help] { helpMenu_->popup(help->mapToGlobal(QPoint(0, help->height()))); });
     account_ = addButton(QStringLiteral("accountButton"), tr("登录"), QStringLiteral("user"));
     account_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(account_, &QToolButton::clicked, this, [this] {
@@ -70,6 +72,19 @@ TopBar::TopBar(QWidget* parent)
     connect(fullScreen_, &QToolButton::clicked, this, &TopBar::sigFullScreen);
     auto* const close = addButton(QStringLiteral("closeButton"), tr("退出"), QStringLiteral("close"));
     connect(close, &QToolButton::clicked, this, &TopBar::sigClose);
+}
+
+QMenu* TopBar::makeHelpMenu() {
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("helpMenu"));
+    menu->setAccessibleName(tr("帮助"));
+    QAction* const keys = menu->addAction(tr("快捷键"));
+    keys->setObjectName(QStringLiteral("helpKeys"));
+    connect(keys, &QAction::triggered, this, &TopBar::sigHelp);
+    QAction* const update = menu->addAction(tr("检测更新"));
+    update->setObjectName(QStringLiteral("helpUpdate"));
+    connect(update, &QAction::triggered, this, &TopBar::sigUpdate);
+    return menu;
 }
 
 QMenu* TopBar::makeAccountMenu() {

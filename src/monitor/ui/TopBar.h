@@ -43,6 +43,7 @@ signals:
     void sigMuted(bool muted);
     void sigSettings();
     void sigHelp();
+    void sigUpdate();
     void sigSignIn();
     void sigAccount(AccountEntry entry);
     void sigMinimize();
@@ -53,6 +54,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QMenu* makeHelpMenu();
     QMenu* makeAccountMenu();
     void showAccount();
     QToolButton* addButton(const QString& objectName, const QString& text, const QString& drawing);
@@ -65,6 +67,7 @@ private:
     QToolButton* poll_;
     QToolButton* sound_;
     VolumePopup* volume_;
+    QMenu* helpMenu_;
     QToolButton* account_;
     QMenu* accountMenu_;
     QString number_; ///< of the signed-in account, empty when nobody is signed in

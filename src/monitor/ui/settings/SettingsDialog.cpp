@@ -11,6 +11,7 @@
 #include "monitor/ui/settings/PollPage.h"
 #include "monitor/ui/settings/RecordPage.h"
 #include "monitor/ui/settings/StartPage.h"
+#include "monitor/ui/settings/UpdatePage.h"
 #include "monitor/ui/settings/VideoPage.h"
 
 #include <QGuiApplication>
@@ -71,6 +72,7 @@ void SettingsDialog::addPages() {
     addPage(new AlarmPage(this));
     addPage(new OnlineMapPage(this));
     addPage(new NetworkPage(this));
+    addPage(new UpdatePage(this));
 }
 
 void SettingsDialog::addPage(SettingsPage* page) {

@@ -4,15 +4,16 @@
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "monitor/ui/tour/TourScript.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QTimer>
 
 namespace tour = corvanta::tour;
 
 QStringList SettingsTour::names() {
-    return {QStringLiteral("generalPage"),   QStringLiteral("startPage"),  QStringLiteral("videoPage"),
-            QStringLiteral("recordPage"),    QStringLiteral("pollPage"),   QStringLiteral("alarmPage"),
-            QStringLiteral("onlineMapPage"), QStringLiteral("networkPage")};
+    return {QStringLiteral("generalPage"),   QStringLiteral("startPage"),   QStringLiteral("videoPage"),
+            QStringLiteral("recordPage"),    QStringLiteral("pollPage"),    QStringLiteral("alarmPage"),
+            QStringLiteral("onlineMapPage"), QStringLiteral("networkPage"), QStringLiteral("updatePage")};
 }
 
 void SettingsTour::pages(const QString& pictures) {
@@ -22,7 +23,7 @@ void SettingsTour::pages(const QString& pictures) {
 
 void SettingsTour::help() {
     script_.dialog(
-        QStringLiteral("help"), [this] { tour::click(&window_, "helpButton"); },
+        QStringLiteral("help"), [this] { window_.findChild<QAction*>(QStringLiteral("helpKeys"))->trigger(); },
         [] { tour::openDialog()->reject(); });
 }
 

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "base/BackgroundThread.h"
+#include "update/DownloadFolder.h"
+#include "update/UpdateServer.h"
+
+#include <QByteArray>
+
+#include <atomic>
+#include <mutex>
+
+class QNetworkReply;
+
+namespace corvanta::update {
+
+/// What became of one file.
+struct FetchResult {
+    enum class State {
+        Here,
+        Cancelled,
+        Broken,  ///< the connection or the body; another try may help
+        Refused, ///< the server says no
+        Disk,    ///< it cannot be written
+    };
+    State state = State::Cancelled;
+    QByteArray md5;  ///< of what was written, lower-case hexadecimal, when it is here
+    QString problem; ///< for the user, when it is not
+};
+
+} // namespace corvanta::update
+
+/// Fetches one file of the update after the other: it is given a name, started, and when `finished` has come it can
+/// be joined and given the next. (The name is that of the first version, which spoke another protocol.)
+class DowmLoadFileFromFtpServerThread final : public BackgroundThread {
+    Q_OBJECT
+public:
+    DowmLoadFileFromFtpServerThread(corvanta::update::UpdateServer server, corvanta::update::DownloadFolder folder,
+                                    QObject* parent = nullptr);
+    /// Cancels, and waits for the end.
+    ~DowmLoadFileFromFtpServerThread() override;
+
+    /// What the next start fetches: a path relative to the installation folder. Not while it runs.
+    void setFileName(const QString& path);
+    const QString& fileName() const { return path_; }
+    /// A server that sends nothing for so long has gone away, ms.
+    void setPatience(int milliseconds) { patience_ = milliseconds; }
+
+    /// Makes it end soon, for good: it is not started again. Any thread.
+    void cancel();
+    /// Bytes of the file, as they came over the line, and how many there will be (0: not told). Any thread.
+    qint64 received() const { return received_; }
+    qint64 total() const { return total_; }
+    /// After `join`.
+    const corvanta::update::FetchResult& result() const { return result_; }
+
+protected:
+    void run() override;
+
+private:
+    corvanta::update::FetchResult fetch();
+
+    const corvanta::update::UpdateServer server_;
+    const corvanta::update::DownloadFolder folder_;
+    QString path_;
+    int patience_ = 30000;
+    corvanta::update::FetchResult result_;
+    std::atomic<qint64> received_{0};
+    std::atomic<qint64> total_{0};
+    std::atomic<bool> cancelled_{false};
+    std::mutex mutex_;               ///< guards `reply_`
+    QNetworkReply* reply_ = nullptr; ///< while it waits for one; it lives in the thread
+};

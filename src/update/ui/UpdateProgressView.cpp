@@ -1,0 +1,77 @@
+#include "update/ui/UpdateProgressView.h"
+
+#include "base/ui/Theme.h"
+#include "update/ProgressText.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace corvanta::update {
+namespace {
+
+constexpr int Whole = 1000;   // permille
+constexpr int LowestBar = 12; // px
+
+} // namespace
+
+UpdateProgressView::UpdateProgressView(UpdateDownload& download, QWidget* parent)
+    : QWidget(parent)
+    , download_(download)
+    , what_(new QLabel(this))
+    , howFar_(new QLabel(this))
+    , bar_(new QProgressBar(this)) {
+    setObjectName(QStringLiteral("updateProgress"));
+    setAccessibleName(tr("更新进度"));
+    setAttribute(Qt::WA_StyledBackground);
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(3 * theme::Step, theme::Step, 3 * theme::Step, theme::Step);
+    grid->setHorizontalSpacing(3 * theme::Step);
+    grid->setVerticalSpacing(theme::Step);
+    what_->setObjectName(QStringLiteral("updateFile"));
+    howFar_->setObjectName(QStringLiteral("updateFigures"));
+    for (QLabel* const label : {what_, howFar_})
+        label->setTextFormat(Qt::PlainText);
+    what_->setMinimumWidth(1);
+    bar_->setObjectName(QStringLiteral("updateBar"));
+    bar_->setAccessibleName(tr("更新进度"));
+    bar_->setTextVisible(false);
+    bar_->setFixedHeight(LowestBar);
+    auto* const cancel = new QPushButton(tr("取消更新"), this);
+    cancel->setObjectName(QStringLiteral("updateCancel"));
+    cancel->setAccessibleName(cancel->text());
+    cancel->setAutoDefault(false);
+    grid->addWidget(what_, 0, 0);
+    grid->addWidget(howFar_, 0, 1, Qt::AlignRight);
+    grid->addWidget(bar_, 1, 0, 1, 2);
+    grid->addWidget(cancel, 0, 2, 2, 1, Qt::AlignVCenter);
+    grid->setColumnStretch(0, 1);
+    connect(cancel, &QPushButton::clicked, &download_, &UpdateDownload::cancel);
+    connect(&download_, &UpdateDownload::sigStateChanged, this, &UpdateProgressView::refresh);
+    connect(&download_, &UpdateDownload::sigProgress, this, &UpdateProgressView::refresh);
+    refresh();
+}
+
+void UpdateProgressView::refresh() {
+    const ProgressText text = progressText(download_.state(), download_.progress());
+    setVisible(download_.state() != UpdateDownload::State::Idle);
+    whatText_ = text.what;
+    howFar_->setText(text.howFar);
+    howFar_->setAccessibleName(text.howFar);
+    bar_->setRange(0, text.permille < 0 ? 0 : Whole);
+    bar_->setValue(text.permille);
+    elide();
+}
+
+void UpdateProgressView::elide() {
+    what_->setText(what_->fontMetrics().elidedText(whatText_, Qt::ElideMiddle, what_->width()));
+    what_->setAccessibleName(whatText_);
+}
+
+void UpdateProgressView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    elide();
+}
+
+} // namespace corvanta::update
