@@ -1,6 +1,7 @@
 #include "update/DowmLoadFileFromFtpServerThread.h"
 
 #include "base/ServerErrors.h"
+#include "base/TaskQueue.h"
 #include "update/BodyDecoder.h"
 
 #include <QCoreApplication>
@@ -158,8 +159,8 @@ void DowmLoadFileFromFtpServerThread::setFileName(const QString& path) {
 void DowmLoadFileFromFtpServerThread::cancel() {
     const std::lock_guard lock(mutex_);
     cancelled_ = true;
-    if (reply_ != nullptr)
-        QMetaObject::invokeMethod(reply_, &QNetworkReply::abort, Qt::QueuedConnection);
+    if (stopWaiting_)
+        stopWaiting_();
 }
 
 void DowmLoadFileFromFtpServerThread::run() {
@@ -168,6 +169,24 @@ void DowmLoadFileFromFtpServerThread::run() {
         result_ = {FetchResult::State::Cancelled, {}, {}};
     else if (result_.state != FetchResult::State::Here)
         qDebug().noquote() << "not fetched:" << path_ << result_.problem;
+}
+
+/// Lets the thread's events run until the answer is complete; false when it was cancelled before.
+bool DowmLoadFileFromFtpServerThread::waitFor(QNetworkReply& reply) {
+    QEventLoop loop;
+    TaskQueue queue; // into this thread
+    QObject::connect(&reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    {
+        const std::lock_guard lock(mutex_);
+        stopWaiting_ = [&loop, &queue] {
+            queue.post([&loop] { loop.quit(); });
+        };
+    }
+    if (!cancelled_ && !reply.isFinished())
+        loop.exec();
+    const std::lock_guard lock(mutex_);
+    stopWaiting_ = {};
+    return !cancelled_;
 }
 
 FetchResult DowmLoadFileFromFtpServerThread::fetch() {
@@ -188,24 +207,12 @@ FetchResult DowmLoadFileFromFtpServerThread::fetch() {
     Arrival arrival(*reply, target);
     if (!arrival.open())
         return notWritten;
-    QEventLoop loop;
-    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&arrival] { arrival.take(); });
     QObject::connect(reply.get(), &QNetworkReply::downloadProgress, reply.get(), [this](qint64 done, qint64 all) {
         received_ = done;
         total_ = std::max<qint64>(all, 0);
     });
-    {
-        const std::lock_guard lock(mutex_);
-        if (cancelled_)
-            return {};
-        reply_ = reply.get();
-    }
-    if (!reply->isFinished())
-        loop.exec();
-    {
-        const std::lock_guard lock(mutex_);
-        reply_ = nullptr;
-    }
+    if (!waitFor(*reply))
+        return {};
     return arrival.result();
 }

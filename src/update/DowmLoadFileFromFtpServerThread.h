@@ -7,6 +7,7 @@
 #include <QByteArray>
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 
 class QNetworkReply;
@@ -58,6 +59,7 @@ protected:
 
 private:
     corvanta::update::FetchResult fetch();
+    bool waitFor(QNetworkReply& reply);
 
     const corvanta::update::UpdateServer server_;
     const corvanta::update::DownloadFolder folder_;
@@ -67,6 +69,6 @@ private:
     std::atomic<qint64> received_{0};
     std::atomic<qint64> total_{0};
     std::atomic<bool> cancelled_{false};
-    std::mutex mutex_;               ///< guards `reply_`
-    QNetworkReply* reply_ = nullptr; ///< while it waits for one; it lives in the thread
+    std::mutex mutex_;                  ///< guards `stopWaiting_`
+    std::function<void()> stopWaiting_; ///< while the thread waits for the server; from any thread
 };

@@ -40,7 +40,7 @@ UpdateControl::UpdateControl(const AppContext& context, TopBar& bar, QWidget& wi
 UpdateControl::~UpdateControl() = default;
 
 QWidget* UpdateControl::makeProgressView(QWidget* parent) {
-    auto* const view = new update::UpdateProgressView(download_, parent);
+    auto* const view = new update::UpdateProgressView(download_, update::UpdateProgressView::Shape::Strip, parent);
     view->setProperty("page", QStringLiteral("dark"));
     return view;
 }

@@ -42,7 +42,7 @@ CheckUpdateVersionDialog::CheckUpdateVersionDialog(const AppContext& context, up
     add(tr("版本"), new QLabel(QString::number(update::BuiltInVersion), this), QStringLiteral("versionNumber"));
     add(tr("状态"), newest_, QStringLiteral("newestVersion"));
     body()->addLayout(form);
-    body()->addWidget(new update::UpdateProgressView(download_, this));
+    body()->addWidget(new update::UpdateProgressView(download_, update::UpdateProgressView::Shape::Block, this));
     body()->addStretch(1);
     checkButton_ = addButton(tr("检测更新"), QStringLiteral("checkUpdate"), true);
     connect(addButton(tr("关闭"), QStringLiteral("closeUpdate"), false), &QPushButton::clicked, this,

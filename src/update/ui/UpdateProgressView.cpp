@@ -16,7 +16,7 @@ constexpr int LowestBar = 12; // px
 
 } // namespace
 
-UpdateProgressView::UpdateProgressView(UpdateDownload& download, QWidget* parent)
+UpdateProgressView::UpdateProgressView(UpdateDownload& download, Shape shape, QWidget* parent)
     : QWidget(parent)
     , download_(download)
     , what_(new QLabel(this))
@@ -25,10 +25,6 @@ UpdateProgressView::UpdateProgressView(UpdateDownload& download, QWidget* parent
     setObjectName(QStringLiteral("updateProgress"));
     setAccessibleName(tr("更新进度"));
     setAttribute(Qt::WA_StyledBackground);
-    auto* const grid = new QGridLayout(this);
-    grid->setContentsMargins(3 * theme::Step, theme::Step, 3 * theme::Step, theme::Step);
-    grid->setHorizontalSpacing(3 * theme::Step);
-    grid->setVerticalSpacing(theme::Step);
     what_->setObjectName(QStringLiteral("updateFile"));
     howFar_->setObjectName(QStringLiteral("updateFigures"));
     for (QLabel* const label : {what_, howFar_})
@@ -42,15 +38,31 @@ UpdateProgressView::UpdateProgressView(UpdateDownload& download, QWidget* parent
     cancel->setObjectName(QStringLiteral("updateCancel"));
     cancel->setAccessibleName(cancel->text());
     cancel->setAutoDefault(false);
-    grid->addWidget(what_, 0, 0);
-    grid->addWidget(howFar_, 0, 1, Qt::AlignRight);
-    grid->addWidget(bar_, 1, 0, 1, 2);
-    grid->addWidget(cancel, 0, 2, 2, 1, Qt::AlignVCenter);
-    grid->setColumnStretch(0, 1);
+    arrange(shape, *cancel);
     connect(cancel, &QPushButton::clicked, &download_, &UpdateDownload::cancel);
     connect(&download_, &UpdateDownload::sigStateChanged, this, &UpdateProgressView::refresh);
     connect(&download_, &UpdateDownload::sigProgress, this, &UpdateProgressView::refresh);
     refresh();
+}
+
+void UpdateProgressView::arrange(Shape shape, QWidget& cancel) {
+    auto* const grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(3 * theme::Step);
+    grid->setVerticalSpacing(theme::Step);
+    grid->setColumnStretch(0, 1);
+    if (shape == Shape::Strip) {
+        grid->setContentsMargins(3 * theme::Step, theme::Step, 3 * theme::Step, theme::Step);
+        grid->addWidget(what_, 0, 0);
+        grid->addWidget(howFar_, 0, 1, Qt::AlignRight);
+        grid->addWidget(bar_, 1, 0, 1, 2);
+        grid->addWidget(&cancel, 0, 2, 2, 1, Qt::AlignVCenter);
+    } else {
+        grid->setContentsMargins(0, 2 * theme::Step, 0, 0);
+        grid->addWidget(what_, 0, 0, 1, 2);
+        grid->addWidget(bar_, 1, 0);
+        grid->addWidget(&cancel, 1, 1, 2, 1, Qt::AlignVCenter);
+        grid->addWidget(howFar_, 2, 0);
+    }
 }
 
 void UpdateProgressView::refresh() {

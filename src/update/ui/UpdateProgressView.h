@@ -13,13 +13,19 @@ class UpdateDownload;
 class UpdateProgressView final : public QWidget {
     Q_OBJECT
 public:
+    enum class Shape {
+        Strip, ///< two lines over the width of a window
+        Block, ///< three lines in a dialog
+    };
+
     /// `download` outlives it.
-    explicit UpdateProgressView(UpdateDownload& download, QWidget* parent = nullptr);
+    UpdateProgressView(UpdateDownload& download, Shape shape, QWidget* parent = nullptr);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void arrange(Shape shape, QWidget& cancel);
     void refresh();
     void elide();
 

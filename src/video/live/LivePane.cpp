@@ -49,6 +49,7 @@ LivePane::LivePane(const AppContext& context, const QString& ipncId, QWidget* pa
     state_->setObjectName(QStringLiteral("liveState"));
     state_->setTextFormat(Qt::PlainText);
     state_->setWordWrap(true);
+    state_->setContentsMargins(2 * theme::Step, 0, 2 * theme::Step, theme::Step);
     column->addWidget(state_);
     patience_.setSingleShot(true);
     patience_.setInterval(Patience);

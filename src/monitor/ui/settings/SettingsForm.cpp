@@ -1,5 +1,6 @@
 #include "monitor/ui/settings/SettingsForm.h"
 
+#include "base/ui/FaintHint.h"
 #include "base/ui/Theme.h"
 #include "monitor/ui/settings/FileField.h"
 #include "monitor/ui/settings/SettingsPage.h"
@@ -66,6 +67,7 @@ QLineEdit* SettingsForm::addEdit(const QString& label, const QString& objectName
     auto* const edit = new QLineEdit(&page_);
     name(*edit, label, objectName);
     edit->setMaxLength(longest);
+    corvanta::faintHint(*edit);
     QObject::connect(edit, &QLineEdit::textChanged, &page_, &SettingsPage::sigEdited);
     addRow(label, edit, true);
     return edit;
