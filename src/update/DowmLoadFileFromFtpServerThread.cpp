@@ -20,7 +20,6 @@ using corvanta::update::FetchResult;
 
 namespace {
 
-constexpr qint64 LargestFile = 2LL << 30;   // bytes; no part of an installation comes near it
 constexpr qint64 RoomLeft = 64LL << 20;     // bytes that stay free
 constexpr qint64 RoomLookEvery = 8LL << 20; // bytes
 constexpr qint64 ReadAhead = 1LL << 20;     // bytes
@@ -34,14 +33,15 @@ QString tr(const char* text) {
 /// A file as it arrives.
 class ArrivingFile final {
 public:
-    explicit ArrivingFile(const QString& path)
-        : file_(path) {}
+    ArrivingFile(const QString& path, qint64 largest)
+        : file_(path)
+        , largest_(largest) {}
 
     bool open() { return file_.open(QIODevice::WriteOnly | QIODevice::NewOnly); }
     bool write(const char* data, std::size_t count) {
         const auto length = static_cast<qint64>(count);
         size_ += length;
-        if (size_ > LargestFile)
+        if (size_ > largest_)
             return fail(tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "文件过大")));
         if (size_ >= nextLook_) {
             nextLook_ = size_ + RoomLookEvery;
@@ -69,6 +69,7 @@ private:
     }
 
     QFile file_;
+    const qint64 largest_;
     QCryptographicHash md5_{QCryptographicHash::Md5};
     qint64 size_ = 0;
     qint64 nextLook_ = 0;
@@ -78,9 +79,9 @@ private:
 /// One answer of the server on its way into a file.
 class Arrival final {
 public:
-    Arrival(QNetworkReply& reply, const QString& path)
+    Arrival(QNetworkReply& reply, const QString& path, qint64 largest)
         : reply_(reply)
-        , file_(path) {}
+        , file_(path, largest) {}
 
     bool open() { return file_.open(); }
 
@@ -199,12 +200,12 @@ FetchResult DowmLoadFileFromFtpServerThread::fetch() {
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/octet-stream"));
     request.setRawHeader("Accept-Encoding", "gzip,deflate");
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setTransferTimeout(patience_);
+    request.setTransferTimeout(limits_.silence);
 
     QNetworkAccessManager network;
     const std::unique_ptr<QNetworkReply> reply(network.get(request));
     reply->setReadBufferSize(ReadAhead);
-    Arrival arrival(*reply, target);
+    Arrival arrival(*reply, target, limits_.largestFile);
     if (!arrival.open())
         return notWritten;
     QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&arrival] { arrival.take(); });

@@ -14,6 +14,12 @@ class QNetworkReply;
 
 namespace corvanta::update {
 
+/// How far the patience with a server goes.
+struct FetchLimits {
+    int silence = 30000;            ///< ms; a server that sends nothing for so long has gone away
+    qint64 largestFile = 2LL << 30; ///< bytes; no part of an installation comes near it
+};
+
 /// What became of one file.
 struct FetchResult {
     enum class State {
@@ -43,8 +49,8 @@ public:
     /// What the next start fetches: a path relative to the installation folder. Not while it runs.
     void setFileName(const QString& path);
     const QString& fileName() const { return path_; }
-    /// A server that sends nothing for so long has gone away, ms.
-    void setPatience(int milliseconds) { patience_ = milliseconds; }
+    /// Not while it runs.
+    void setLimits(const corvanta::update::FetchLimits& limits) { limits_ = limits; }
 
     /// Makes it end soon, for good: it is not started again. Any thread.
     void cancel();
@@ -64,7 +70,7 @@ private:
     const corvanta::update::UpdateServer server_;
     const corvanta::update::DownloadFolder folder_;
     QString path_;
-    int patience_ = 30000;
+    corvanta::update::FetchLimits limits_;
     corvanta::update::FetchResult result_;
     std::atomic<qint64> received_{0};
     std::atomic<qint64> total_{0};

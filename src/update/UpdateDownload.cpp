@@ -1,7 +1,6 @@
 #include "update/UpdateDownload.h"
 
 #include "update/ComparisonThread.h"
-#include "update/DowmLoadFileFromFtpServerThread.h"
 #include "update/Handover.h"
 
 #include <QDebug>
@@ -93,7 +92,7 @@ void UpdateDownload::fetchMissing() {
     meter_ = DownloadMeter(std::move(sizes));
     clock_.start();
     thread_ = std::make_unique<DowmLoadFileFromFtpServerThread>(*server_, folder_);
-    thread_->setPatience(patience_);
+    thread_->setLimits(limits_);
     connect(thread_.get(), &BackgroundThread::finished, this, &UpdateDownload::onFetched);
     setState(State::Fetching);
     fetchNext();

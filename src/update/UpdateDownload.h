@@ -1,5 +1,6 @@
 #pragma once
 
+#include "update/DowmLoadFileFromFtpServerThread.h"
 #include "update/DownloadFolder.h"
 #include "update/DownloadMeter.h"
 #include "update/UpdateDescription.h"
@@ -12,9 +13,6 @@
 #include <deque>
 #include <memory>
 #include <optional>
-
-class BackgroundThread;
-class DowmLoadFileFromFtpServerThread;
 
 namespace corvanta::update {
 
@@ -44,8 +42,8 @@ public:
     /// Cancels.
     ~UpdateDownload() override;
 
-    /// A server that sends nothing for so long has gone away, ms.
-    void setPatience(int milliseconds) { patience_ = milliseconds; }
+    /// For what is begun from then on.
+    void setLimits(const FetchLimits& limits) { limits_ = limits; }
 
     /// Begins; is ignored unless it is idle.
     void start(const UpdateServer& server, std::shared_ptr<const UpdateDescription> description);
@@ -85,7 +83,7 @@ private:
 
     const QString installation_;
     const DownloadFolder folder_;
-    int patience_ = 30000;
+    FetchLimits limits_;
     State state_ = State::Idle;
     std::optional<UpdateServer> server_;
     std::shared_ptr<const UpdateDescription> description_;

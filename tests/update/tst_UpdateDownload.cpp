@@ -85,6 +85,7 @@ private slots:
     void slowBytes();
     void silentServer();
     void endlessBody();
+    void largeDescription();
     void secondTry();
     void cancel_data();
     void cancel();
@@ -125,7 +126,7 @@ void tst_UpdateDownload::init() {
     odd_ = std::make_unique<OddServer>();
     QVERIFY(QDir(dir_->path()).mkdir("app"));
     download_ = std::make_unique<UpdateDownload>(dir_->filePath("app"), DownloadFolder(dir_->filePath("Corvanta")));
-    download_->setPatience(Long);
+    download_->setLimits({Long});
     failed_ = std::make_unique<QSignalSpy>(download_.get(), &UpdateDownload::sigFailed);
     ready_ = std::make_unique<QSignalSpy>(download_.get(), &UpdateDownload::sigReady);
     write(installed("same.dll"), "same");
@@ -310,7 +311,7 @@ void tst_UpdateDownload::silentServer() {
     odd_->describe(descriptionOf({{"a", "abcdef"}}));
     OddServer::Answer silent{"HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nabc", true};
     odd_->serve(OddServer::folder() + "a", {silent});
-    download_->setPatience(500);
+    download_->setLimits({500});
     QVERIFY(begin(odd_->address()));
     QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 1, Long);
     QVERIFY(failed_->first().first().toString().contains(QStringLiteral("服务器响应超时")));
@@ -328,6 +329,26 @@ void tst_UpdateDownload::endlessBody() {
     odd_->serve(OddServer::folder() + "versionMd5.json", {endless});
     QCOMPARE(check(odd_->address()).problem, NoDescription);
     QTRY_COMPARE_WITH_TIMEOUT(odd_->openConnections(), 0, Long);
+    odd_->describe(descriptionOf({{"a", "first"}}));
+    odd_->serve(OddServer::folder() + "a", {endless});
+    download_->setLimits({Long, 8 << 20});
+    QVERIFY(begin(odd_->address()));
+    QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 1, Long);
+    QVERIFY(failed_->first().first().toString().contains(QStringLiteral("文件过大")));
+    QVERIFY(nothingLeft());
+    QTRY_COMPARE_WITH_TIMEOUT(odd_->openConnections(), 0, Long);
+}
+
+void tst_UpdateDownload::largeDescription() {
+    QByteArray list;
+    while (list.size() < 50 << 20)
+        list +=
+            R"({"fileName":"part )" + QByteArray::number(list.size()) + R"(","Md5":")" + QByteArray(32, 'a') + "\"},";
+    write(nginx_.folder() + "/versionMd5.json",
+          R"({"LatestVerison":2031,"UpdateEXEname":"u","Md5List":[)" + list.chopped(1) + "]}");
+    const CheckResult result = check(nginx_.address());
+    QVERIFY2(result.state == CheckResult::State::Newer, qPrintable(result.problem));
+    QCOMPARE(static_cast<int>(result.description->files.size()), list.count("fileName"));
 }
 
 void tst_UpdateDownload::secondTry() {
