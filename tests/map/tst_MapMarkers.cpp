@@ -33,6 +33,7 @@ private slots:
     void valuesArrive();
     void labelsUnderTheMouse();
     void crowdedLabelsFold();
+    void labelsAtTheEdges();
     void whatIsFittedStaysFitted();
     void referencePoints();
 };
@@ -316,6 +317,31 @@ void tst_MapMarkers::crowdedLabelsFold() {
     QTRY_COMPARE(folded(), QStringLiteral("ff-"));
     map.view->removeMarker(0);
     QTRY_VERIFY(!map.view->label(0)->isFolded());
+}
+
+// At the edges of what is seen a label stays in view: above its marker, or moved to the side.
+void tst_MapMarkers::labelsAtTheEdges() {
+    const Open map = open({markerOf("1", "10", "a name of some length", 0.5, 0.5)});
+    MapCanvas& canvas = map.canvas();
+    canvas.zoomStep(12);
+    MapLabel& label = *map.view->label(0);
+    const QRectF seen = canvas.viewport()->rect();
+    /// Scrolls until the marker is seen at a place of the view.
+    const auto show = [&](const QPointF& place) {
+        canvas.centerOn(label.pos() + (seen.center() - place) / canvas.scale());
+    };
+    const auto room = [&] {
+        return label.nameRoom().translated(map.placeOf(0));
+    };
+    show({seen.center().x(), seen.bottom() - 20});
+    QTRY_VERIFY(room().bottom() < map.placeOf(0).y());
+    QVERIFY(seen.contains(room()));
+    show({seen.left() + 5, seen.center().y()});
+    QTRY_VERIFY(room().top() > map.placeOf(0).y() && seen.contains(room()));
+    show({seen.right() - 5, seen.center().y()});
+    QTRY_VERIFY(label.nameRoom().center().x() < 0 && seen.contains(room()));
+    show(seen.center());
+    QTRY_COMPARE(label.nameRoom().center().x(), 0.0);
 }
 
 void tst_MapMarkers::whatIsFittedStaysFitted() {

@@ -50,7 +50,8 @@ MapCanvas::MapCanvas(QWidget* parent)
 }
 
 MapCanvas::~MapCanvas() {
-    scene_.clear(); // labels give their movies back
+    scene_.clear();    // labels give their movies back
+    setScene(nullptr); // now: it scrolls, and that must find a whole canvas
 }
 
 void MapCanvas::setCount(int count) {
@@ -91,7 +92,10 @@ void MapCanvas::foldLabels() {
     std::vector<Seen> all;
     all.reserve(labels_.size());
     std::vector<std::size_t> order;
-    for (const MapLabel* const one : labels_) {
+    const QRectF seen = viewport()->rect();
+    for (MapLabel* const one : labels_) {
+        const QPointF onView = mapFromScene(one->pos());
+        one->setInside(seen.contains(onView) ? seen.translated(-onView) : QRectF());
         const QPointF place = one->pos() * scale();
         if (one->fullRoom() != one->nameRoom())
             order.push_back(all.size());
@@ -434,8 +438,14 @@ void MapCanvas::leaveEvent(QEvent* event) {
     QGraphicsView::leaveEvent(event);
 }
 
+void MapCanvas::scrollContentsBy(int dx, int dy) {
+    QGraphicsView::scrollContentsBy(dx, dy);
+    foldSoon();
+}
+
 void MapCanvas::resizeEvent(QResizeEvent* event) {
     QGraphicsView::resizeEvent(event);
+    foldSoon();
     if (isFitted_)
         fitPicture();
     else if (fittedBox_)

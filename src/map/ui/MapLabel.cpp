@@ -132,11 +132,30 @@ QRectF MapLabel::iconRoom() {
     return {-IconSide / 2, -IconSide / 2, IconSide, IconSide};
 }
 
+void MapLabel::setInside(const QRectF& seen) {
+    if (seen == inside_)
+        return;
+    inside_ = seen;
+    layOut();
+}
+
+/// The room for lines of that size, px.
+QRectF MapLabel::roomOf(double width, double height) const {
+    const double wide = std::ceil((width + 2 * LabelMargin) / WidthStep) * WidthStep;
+    QRectF room(-wide / 2, IconSide / 2 + LabelGap, wide, std::ceil(height) + LabelMargin);
+    if (inside_.isEmpty())
+        return room;
+    const double above = -IconSide / 2 - LabelGap - room.height();
+    if (room.bottom() > inside_.bottom() && above >= inside_.top())
+        room.moveTop(above);
+    if (room.width() <= inside_.width()) {
+        room.moveLeft(std::max(room.left(), inside_.left()));
+        room.moveRight(std::min(room.right(), inside_.right()));
+    }
+    return room;
+}
+
 void MapLabel::measure() {
-    const auto roomOf = [](double width, double height) {
-        const double wide = std::ceil((width + 2 * LabelMargin) / WidthStep) * WidthStep;
-        return QRectF(-wide / 2, IconSide / 2 + LabelGap, wide, std::ceil(height) + LabelMargin);
-    };
     const QRectF before = fullRoom_;
     drawn_.clear();
     fullRoom_ = {};

@@ -11,8 +11,8 @@ namespace corvanta::map {
 class AlarmMovies;
 class MapAlarmlabel;
 
-/// A marker on a picture: its icon, centred on its place, and the label below it. As large at every zoom. It draws
-/// only; what the mouse does with it is the canvas's.
+/// A marker on a picture: its icon, centred on its place, and the label below it, or above it where it would be cut
+/// off. As large at every zoom. It draws only; what the mouse does with it is the canvas's.
 class MapLabel final : public QGraphicsObject {
     Q_OBJECT
 public:
@@ -30,6 +30,9 @@ public:
     /// Values give way to what stands beside them: only the name is seen, until somebody looks at the marker.
     void setFolded(bool on);
     bool isFolded() const { return isFolded_; }
+    /// What is seen of the picture, in pixels from the marker's place: the label stays inside where that can be. An
+    /// empty one sets no bounds.
+    void setInside(const QRectF& seen);
     /// The room of the label, in pixels from the marker's place: with all lines, and with the name alone. Empty
     /// while it is not shown.
     const QRectF& fullRoom() const { return fullRoom_; }
@@ -61,6 +64,7 @@ signals:
     void sigRoomChanged();
 
 private:
+    QRectF roomOf(double width, double height) const;
     void measure();
     void layOut();
     void drawText(double ratio);
@@ -70,6 +74,7 @@ private:
     QStringList drawn_; ///< lines, cut to the widest that is shown
     QRectF fullRoom_;
     QRectF nameRoom_;
+    QRectF inside_;
     bool isFolded_ = false;
     QString iconPath_;
     Kind kind_ = Kind::Sensor;
