@@ -94,7 +94,8 @@ void ProgramTest::start() {
     QVERIFY(program().start());
     COMES(!(window() = MainWindow(program().accessible())).isNull());
     COMES(Program::isActive(window().window()));
-    BECOMES(window().frame(), Desktop::activePlace().value_or(QRect()));
+    // Asked anew each time: the dialog of an automatic sign-in has the keyboard for a moment.
+    COMES(window().frame() == Desktop::activePlace().value_or(QRect()));
 }
 
 void ProgramTest::openSignIn() {
