@@ -1,9 +1,10 @@
 #pragma once
 
+#include "support/ProxyServer.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -35,17 +36,8 @@ public:
     QString certificate() const { return dir_.filePath(QStringLiteral("cert.pem")); }
     /// Where the files of the update go.
     QString folder() const { return dir_.filePath(QStringLiteral("www/pelmux_windows_updata/Corvanta")); }
-    QByteArray log() const {
-        QFile file(dir_.filePath(QStringLiteral("access.log")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
 private:
-    static quint16 freePort() {
-        QTcpServer server;
-        server.listen(QHostAddress::LocalHost);
-        return server.serverPort();
-    }
     bool makeCertificate() {
         QProcess openssl;
         openssl.setWorkingDirectory(dir_.path());
@@ -57,8 +49,8 @@ private:
         return openssl.waitForFinished(60000) && openssl.exitCode() == 0;
     }
     bool writeConfiguration() {
-        port_ = freePort();
-        securePort_ = freePort();
+        port_ = ProxyServer::freePort();
+        securePort_ = ProxyServer::freePort();
         QFile file(dir_.filePath(QStringLiteral("nginx.conf")));
         const QByteArray at = dir_.path().toUtf8();
         return file.open(QIODevice::WriteOnly) &&
