@@ -6,8 +6,18 @@ if(CCACHE_PROGRAM)
 endif()
 
 add_library(corvanta_options INTERFACE)
-target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor
-                                                  -Woverloaded-virtual -Wcast-align -Wformat=2)
+if(MSVC)
+  target_compile_options(corvanta_options INTERFACE /W3)
+  add_compile_options(/utf-8 /permissive- /Zc:__cplusplus /EHsc /bigobj)
+else()
+  target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor
+                                                    -Woverloaded-virtual -Wcast-align -Wformat=2)
+endif()
+if(WIN32)
+  # Windows 7 and later. Times have 64 bits also where the compiler's C library is the old one.
+  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+                          __MINGW_USE_VC2005_COMPAT=1)
+endif()
 target_compile_definitions(corvanta_options INTERFACE QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
 if(CORVANTA_SANITIZER STREQUAL "address")
   add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)

@@ -145,6 +145,7 @@ int main(int argc, char* argv[]) {
     QSurfaceFormat::setDefaultFormat(format);
     corvanta::crashReport::install();
     SingleApplication application(argc, argv, QStringLiteral("Corvanta"));
+    corvanta::loadFonts();
     application.setStyleSheet(corvanta::loadStyle());
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/style/img/Corvanta.ico")));
     qDebug().noquote() << QString::fromStdString(awake.description());

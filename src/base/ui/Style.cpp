@@ -1,7 +1,10 @@
 #include "base/ui/Style.h"
 
+#include <QCoreApplication>
 #include <QDebug>
+#include <QDir>
 #include <QFile>
+#include <QFontDatabase>
 
 // In a static library nothing refers to the resources, so the linker would leave them out.
 static void initialiseResources() {
@@ -9,6 +12,16 @@ static void initialiseResources() {
 }
 
 namespace corvanta {
+
+void loadFonts() {
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/fonts"));
+    if (!folder.exists() || !QFontDatabase().families(QFontDatabase::SimplifiedChinese).isEmpty())
+        return;
+    for (const QString& name : folder.entryList(QDir::Files)) {
+        if (QFontDatabase::addApplicationFont(folder.filePath(name)) < 0)
+            qDebug() << "not a font:" << name;
+    }
+}
 
 QString loadStyle() {
     initialiseResources();

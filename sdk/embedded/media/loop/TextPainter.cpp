@@ -1,7 +1,7 @@
 #include "media/loop/TextPainter.h"
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
+#include "base/LibraryFolder.h"
+#include "media/loop/FontFile.h"
 
 #include <algorithm>
 #include <array>
@@ -16,13 +16,15 @@ struct FontPlace {
     FT_Long face; ///< which face of a collection
 };
 
-/// Where fonts with Chinese stand, best first; then fonts that at least have Latin letters and digits.
+/// Where fonts with Chinese stand, best first; then fonts that at least have Latin letters and digits. A relative
+/// path is one from the library's folder.
 constexpr std::array fontPlaces{
     FontPlace{"/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc", 2}, // the collection's simplified Chinese
     FontPlace{"/usr/share/fonts/noto-cjk/NotoSansCJK-Regular.ttc", 2},
     FontPlace{"/usr/share/fonts/truetype/wqy/wqy-microhei.ttc", 0},
     FontPlace{"/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf", 0},
     FontPlace{"C:/Windows/Fonts/msyh.ttc", 0},
+    FontPlace{"fonts/NotoSansCJK-Regular.ttc", 2},
     FontPlace{"C:/Windows/Fonts/simhei.ttf", 0},
     FontPlace{"C:/Windows/Fonts/simsun.ttc", 0},
     FontPlace{"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", 0},
@@ -118,9 +120,11 @@ public:
             library_ = nullptr;
             return;
         }
+        const std::filesystem::path folder = libraryFolder();
         for (const FontPlace& place : fontPlaces) {
-            FT_Face face = nullptr;
-            if (FT_New_Face(library_, place.file, place.face, &face) == 0) {
+            auto file = std::make_unique<FontFile>(folder / place.file);
+            if (const FT_Face face = file->open(library_, place.face)) {
+                files_.push_back(std::move(file));
                 faces_.push_back(face);
             }
         }
@@ -190,6 +194,7 @@ private:
     }
 
     FT_Library library_ = nullptr;
+    std::vector<std::unique_ptr<FontFile>> files_;
     std::vector<FT_Face> faces_;
 };
 
