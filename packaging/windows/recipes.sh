@@ -19,11 +19,12 @@ with_configure() {
     make install
 }
 
-# write_pc NAME VERSION LIBRARIES: for those that bring no such file of their own.
+# write_pc NAME VERSION LIBRARIES [FLAGS]: for those that bring no such file of their own, or one that does not say
+# what their static library wants.
 write_pc() {
     mkdir -p "$prefix/lib/pkgconfig"
     printf '%s\n' "prefix=$prefix" "Name: $1" "Description: $1" "Version: $2" "Libs: -L\${prefix}/lib $3" \
-        "Cflags: -I\${prefix}/include" >"$prefix/lib/pkgconfig/$1.pc"
+        "Cflags: -I\${prefix}/include ${4:-}" >"$prefix/lib/pkgconfig/$1.pc"
 }
 
 build_zlib() {
@@ -46,14 +47,20 @@ build_sqlite3() {
     write_pc sqlite3 3.40.1 -lsqlite3
 }
 
-build_libsodium() { with_configure "$source"; }
+build_libsodium() {
+    with_configure "$source"
+    write_pc libsodium 1.0.18 -lsodium -DSODIUM_STATIC
+}
 
 build_freetype() {
     with_cmake "$source" -DFT_DISABLE_BZIP2=ON -DFT_DISABLE_BROTLI=ON -DFT_DISABLE_HARFBUZZ=ON -DFT_DISABLE_PNG=ON \
         -DFT_REQUIRE_ZLIB=ON
 }
 
-build_muparser() { with_cmake "$source" -DENABLE_SAMPLES=OFF -DENABLE_OPENMP=OFF -DENABLE_WIDE_CHAR=OFF; }
+build_muparser() {
+    with_cmake "$source" -DENABLE_SAMPLES=OFF -DENABLE_OPENMP=OFF -DENABLE_WIDE_CHAR=OFF
+    write_pc muparser 2.3.3 -lmuparser -DMUPARSER_STATIC
+}
 
 build_qrencode() { with_cmake "$source" -DWITH_TOOLS=NO -DWITHOUT_PNG=YES; }
 
@@ -64,6 +71,8 @@ build_nlohmann_json3() { with_cmake "$source" -DJSON_BuildTests=OFF; }
 build_libmodbus() {
     # Its own check for functions of the C library does not hold when cross-compiling.
     ac_cv_func_malloc_0_nonnull=yes with_configure "$source" --disable-tests --without-documentation
+    # shellcheck disable=SC2016 # its own variable
+    write_pc libmodbus 3.1.6 '-lmodbus -lws2_32' '-I${prefix}/include/modbus'
 }
 
 build_curl() {
@@ -71,11 +80,13 @@ build_curl() {
     with_cmake "$source" -DBUILD_CURL_EXE=OFF -DCURL_USE_SCHANNEL=ON -DCURL_USE_LIBSSH2=OFF -DCURL_USE_LIBPSL=OFF \
         -DUSE_LIBIDN2=OFF -DUSE_NGHTTP2=OFF -DBUILD_TESTING=OFF -DCURL_DISABLE_LDAP=ON -DCURL_DISABLE_LDAPS=ON \
         -DHTTP_ONLY=ON -DENABLE_MANUAL=OFF
+    write_pc libcurl 7.88.1 '-lcurl -lz -lws2_32 -lcrypt32 -lbcrypt -ladvapi32' -DCURL_STATICLIB
 }
 
 build_mosquitto() {
     with_cmake "$source" -DWITH_TLS=OFF -DWITH_BROKER=OFF -DWITH_CLIENTS=OFF -DWITH_APPS=OFF -DWITH_PLUGINS=OFF \
         -DWITH_STATIC_LIBRARIES=ON -DWITH_THREADING=OFF -DDOCUMENTATION=OFF -DWITH_LIB_CPP=OFF -DWITH_CJSON=OFF
+    write_pc libmosquitto 2.0.11 '-lmosquitto_static -lws2_32' -DLIBMOSQUITTO_STATIC
 }
 
 build_soci() {
