@@ -1,17 +1,16 @@
 #pragma once
 
-#include <QDBusConnection>
+#include "e2e/AccessSource.h"
+
 #include <QRect>
 #include <QString>
 #include <QVector>
 
 #include <functional>
 #include <optional>
+#include <utility>
 
-class QDBusMessage;
-class QDBusPendingCall;
-
-/// One thing that a program shows (a window, a button, a row), as a screen reader has it: by the accessibility bus.
+/// One thing that a program shows (a window, a button, a row), as a screen reader has it.
 ///
 /// A handle, cheap to copy. What it stands for may be gone, as a dialog that was closed: then it has no name, no
 /// place and no state. Every question is a round trip to the program's GUI thread; those about many are asked at
@@ -49,10 +48,13 @@ public:
     using Test = std::function<bool(const Seen&)>;
 
     Accessible() = default;
-    Accessible(const QDBusConnection& bus, QString service, QString path);
+    /// The source must outlive it.
+    Accessible(AccessSource& source, QString id)
+        : source_(&source)
+        , id_(std::move(id)) {}
 
-    bool isNull() const { return path_.isEmpty(); }
-    bool operator==(const Accessible& other) const { return service_ == other.service_ && path_ == other.path_; }
+    bool isNull() const { return id_.isEmpty(); }
+    bool operator==(const Accessible& other) const { return id_ == other.id_; }
 
     QString name() const;
     QString description() const;
@@ -79,13 +81,12 @@ public:
     static QVector<QString> descriptions(const QVector<Accessible>& things);
 
 private:
-    QDBusPendingCall call(const char* interface, const char* method, const QVariantList& arguments = {}) const;
-    QDBusPendingCall property(const char* interface, const char* name) const;
-    QVector<Seen> readChildren(const QDBusPendingCall& asked) const;
+    QVariant ask(AccessSource::What what) const;
+    static QVector<QVariant> ask(AccessSource::What what, const QVector<Accessible>& things);
+    static QVector<Seen> childrenOf(const QVector<Accessible>& parents);
 
-    std::optional<QDBusConnection> bus_;
-    QString service_;
-    QString path_;
+    AccessSource* source_ = nullptr;
+    QString id_;
 };
 
 struct Accessible::Seen {

@@ -4,7 +4,6 @@
 
 /// A process that ends with the one that started it, also when that crashes: nothing of a test is left running.
 class GuardedProcess final : public QProcess {
-    Q_OBJECT
 public:
     using QProcess::QProcess;
 

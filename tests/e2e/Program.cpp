@@ -7,16 +7,20 @@
 #include <QJsonObject>
 #include <QtTest>
 
-#include <csignal>
 #include <utility>
 
 namespace {
 
 void setUp(QProcessEnvironment& environment, const QString& runtime) {
+#ifdef Q_OS_WIN
+    for (const char* name : {"TEMP", "TMP"})
+        environment.insert(QLatin1String(name), QDir::toNativeSeparators(runtime));
+#else
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
     environment.insert(QStringLiteral("TMPDIR"), runtime);
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+#endif
     const QString preload = QStringLiteral(CORVANTA_PRELOAD);
     if (!preload.isEmpty()) {
         environment.insert(QStringLiteral("LD_PRELOAD"), preload);
@@ -72,8 +76,8 @@ void Program::kill() {
     process_.waitForFinished(Desktop::Patience);
 }
 
-void Program::signal(int number) const {
-    ::kill(static_cast<pid_t>(pid()), number);
+void Program::crash() const {
+    reader_.crash(pid());
 }
 
 std::optional<int> Program::exitCode() {

@@ -21,8 +21,8 @@ public:
     bool start();
     /// Ends it as a crash of the machine would: nothing is saved or cleaned up.
     void kill();
-    /// Sends a signal to it.
-    void signal(int number) const;
+    /// Has it crash as by a fault of its own.
+    void crash() const;
     /// Waits for its end by itself; its exit code, nothing if it has not ended or was ended by a signal.
     std::optional<int> exitCode();
     bool isRunning() const { return process_.state() == QProcess::Running; }

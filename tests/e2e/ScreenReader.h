@@ -1,43 +1,37 @@
 #pragma once
 
 #include "e2e/Accessible.h"
-#include "e2e/GuardedProcess.h"
 
 #include <QProcessEnvironment>
-#include <QThread>
 
 #include <memory>
 
-class AccessRegistry;
-struct BusPlace;
-
-/// The accessibility bus of a test's display: a message bus of its own with the registry on it that programs enter
-/// themselves in. The display tells programs where it is, and that accessibility is wanted. Programs are found by
-/// their process. GUI thread.
+/// What tells a test what programs show. Programs are found by their process. GUI thread.
+///
+/// Linux: the accessibility bus of the test's display, with the registry on it that programs enter themselves in; the
+/// display tells programs where it is, and that accessibility is wanted. Windows: a plugin of Qt's that the program
+/// loads, which answers over a pipe; what stands there for the bus is not in Wine.
 class ScreenReader final {
 public:
     ScreenReader();
-    /// Ends the bus.
+    /// Ends what it has started.
     ~ScreenReader();
     ScreenReader(const ScreenReader&) = delete;
     ScreenReader& operator=(const ScreenReader&) = delete;
 
-    /// Starts the bus and takes the registry's name on it; false when that fails.
+    /// False when it cannot be had.
     bool start();
-    /// What a program is to be started with: no other bus of the session than this.
+    /// What a program is to be started with.
     QProcessEnvironment environment() const;
 
     /// A program that has entered itself; null until then. Its children are its windows and dialogs.
     Accessible program(qint64 process) const;
     /// The menu of a program that was opened last and is open; null when none is.
     Accessible openMenu(qint64 process) const;
+    /// Has a program crash by a fault that its own code could make.
+    void crash(qint64 process) const;
 
 private:
-    Accessible accessible(const BusPlace& place) const;
-
-    GuardedProcess daemon_;
-    QString address_;
-    std::optional<QDBusConnection> bus_;
-    QThread thread_; ///< the registry's: programs wait for its answers, whatever the test is doing
-    std::unique_ptr<AccessRegistry> registry_;
+    class Impl;
+    const std::unique_ptr<Impl> impl_;
 };

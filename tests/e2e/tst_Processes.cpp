@@ -5,8 +5,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-#include <csignal>
-
 /// Several processes of the program after and beside one another: the second start, and the one that reports a crash.
 class tst_Processes final : public ProgramTest {
     Q_OBJECT
@@ -44,7 +42,7 @@ void tst_Processes::secondStartIsRefused() {
 void tst_Processes::crashIsReported() {
     const QString box = QStringLiteral("^程序崩溃$");
     STEP(start());
-    program().signal(SIGSEGV);
+    program().crash();
     QVERIFY2(!program().exitCode(), "the signal must be what ended it");
     COMES(Desktop::isActive(box));
     const qint64 helper = Desktop::window(box)->process;

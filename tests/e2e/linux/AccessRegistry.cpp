@@ -1,4 +1,4 @@
-#include "e2e/AccessRegistry.h"
+#include "e2e/linux/AccessRegistry.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>

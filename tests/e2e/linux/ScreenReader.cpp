@@ -1,10 +1,15 @@
 #include "e2e/ScreenReader.h"
 
-#include "e2e/AccessRegistry.h"
 #include "e2e/Desktop.h"
+#include "e2e/GuardedProcess.h"
+#include "e2e/linux/AccessRegistry.h"
+#include "e2e/linux/BusAccess.h"
+
+#include <QThread>
 
 #include <xcb/xcb.h>
 
+#include <csignal>
 #include <cstdlib>
 
 namespace {
@@ -35,19 +40,37 @@ bool tellOnDisplay(const QByteArray& address) {
 
 } // namespace
 
-ScreenReader::ScreenReader()
-    : registry_(std::make_unique<AccessRegistry>()) {}
+class ScreenReader::Impl final {
+public:
+    Impl()
+        : registry_(std::make_unique<AccessRegistry>()) {}
+    ~Impl() {
+        access_.reset();
+        QDBusConnection::disconnectFromBus(ConnectionName);
+        thread_.quit();
+        thread_.wait();
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+    Impl(const Impl&) = delete;
+    Impl& operator=(const Impl&) = delete;
 
-ScreenReader::~ScreenReader() {
-    bus_.reset();
-    QDBusConnection::disconnectFromBus(ConnectionName);
-    thread_.quit();
-    thread_.wait();
-    daemon_.kill();
-    daemon_.waitForFinished();
-}
+    bool start();
+    const QString& address() const { return address_; }
+    const AccessRegistry& registry() const { return *registry_; }
+    Accessible accessible(const BusPlace& place) const {
+        return {*access_, BusAccess::id(QString::fromStdString(place.service), QString::fromStdString(place.path))};
+    }
 
-bool ScreenReader::start() {
+private:
+    GuardedProcess daemon_;
+    QString address_;
+    std::unique_ptr<BusAccess> access_;
+    QThread thread_; ///< the registry's: programs wait for its answers, whatever the test is doing
+    std::unique_ptr<AccessRegistry> registry_;
+};
+
+bool ScreenReader::Impl::start() {
     daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     daemon_.start(QStringLiteral("dbus-daemon"),
                   {QStringLiteral("--config-file=" CORVANTA_SESSION_BUS), QStringLiteral("--nofork"),
@@ -57,39 +80,50 @@ bool ScreenReader::start() {
             return false;
     }
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-    bus_ = QDBusConnection::connectToBus(address_, ConnectionName);
+    QDBusConnection bus = QDBusConnection::connectToBus(address_, ConnectionName);
     const bool listens =
-        bus_->connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
-                      QStringLiteral("StateChanged"), registry_.get(), SLOT(onStateChanged(const QDBusMessage&)));
-    const bool serves = bus_->registerVirtualObject(QStringLiteral("/"), registry_.get(), QDBusConnection::SubPath);
+        bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                    QStringLiteral("StateChanged"), registry_.get(), SLOT(onStateChanged(const QDBusMessage&)));
+    const bool serves = bus.registerVirtualObject(QStringLiteral("/"), registry_.get(), QDBusConnection::SubPath);
     thread_.start();
     registry_->moveToThread(&thread_);
-    return listens && serves && bus_->registerService(AccessRegistry::Name) && tellOnDisplay(address_.toUtf8());
+    access_ = std::make_unique<BusAccess>(bus);
+    return listens && serves && bus.registerService(AccessRegistry::Name) && tellOnDisplay(address_.toUtf8());
+}
+
+ScreenReader::ScreenReader()
+    : impl_(std::make_unique<Impl>()) {}
+
+ScreenReader::~ScreenReader() = default;
+
+bool ScreenReader::start() {
+    return impl_->start();
 }
 
 QProcessEnvironment ScreenReader::environment() const {
     QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address_);
+    // No other bus of the session than this.
+    result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), impl_->address());
     return result;
 }
 
-Accessible ScreenReader::accessible(const BusPlace& place) const {
-    return {*bus_, QString::fromStdString(place.service), QString::fromStdString(place.path)};
-}
-
 Accessible ScreenReader::program(qint64 process) const {
-    const auto root = registry_->program(process);
-    return root ? accessible(*root) : Accessible();
+    const auto root = impl_->registry().program(process);
+    return root ? impl_->accessible(*root) : Accessible();
 }
 
 Accessible ScreenReader::openMenu(qint64 process) const {
-    const auto root = registry_->program(process);
-    const std::vector<BusPlace> shown = registry_->shown();
+    const auto root = impl_->registry().program(process);
+    const std::vector<BusPlace> shown = impl_->registry().shown();
     for (auto place = shown.crbegin(); root && place != shown.crend(); ++place) {
-        const Accessible thing = accessible(*place);
+        const Accessible thing = impl_->accessible(*place);
         if (place->service == root->service && thing.role() == Accessible::Role::PopupMenu &&
             thing.has(Accessible::State::Showing))
             return thing;
     }
     return {};
+}
+
+void ScreenReader::crash(qint64 process) const {
+    ::kill(static_cast<pid_t>(process), SIGSEGV);
 }
