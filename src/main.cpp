@@ -136,6 +136,9 @@ int main(int argc, char* argv[]) {
     const corvanta::platform::KeepAwake awake;
     QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    // Everything grows with the display's scaling as letters do, also by a quarter.
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     // The online map's browser, which may be loaded later, draws with the windows' contexts.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
     // Showing a window must not wait for the screen: the wall is brought to it in a beat of its own, and dialogs that
