@@ -29,6 +29,9 @@ QProcessEnvironment ScreenReader::environment() const {
     const QString plugins = QStringLiteral("QT_PLUGIN_PATH");
     result.insert(plugins, QStringLiteral(CORVANTA_READER_PLUGINS ";") + result.value(plugins));
     result.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("corvanta_reader"));
+    // A program with windows says what it says to a debugger otherwise.
+    for (const char* name : {"QT_FORCE_STDERR_LOGGING", "QT_ASSUME_STDERR_HAS_CONSOLE"})
+        result.insert(QLatin1String(name), QStringLiteral("1"));
     return result;
 }
 
