@@ -15,7 +15,7 @@ else()
 endif()
 if(WIN32)
   # Windows 7 and later. Times have 64 bits also where the compiler's C library is the old one.
-  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN
                           __MINGW_USE_VC2005_COMPAT=1)
 endif()
 target_compile_definitions(corvanta_options INTERFACE QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)

@@ -127,12 +127,12 @@ build_opencv() {
 build_zbar() {
     # Its configuration asks for GNU's libiconv, which Debian has no source package of; of all that it can do only the
     # scanner is wanted.
-    local part version=(0 23 92)
+    local part numbers=(0 23 92)
     for part in EAN DATABAR CODE128 CODE93 CODE39 CODABAR I25 QRCODE SQCODE; do
         printf '#define ENABLE_%s 1\n' "$part"
     done >config.h
-    printf '#define %s\n' "ZBAR_VERSION_MAJOR ${version[0]}" "ZBAR_VERSION_MINOR ${version[1]}" \
-        "ZBAR_VERSION_PATCH ${version[2]}" 'HAVE_INTTYPES_H 1' 'HAVE_SYS_TIME_H 1' >>config.h
+    printf '#define %s\n' "ZBAR_VERSION_MAJOR ${numbers[0]}" "ZBAR_VERSION_MINOR ${numbers[1]}" \
+        "ZBAR_VERSION_PATCH ${numbers[2]}" 'HAVE_INTTYPES_H 1' 'HAVE_SYS_TIME_H 1' >>config.h
     cp "$windows_here/iconv/iconv.h" .
     local from="$source/zbar" file
     for file in "$from"/{config,error,symbol,image,convert,refcnt,img_scanner,scanner,decoder,misc,sqcode}.c \
