@@ -136,9 +136,12 @@ int main(int argc, char* argv[]) {
     const corvanta::platform::KeepAwake awake;
     QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
-    // Everything grows with the display's scaling as letters do, also by a quarter.
+#ifdef Q_OS_WIN
+    // Everything grows with the display's scaling as letters do, also by a quarter. X servers report resolutions that
+    // nobody has chosen; there QT_SCALE_FACTOR says it.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+#endif
     // The online map's browser, which may be loaded later, draws with the windows' contexts.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
     // Showing a window must not wait for the screen: the wall is brought to it in a beat of its own, and dialogs that
