@@ -149,7 +149,8 @@ build_zbar() {
 }
 
 build_qtbase_opensource_src() {
-    "$source/configure" -opensource -confirm-license -xplatform win32-g++ \
+    # What is configured already is left so: it would be compiled anew.
+    [[ -f Makefile ]] || "$source/configure" -opensource -confirm-license -xplatform win32-g++ \
         -device-option CROSS_COMPILE="$windows_host-" -prefix "$prefix/qt" -release -opengl desktop \
         -no-feature-tabletevent -no-feature-direct2d -no-feature-vulkan -no-dbus -no-icu -no-openssl -schannel \
         -nomake examples -nomake tests -qt-zlib -qt-libpng -qt-libjpeg -qt-freetype -qt-harfbuzz -qt-pcre \
