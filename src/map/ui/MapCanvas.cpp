@@ -284,6 +284,10 @@ void MapCanvas::cancelDrag() {
     viewport()->setCursor(Qt::ArrowCursor);
 }
 
+void MapCanvas::dragTo(const QPoint& place) {
+    label(drag_->index)->setPos(toScene(toFraction(mapToScene(place))));
+}
+
 void MapCanvas::endDrag() {
     const Drag drag = *std::exchange(drag_, std::nullopt);
     MapLabel* const moved = label(drag.index);
@@ -304,7 +308,7 @@ void MapCanvas::mousePressEvent(QMouseEvent* event) {
 
 void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
     if (drag_) {
-        label(drag_->index)->setPos(toScene(toFraction(mapToScene(event->pos()))));
+        dragTo(event->pos());
         return;
     }
     if (event->buttons() == Qt::NoButton) {
@@ -318,10 +322,12 @@ void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
 
 void MapCanvas::mouseReleaseEvent(QMouseEvent* event) {
     if (drag_) {
-        if (event->button() == Qt::LeftButton)
+        if (event->button() == Qt::LeftButton) {
+            dragTo(event->pos()); // where it is let go, whether the way there was told or not
             endDrag();
-        else
+        } else {
             cancelDrag();
+        }
         return;
     }
     QGraphicsView::mouseReleaseEvent(event);

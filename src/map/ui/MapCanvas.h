@@ -93,6 +93,8 @@ private:
 
     int labelAt(const QPoint& place) const;
     void hover(int index);
+    /// Puts what is dragged to a place of the viewport; only while there is a drag.
+    void dragTo(const QPoint& place);
     void endDrag();
     bool dragKey(QKeyEvent* event);
     bool markerKey(QKeyEvent* event);

@@ -208,7 +208,7 @@ void tst_Measuring::worldCanBeMeasured() {
     QVERIFY(waitFor([&] { return alarms() == 1; }));
     QVERIFY(waitFor([&] {
         const auto files = sdk.filesIn("alarms");
-        return files.size() == 1 && files.front().find(".jpg") != std::string::npos;
+        return files.size() == 1 && files.front().ends_with(".jpg"); // whole: under another name before
     }));
     const QImage alarm(QString::fromStdString((sdk.path("alarms") / sdk.filesIn("alarms").front()).string()));
     const auto code = sight::readCode(greyOf(alarm));
