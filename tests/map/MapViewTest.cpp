@@ -3,6 +3,7 @@
 #include "map/ui/SensorMimeData.h"
 
 #include <QDropEvent>
+#include <QScreen>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -15,7 +16,13 @@ MapViewTest::Open MapViewTest::open(const QJsonArray& markers, bool shared) {
     serveFiles();
     Open result{std::make_unique<FwidgetElectronMap>(context()), nullptr, nullptr};
     result.page->resize(900, 600);
+    // What the pointer did in the test before may be told late, and would move what is dragged in this one.
+    const QPoint corner = QGuiApplication::primaryScreen()->geometry().bottomRight();
+    QCursor::setPos(corner);
+    if (!QTest::qWaitFor([&corner] { return QCursor::pos() == corner; }))
+        qFatal("no pointer");
     show(*result.page);
+    QCoreApplication::processEvents();
     result.cell = result.page->cell(0);
     result.cell->openMap(QStringLiteral("m1"));
     result.view = dynamic_cast<ElectronMapwidget*>(result.cell->view());
