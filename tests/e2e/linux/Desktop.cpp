@@ -1,8 +1,6 @@
 #include "e2e/Desktop.h"
 
-#include <QGuiApplication>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QtTest>
 
 namespace {
@@ -43,10 +41,6 @@ std::optional<QRect> placeOf(const QString& window) {
 }
 
 } // namespace
-
-const int Desktop::Patience = qEnvironmentVariableIsSet("CORVANTA_E2E_PATIENCE")
-                                  ? qEnvironmentVariableIntValue("CORVANTA_E2E_PATIENCE")
-                                  : 120000;
 
 Desktop::~Desktop() {
     windowManager_.kill();
@@ -101,12 +95,6 @@ void Desktop::moveMouse(const QPoint& place) {
     xdotool(movement(place));
 }
 
-void Desktop::pull(const QPoint& from, const QPoint& to, int& steps) {
-    constexpr int way = 8;
-    const int left = qAbs(++steps % (2 * way) - way);
-    moveMouse(from + (to - from) * (way - left) / way);
-}
-
 void Desktop::press() {
     xdotool({QStringLiteral("mousedown"), QStringLiteral("1")});
 }
@@ -146,15 +134,4 @@ void Desktop::pressKey(const QString& name) {
 
 void Desktop::releaseKey(const QString& name) {
     xdotool({QStringLiteral("keyup"), name});
-}
-
-QImage Desktop::look(const QRect& area) {
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-QImage Desktop::look() {
-    return look(QGuiApplication::primaryScreen()->geometry());
 }

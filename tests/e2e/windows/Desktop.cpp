@@ -1,9 +1,7 @@
 #include "e2e/Desktop.h"
 
-#include <QGuiApplication>
 #include <QHash>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QtTest>
 
 #include <windows.h>
@@ -109,10 +107,6 @@ WORD codeOf(const QString& name) {
 
 } // namespace
 
-const int Desktop::Patience = qEnvironmentVariableIsSet("CORVANTA_E2E_PATIENCE")
-                                  ? qEnvironmentVariableIntValue("CORVANTA_E2E_PATIENCE")
-                                  : 120000;
-
 Desktop::~Desktop() = default;
 
 bool Desktop::start() {
@@ -154,12 +148,6 @@ std::optional<QRect> Desktop::activePlace() {
 
 void Desktop::moveMouse(const QPoint& place) {
     send({movement(place)});
-}
-
-void Desktop::pull(const QPoint& from, const QPoint& to, int& steps) {
-    constexpr int way = 8;
-    const int left = qAbs(++steps % (2 * way) - way);
-    moveMouse(from + (to - from) * (way - left) / way);
 }
 
 void Desktop::press() {
@@ -208,15 +196,4 @@ void Desktop::pressKey(const QString& name) {
 
 void Desktop::releaseKey(const QString& name) {
     send({key(codeOf(name), KEYEVENTF_KEYUP)});
-}
-
-QImage Desktop::look(const QRect& area) {
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-QImage Desktop::look() {
-    return look(QGuiApplication::primaryScreen()->geometry());
 }
