@@ -43,7 +43,7 @@ private slots:
     void filesHaveOneWriter();
     void paths_data();
     void paths();
-    void readOnlyProgramFolder();
+    void dataFolderCanBeWritten();
     void summerTime_data();
     void summerTime();
 };
@@ -158,7 +158,7 @@ void tst_WindowsSystem::paths() {
     QVERIFY(QFile::remove(name));
 }
 
-void tst_WindowsSystem::readOnlyProgramFolder() {
+void tst_WindowsSystem::dataFolderCanBeWritten() {
     const AppPaths paths = AppPaths::forApplication();
     QVERIFY(QDir(paths.root()).exists());
     QTemporaryFile probe(paths.root() + QStringLiteral("/probe-XXXXXX"));

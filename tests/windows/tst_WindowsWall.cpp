@@ -81,6 +81,7 @@ void tst_WindowsWall::staysAsItIs() {
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < length) {
+        // Nothing is waited for: this is how often a sample is taken.
         QTest::qWait(static_cast<int>(length / 40));
         samples.push_back(holdingsOf(program().pid()));
     }
