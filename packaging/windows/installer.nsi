@@ -54,7 +54,19 @@ LangString Running ${LANG_ENGLISH} "Corvanta is running. Please end it first."
     ${EndIf}
 !macroend
 
+; A folder with other things in it gets one of our own below it: the uninstaller must be able to take all of ours away
+; without asking whose it is.
+!macro OwnFolder
+    ${DirState} "$INSTDIR" $0
+    ${If} $0 == 1
+    ${AndIfNot} ${FileExists} "$INSTDIR\corvanta.exe"
+    ${AndIfNot} ${FileExists} "$INSTDIR\dataBase.db"
+        StrCpy $INSTDIR "$INSTDIR\Corvanta"
+    ${EndIf}
+!macroend
+
 Section
+    !insertmacro OwnFolder
     !insertmacro DemandEnded
     SetOutPath "$INSTDIR"
     File /r "${STAGE}/*"
@@ -84,10 +96,13 @@ Section "Uninstall"
     RMDir /r "$INSTDIR\config"
     RMDir /r "$INSTDIR\service"
     RMDir /r "$INSTDIR\workspaces"
-    Delete "$INSTDIR\dataBase.db*"
+    Delete "$INSTDIR\dataBase.db"
+    Delete "$INSTDIR\dataBase.db-*"
     Delete "$INSTDIR\*.DMP"
 keep:
     !include "${FILES}"
+    Delete "$INSTDIR\versionMd5.json"
+    Delete "$INSTDIR\versionMd5.json.sig"
     Delete "$INSTDIR\uninstall.exe"
     Delete "$SMPROGRAMS\Corvanta.lnk"
     Delete "$DESKTOP\Corvanta.lnk"
