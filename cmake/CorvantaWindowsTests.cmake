@@ -2,7 +2,7 @@
 # servers), signals, pseudo terminals, file systems of their own; they are left out of a Windows build.
 set(corvanta_windows_tests
   # the system
-  tst_WindowsSystem tst_WindowsCrash tst_WindowsWall
+  tst_WindowsSystem tst_WindowsCrash tst_WindowsReadOnly tst_WindowsScaling tst_WindowsWall
   # rules and parts without a display
   tst_CallbackGate tst_DataTree tst_DeviceModel tst_RequestBuilder tst_ScreenPoll tst_ServerErrors tst_Settings
   tst_TaskQueue tst_TcpSocketManage tst_SqlHelp tst_LogRows tst_LogLoader tst_TablePager tst_PasswordVault tst_PhoneFlow

@@ -104,11 +104,13 @@ build_x264() {
 }
 
 build_ffmpeg() {
-    # What recordings, cameras and pictures need, and what people have on their disks.
+    # What recordings, cameras and pictures need, and what people have on their disks. The commands, with their devices
+    # and filters, are what tests of recordings make videos with and judge them by; the program goes without.
     "$source/configure" --arch=x86 --target-os=mingw32 --cross-prefix="$windows_host-" --prefix="$prefix" \
         --pkg-config=pkg-config --pkg-config-flags=--static --enable-gpl --enable-libx264 --enable-shared \
-        --disable-static --disable-programs --disable-doc --disable-avdevice --disable-avfilter --disable-postproc \
-        --disable-autodetect --enable-zlib --enable-w32threads --disable-debug
+        --disable-static --disable-ffplay --disable-doc --disable-postproc --disable-indevs --disable-outdevs \
+        --enable-indev=lavfi --disable-filters --enable-filter=testsrc2,scale,setpts,fps,aresample --disable-autodetect \
+        --enable-zlib --enable-w32threads --disable-debug
     make -j "$jobs"
     make install
 }
@@ -149,6 +151,8 @@ build_zbar() {
 }
 
 build_qtbase_opensource_src() {
+    # Names of files have two cases here.
+    sed -i 's/-lSecur32/-lsecur32/; s/-lCrypt32/-lcrypt32/' "$source/src/network/ssl/ssl.pri"
     # What is configured already is left so: it would be compiled anew.
     [[ -f Makefile ]] || "$source/configure" -opensource -confirm-license -xplatform win32-g++ \
         -device-option CROSS_COMPILE="$windows_host-" -prefix "$prefix/qt" -release -opengl desktop \

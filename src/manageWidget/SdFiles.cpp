@@ -2,7 +2,6 @@
 
 #include "base/DataTree.h"
 
-#include <QLocale>
 
 namespace corvanta::manage {
 
@@ -38,10 +37,6 @@ QString localName(const SdFile& file, const QString& ipncId) {
     return device + QLatin1Char('-') +
            (file.time.isValid() ? file.time : QDateTime::currentDateTime()).toString(dataTree::FileTimeFormat) +
            ending;
-}
-
-QString sizeText(qint64 bytes) {
-    return QLocale(QLocale::English).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 } // namespace corvanta::manage

@@ -25,7 +25,4 @@ QString folderAbove(const QString& folder);
 /// A name for the file here: its own when that can be one, else a harmless one made from the device and the time.
 QString localName(const SdFile& file, const QString& ipncId);
 
-/// "1.5 MB"
-QString sizeText(qint64 bytes);
-
 } // namespace corvanta::manage

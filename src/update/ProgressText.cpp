@@ -1,7 +1,8 @@
 #include "update/ProgressText.h"
 
+#include "base/SizeText.h"
+
 #include <QCoreApplication>
-#include <QLocale>
 
 #include <cmath>
 
@@ -12,10 +13,6 @@ constexpr int Whole = 1000; // permille
 
 QString tr(const char* text) {
     return QCoreApplication::translate("UpdateProgress", text);
-}
-
-QString size(qint64 bytes) {
-    return QLocale(QLocale::English).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
 }
 
 /// "1:05" or "1:01:05".
@@ -37,10 +34,10 @@ int permille(qint64 done, qint64 all) {
 
 ProgressText ofDownload(const UpdateDownload::Progress& progress) {
     const DownloadMeter::Reading& reading = progress.download;
-    QStringList parts{reading.bytes > 0 ? size(reading.bytesDone) + QStringLiteral(" / ") + size(reading.bytes)
-                                        : size(reading.bytesDone)};
+    QStringList parts{reading.bytes > 0 ? sizeText(reading.bytesDone) + QStringLiteral(" / ") + sizeText(reading.bytes)
+                                        : sizeText(reading.bytesDone)};
     if (reading.bytesPerSecond > 0)
-        parts += size(std::llround(reading.bytesPerSecond)) + QStringLiteral("/s");
+        parts += sizeText(std::llround(reading.bytesPerSecond)) + QStringLiteral("/s");
     if (reading.secondsLeft)
         parts += tr(QT_TRANSLATE_NOOP("UpdateProgress", "剩余 %1")).arg(duration(*reading.secondsLeft));
     const QString what = tr(QT_TRANSLATE_NOOP("UpdateProgress", "正在下载 %1/%2: %3"))

@@ -16,6 +16,10 @@ void Desktop::pull(const QPoint& from, const QPoint& to, int& steps) {
     moveMouse(from + (to - from) * (way - left) / way);
 }
 
+QRect Desktop::screen() {
+    return QGuiApplication::primaryScreen()->geometry();
+}
+
 QImage Desktop::look(const QRect& area) {
     return QGuiApplication::primaryScreen()
         ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
@@ -24,5 +28,5 @@ QImage Desktop::look(const QRect& area) {
 }
 
 QImage Desktop::look() {
-    return look(QGuiApplication::primaryScreen()->geometry());
+    return look(screen());
 }

@@ -69,6 +69,8 @@ public:
     static void pressKey(const QString& name);
     static void releaseKey(const QString& name);
 
+    /// The whole screen, px.
+    static QRect screen();
     static QImage look(const QRect& area);
     /// What is seen of the whole screen.
     static QImage look();

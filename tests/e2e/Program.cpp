@@ -58,7 +58,7 @@ Program::~Program() {
     kill();
 }
 
-bool Program::start() {
+bool Program::start(const QString& installation) {
     said_.clear();
     giveDrive(data_);
     QDir().mkpath(runtime_);
@@ -67,7 +67,10 @@ bool Program::start() {
     QProcessEnvironment environment = reader_.environment();
     setUp(environment, runtime_);
     process_.setProcessEnvironment(environment);
-    process_.start(QStringLiteral(CORVANTA_PROGRAM), {QStringLiteral("--data"), data_});
+    if (installation.isEmpty())
+        process_.start(QStringLiteral(CORVANTA_PROGRAM), {QStringLiteral("--data"), data_});
+    else
+        process_.start(installation, QStringList());
     return process_.waitForStarted(Desktop::Patience);
 }
 

@@ -18,7 +18,8 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    bool start();
+    /// Starts the built one, or another installation of it, which finds its data folder by itself.
+    bool start(const QString& installation = {});
     /// Ends it as a crash of the machine would: nothing is saved or cleaned up.
     void kill();
     /// Has it crash as by a fault of its own.

@@ -90,8 +90,13 @@ void ProgramTest::cleanupTestCase() {
     computers_.clear();
 }
 
-void ProgramTest::start() {
-    QVERIFY(program().start());
+void ProgramTest::keepDataIn(const QString& folder) {
+    at_->otherData = folder;
+    at_->program = at_->makeProgram(*reader_);
+}
+
+void ProgramTest::start(const QString& installation) {
+    QVERIFY(program().start(installation));
     COMES(!(window() = MainWindow(program().accessible())).isNull());
     COMES(Program::isActive(window().window()));
     // Asked anew each time: the dialog of an automatic sign-in has the keyboard for a moment.

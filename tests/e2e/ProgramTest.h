@@ -40,14 +40,16 @@ protected:
     /// Another process of the same user.
     std::unique_ptr<Program> another() const { return at_->makeProgram(*reader_); }
     QString data() const { return at_->data(); }
+    /// Has the user's data in a folder that is not of this test.
+    void keepDataIn(const QString& folder);
     /// One more computer, with a user and a program of its own, and sits down at it.
     void addComputer();
     /// Goes to a computer, from 0, and takes its program's window to the front.
     void sitAt(int computer);
 
     // Each of these is a failure of the test when it does not come about.
-    /// Starts the program and waits until its main window has the keyboard.
-    void start();
+    /// Starts the program, or another installation of it, and waits until its main window has the keyboard.
+    void start(const QString& installation = {});
     /// Opens the sign-in dialog and waits until it has the keyboard.
     void openSignIn();
     /// Types into the sign-in dialog and sends it off.
@@ -92,8 +94,9 @@ private:
         QTemporaryDir dir;
         std::unique_ptr<Program> program;
         MainWindow window;
+        QString otherData;
 
-        QString data() const { return dir.filePath(QStringLiteral("data 数据")); }
+        QString data() const { return otherData.isEmpty() ? dir.filePath(QStringLiteral("data 数据")) : otherData; }
         std::unique_ptr<Program> makeProgram(const ScreenReader& reader) const;
     };
 

@@ -5,7 +5,6 @@
 
 namespace {
 const QString Help = QStringLiteral("快捷键");
-const QRect Screen(0, 0, 1280, 720);
 } // namespace
 
 /// What the keys do in the main window.
@@ -52,10 +51,10 @@ void tst_Keys::fullScreen_data() {
 void tst_Keys::fullScreen() {
     QFETCH(QString, back);
     const QRect before = window().frame();
-    QVERIFY(before != Screen);
+    QVERIFY(before != Desktop::screen());
     Desktop::keys({QStringLiteral("F11")});
-    BECOMES(window().frame(), Screen);
-    COMES(window().grid().right() == Screen.right());
+    BECOMES(window().frame(), Desktop::screen());
+    COMES(window().grid().right() == Desktop::screen().right());
     COMES(!window().button(QStringLiteral("退出全屏")).isNull());
     Desktop::keys({back});
     BECOMES(window().frame(), before);

@@ -112,7 +112,7 @@ void tst_Restart::stateIsRestored() {
 }
 
 void tst_Restart::fullScreenIsRestored() {
-    const QRect screen(0, 0, 1280, 720);
+    const QRect screen = Desktop::screen();
     STEP(start());
     const QRect before = window().frame();
     Desktop::keys({QStringLiteral("F11")});

@@ -2,8 +2,6 @@
 #include "update/OddServer.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
@@ -28,7 +26,6 @@ private slots:
 private:
     /// The program's settings name the server.
     void useServer(const OddServer& server);
-    static QByteArray described(const QMap<QString, QByteArray>& files);
     QString installation() const { return QFileInfo(QStringLiteral(CORVANTA_PROGRAM)).path(); }
     QString fetched() const { return program().temporaryFolder() + QStringLiteral("/Corvanta"); }
 };
@@ -40,19 +37,6 @@ void tst_Updating::useServer(const OddServer& server) {
     file.write(QJsonDocument(QJsonObject{{QStringLiteral("更新服务器"), server.address()}}).toJson());
 }
 
-QByteArray tst_Updating::described(const QMap<QString, QByteArray>& files) {
-    QJsonArray list;
-    for (auto it = files.begin(); it != files.end(); ++it) {
-        const QByteArray md5 = QCryptographicHash::hash(it.value(), QCryptographicHash::Md5).toHex();
-        list +=
-            QJsonObject{{QStringLiteral("fileName"), it.key()}, {QStringLiteral("Md5"), QString::fromLatin1(md5)}};
-    }
-    return QJsonDocument(QJsonObject{{QStringLiteral("LatestVerison"), 2031},
-                                     {QStringLiteral("UpdateEXEname"), UpdaterName},
-                                     {QStringLiteral("Md5List"), list}})
-        .toJson();
-}
-
 void tst_Updating::handedOver() {
     const QByteArray told = program().temporaryFolder().toUtf8() + "/told";
     const QByteArray updater = "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + told + ".part'\nmv '" + told + ".part' '" +
@@ -60,7 +44,7 @@ void tst_Updating::handedOver() {
     const QMap<QString, QByteArray> files{{UpdaterName, updater},
                                           {QStringLiteral("corvanta-test-file"), QByteArray(500000, 'x')}};
     OddServer server;
-    server.describe(described(files));
+    server.describe(OddServer::descriptionOf(files, UpdaterName));
     for (auto it = files.begin(); it != files.end(); ++it)
         server.serveFile(it.key(), it.value());
     useServer(server);
@@ -82,7 +66,7 @@ void tst_Updating::handedOver() {
 
 void tst_Updating::ignoredAndCancelled() {
     OddServer server;
-    server.describe(described({{QStringLiteral("corvanta-test-file"), "new"}}));
+    server.describe(OddServer::descriptionOf({{QStringLiteral("corvanta-test-file"), "new"}}, UpdaterName));
     server.serve(OddServer::folder() + QStringLiteral("corvanta-test-file"),
                  {{"HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nn", true}});
     useServer(server);

@@ -1,5 +1,9 @@
 #include "update/OddServer.h"
 
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPointer>
 #include <QTcpSocket>
 #include <QTimer>
@@ -75,4 +79,24 @@ void OddServer::send(QTcpSocket* socket, const Answer& answer, int piece) {
     } else if (!answer.staysOpen) {
         socket->disconnectFromHost();
     }
+}
+
+QByteArray OddServer::descriptionOf(const QMap<QString, QByteArray>& files, const QString& updater, int version) {
+    QJsonArray list;
+    QMap<QString, QJsonArray> folders;
+    for (auto it = files.begin(); it != files.end(); ++it) {
+        const QByteArray sum = QCryptographicHash::hash(it.value(), QCryptographicHash::Md5).toHex();
+        const QJsonObject entry{{QStringLiteral("fileName"), it.key().section('/', -1)},
+                                {QStringLiteral("Md5"), QString::fromLatin1(sum)}};
+        if (it.key().contains('/'))
+            folders[it.key().section('/', 0, 0)] += entry;
+        else
+            list += entry;
+    }
+    for (auto it = folders.begin(); it != folders.end(); ++it)
+        list += QJsonObject{{QStringLiteral("fileName"), it.key()}, {QStringLiteral("sublist"), it.value()}};
+    return QJsonDocument(QJsonObject{{QStringLiteral("LatestVerison"), version},
+                                     {QStringLiteral("UpdateEXEname"), updater},
+                                     {QStringLiteral("Md5List"), list}})
+        .toJson(QJsonDocument::Compact);
 }

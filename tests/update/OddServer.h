@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QMap>
 #include <QObject>
 #include <QStringList>
 #include <QTcpServer>
@@ -24,7 +25,10 @@ public:
     void serve(const QString& path, const QList<Answer>& answers) { answers_[path] = answers; }
     /// A file of the update, as a good server sends it.
     void serveFile(const QString& file, const QByteArray& content);
-    /// The description.
+    /// The description of a version: its files, by their paths, of which only the first folder is one, with contents.
+    static QByteArray descriptionOf(const QMap<QString, QByteArray>& files,
+                                    const QString& updater = QStringLiteral("updater.sh"), int version = 2031);
+    /// The description that is served.
     void describe(const QByteArray& json) { serveFile(QStringLiteral("versionMd5.json"), json); }
 
     /// Paths asked for, oldest first, without the common folder.

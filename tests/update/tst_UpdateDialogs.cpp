@@ -5,7 +5,6 @@
 #include "update/OddServer.h"
 #include "update/ui/CheckUpdateVersionDialog.h"
 
-#include <QCryptographicHash>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -19,10 +18,9 @@ namespace {
 
 constexpr int Long = 60000; // ms
 
-QByteArray described(int version, const QByteArray& content = "new") {
-    return R"({"LatestVerison":)" + QByteArray::number(version) +
-           R"(,"UpdateEXEname":"no-such-updater","Md5List":[{"fileName":"update-test-file","Md5":")" +
-           QCryptographicHash::hash(content, QCryptographicHash::Md5).toHex() + R"("}]})";
+QByteArray described(int version) {
+    return OddServer::descriptionOf({{QStringLiteral("update-test-file"), "new"}}, QStringLiteral("no-such-updater"),
+                                    version);
 }
 
 } // namespace

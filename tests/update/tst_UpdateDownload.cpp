@@ -3,10 +3,6 @@
 #include "update/UpdateDownload.h"
 #include "update/VersionCheck.h"
 
-#include <QCryptographicHash>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QSignalSpy>
 #include <QSslConfiguration>
 #include <QTcpSocket>
@@ -21,10 +17,6 @@ namespace {
 constexpr int Long = 60000; // ms; far more than anything takes
 
 const QString NoDescription = QStringLiteral("服务器地址错误或JSON格式错误!");
-
-QByteArray md5(const QByteArray& content) {
-    return QCryptographicHash::hash(content, QCryptographicHash::Md5).toHex();
-}
 
 void write(const QString& path, const QByteArray& content) {
     QDir().mkpath(QFileInfo(path).path());
@@ -45,24 +37,6 @@ QStringList filesBelow(const QString& folder) {
         paths += each.next().mid(folder.size() + 1);
     paths.sort();
     return paths;
-}
-
-/// The description of a version: its files by their paths, of which only the first folder is one.
-QByteArray descriptionOf(const QMap<QString, QByteArray>& files, const QString& updater = "updater.sh") {
-    QJsonArray list;
-    QMap<QString, QJsonArray> folders;
-    for (auto it = files.begin(); it != files.end(); ++it) {
-        const QString name = it.key().section('/', -1);
-        const QJsonObject entry{{"fileName", name}, {"Md5", QString::fromLatin1(md5(it.value()))}};
-        if (it.key().contains('/'))
-            folders[it.key().section('/', 0, 0)] += entry;
-        else
-            list += entry;
-    }
-    for (auto it = folders.begin(); it != folders.end(); ++it)
-        list += QJsonObject{{"fileName", it.key()}, {"sublist", it.value()}};
-    return QJsonDocument(QJsonObject{{"LatestVerison", 2031}, {"UpdateEXEname", updater}, {"Md5List", list}})
-        .toJson();
 }
 
 } // namespace
@@ -185,7 +159,7 @@ void tst_UpdateDownload::fromNginx() {
                                     {"workspaces/a", "theirs"}};
     for (auto it = files.begin(); it != files.end(); ++it)
         write(nginx_.folder() + "/" + it.key(), it.value());
-    write(nginx_.folder() + "/versionMd5.json", descriptionOf(files));
+    write(nginx_.folder() + "/versionMd5.json", OddServer::descriptionOf(files));
     write(installed("dataBase.db"), "mine");
     if (isSecure) {
         QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
@@ -206,12 +180,12 @@ void tst_UpdateDownload::fromNginx() {
 }
 
 void tst_UpdateDownload::wrongCertificate() {
-    write(nginx_.folder() + "/versionMd5.json", descriptionOf({}));
+    write(nginx_.folder() + "/versionMd5.json", OddServer::descriptionOf({}));
     QCOMPARE(check(nginx_.secureAddress()).problem, NoDescription);
 }
 
 void tst_UpdateDownload::nothingToDo() {
-    odd_->describe(descriptionOf({{"same.dll", "same"}, {"lib/changed.dll", "old"}}));
+    odd_->describe(OddServer::descriptionOf({{"same.dll", "same"}, {"lib/changed.dll", "old"}}));
     QSignalSpy nothing(download_.get(), &UpdateDownload::sigNothingToDo);
     QVERIFY(begin(odd_->address()));
     QTRY_COMPARE_WITH_TIMEOUT(nothing.size(), 1, Long);
@@ -240,7 +214,7 @@ void tst_UpdateDownload::compressedByTheServer() {
     QFETCH(QByteArray, body);
     QFETCH(bool, isGood);
     const QByteArray content = "new " + QByteArray(1000, 'x');
-    odd_->describe(descriptionOf({{"a.dll", content}}));
+    odd_->describe(OddServer::descriptionOf({{"a.dll", content}}));
     odd_->serve(OddServer::folder() + "a.dll", {OddServer::good(body, headers)});
     QVERIFY(begin(odd_->address()));
     QVERIFY(waitFor(isGood ? State::Ready : State::Idle));
@@ -283,7 +257,7 @@ void tst_UpdateDownload::oddAnswers() {
     QFETCH(QByteArray, answer);
     QFETCH(int, tries);
     QFETCH(QString, text);
-    odd_->describe(descriptionOf({{"changed.dll", "new"}, {"z", "never asked for"}}));
+    odd_->describe(OddServer::descriptionOf({{"changed.dll", "new"}, {"z", "never asked for"}}));
     odd_->serve(OddServer::folder() + "changed.dll", {{answer}});
     QVERIFY(begin(odd_->address()));
     QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 1, Long);
@@ -298,7 +272,7 @@ void tst_UpdateDownload::oddAnswers() {
 }
 
 void tst_UpdateDownload::slowBytes() {
-    odd_->describe(descriptionOf({{"a", QByteArray(100, 'a')}}));
+    odd_->describe(OddServer::descriptionOf({{"a", QByteArray(100, 'a')}}));
     OddServer::Answer slow = OddServer::good(QByteArray(100, 'a'));
     slow.pieces = slow.bytes.size();
     odd_->serve(OddServer::folder() + "a", {slow});
@@ -308,7 +282,7 @@ void tst_UpdateDownload::slowBytes() {
 
 // It says that it will send something, and then does not: it has gone away after a while, twice.
 void tst_UpdateDownload::silentServer() {
-    odd_->describe(descriptionOf({{"a", "abcdef"}}));
+    odd_->describe(OddServer::descriptionOf({{"a", "abcdef"}}));
     OddServer::Answer silent{"HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nabc", true};
     odd_->serve(OddServer::folder() + "a", {silent});
     download_->setLimits({500});
@@ -329,7 +303,7 @@ void tst_UpdateDownload::endlessBody() {
     odd_->serve(OddServer::folder() + "versionMd5.json", {endless});
     QCOMPARE(check(odd_->address()).problem, NoDescription);
     QTRY_COMPARE_WITH_TIMEOUT(odd_->openConnections(), 0, Long);
-    odd_->describe(descriptionOf({{"a", "first"}}));
+    odd_->describe(OddServer::descriptionOf({{"a", "first"}}));
     odd_->serve(OddServer::folder() + "a", {endless});
     download_->setLimits({Long, 8 << 20});
     QVERIFY(begin(odd_->address()));
@@ -352,7 +326,7 @@ void tst_UpdateDownload::largeDescription() {
 }
 
 void tst_UpdateDownload::secondTry() {
-    odd_->describe(descriptionOf({{"a", "first"}, {"b", "second"}}));
+    odd_->describe(OddServer::descriptionOf({{"a", "first"}, {"b", "second"}}));
     odd_->serve(OddServer::folder() + "a", {OddServer::good("damaged"), OddServer::good("first")});
     odd_->serve(OddServer::folder() + "b",
                 {{"HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsec"}, OddServer::good("second")});
@@ -370,7 +344,7 @@ void tst_UpdateDownload::cancel_data() {
 
 void tst_UpdateDownload::cancel() {
     QFETCH(int, when);
-    odd_->describe(descriptionOf({{"a", "first"}, {"b", "second"}}));
+    odd_->describe(OddServer::descriptionOf({{"a", "first"}, {"b", "second"}}));
     odd_->serveFile("a", "first");
     const bool isMiddle = static_cast<State>(when) == State::Fetching;
     odd_->serve(OddServer::folder() + "b",
@@ -396,7 +370,7 @@ void tst_UpdateDownload::cancel() {
 
 void tst_UpdateDownload::progress() {
     const QByteArray large(2 << 20, 'x');
-    odd_->describe(descriptionOf({{"a", large}, {"b", "abc"}}));
+    odd_->describe(OddServer::descriptionOf({{"a", large}, {"b", "abc"}}));
     OddServer::Answer slow = OddServer::good(large);
     slow.pieces = 200;
     odd_->serve(OddServer::folder() + "a", {slow});
@@ -426,7 +400,7 @@ void tst_UpdateDownload::badServers_data() {
     const auto row = [](const char* name, const QByteArray& answer) {
         QTest::newRow(name) << answer;
     };
-    row("404 with a good description", OddServer::status("404 Not Found", "", descriptionOf({})).bytes);
+    row("404 with a good description", OddServer::status("404 Not Found", "", OddServer::descriptionOf({})).bytes);
     row("500", OddServer::status("500 Internal Server Error").bytes);
     row("a page", OddServer::good("<html><body>Welcome</body></html>").bytes);
     row("cut", "HTTP/1.1 200 OK\r\nContent-Length: 50000\r\n\r\n{\"LatestVerison\":2031");
@@ -444,7 +418,7 @@ void tst_UpdateDownload::badServers() {
 
 void tst_UpdateDownload::signedDescriptions() {
     const QTemporaryDir dir;
-    const QByteArray description = descriptionOf({{"a", "first"}});
+    const QByteArray description = OddServer::descriptionOf({{"a", "first"}});
     write(dir.filePath("text"), description);
     const auto openssl = [&dir](const QString& arguments) {
         QProcess process;
@@ -476,7 +450,7 @@ void tst_UpdateDownload::handOver() {
         "#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"$#\" \"$@\" > \"$2/told.part\"\nmv \"$2/told.part\" \"$2/told\"\n";
     write(installed("updater.sh"), "#!/bin/sh\nexit 1\n");
     QVERIFY(QFile::setPermissions(installed("updater.sh"), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
-    odd_->describe(descriptionOf({{"updater.sh", updater}, {"lib/changed.dll", "new"}}));
+    odd_->describe(OddServer::descriptionOf({{"updater.sh", updater}, {"lib/changed.dll", "new"}}));
     odd_->serveFile("updater.sh", updater);
     odd_->serveFile("lib/changed.dll", "new");
     QSignalSpy over(download_.get(), &UpdateDownload::sigHandedOver);
@@ -495,7 +469,7 @@ void tst_UpdateDownload::handOver() {
 }
 
 void tst_UpdateDownload::handOverRefused() {
-    odd_->describe(descriptionOf({{"a", "first"}}, "none.sh"));
+    odd_->describe(OddServer::descriptionOf({{"a", "first"}}, "none.sh"));
     odd_->serveFile("a", "first");
     QVERIFY(begin(odd_->address()));
     QVERIFY(waitFor(State::Ready));
@@ -527,7 +501,7 @@ void tst_UpdateDownload::linksInTheInstallation() {
     QVERIFY(QFile::link(dir_->filePath("elsewhere"), installed("plugins")));
     QVERIFY(QFile::link(dir_->filePath("elsewhere/a"), installed("updater.sh")));
     const QByteArray updater = "#!/bin/sh\n:>\"$2/told\"\n";
-    odd_->describe(descriptionOf({{"plugins/a", "first"}, {"updater.sh", updater}}));
+    odd_->describe(OddServer::descriptionOf({{"plugins/a", "first"}, {"updater.sh", updater}}));
     odd_->serveFile("plugins/a", "first");
     odd_->serveFile("updater.sh", updater);
     QVERIFY(begin(odd_->address()));

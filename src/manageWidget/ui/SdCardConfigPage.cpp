@@ -2,6 +2,7 @@
 
 #include "account/ui/AccountForm.h"
 #include "base/RequestBuilder.h"
+#include "base/SizeText.h"
 #include "base/ui/FileChooser.h"
 #include "manageWidget/FlowRequest.h"
 #include "manageWidget/ui/ManageSend.h"
@@ -68,7 +69,7 @@ SdCardConfigPage::SdCardConfigPage(const ConfigTarget& target, QWidget* parent)
     buildDownload();
     connect(loading_, &FlowRequest::sigProgress, this, [this](qint64 done, qint64 total) {
         bar_->setValue(total > 0 ? static_cast<int>(done * Whole / total) : 0);
-        progress_->setText(QStringLiteral("%1 / %2").arg(manage::sizeText(done), manage::sizeText(total)));
+        progress_->setText(QStringLiteral("%1 / %2").arg(corvanta::sizeText(done), corvanta::sizeText(total)));
     });
     connect(loading_, &FlowRequest::sigDone, this, [this] { nextDownload(); });
     connect(loading_, &FlowRequest::sigFailed, this, [this](const QString& text) {
@@ -168,7 +169,7 @@ void SdCardConfigPage::read() {
         const qint64 used = values.value(QStringLiteral("sdused")).toLongLong() * MegaByte;
         const qint64 left = values.value(QStringLiteral("sdleft")).toLongLong() * MegaByte;
         used_->setValue(used + left > 0 ? static_cast<int>(used * Whole / (used + left)) : 0);
-        room_->setText(tr("已用%1，剩余%2").arg(manage::sizeText(used), manage::sizeText(left)));
+        room_->setText(tr("已用%1，剩余%2").arg(corvanta::sizeText(used), corvanta::sizeText(left)));
         list();
     });
 }
@@ -203,7 +204,7 @@ void SdCardConfigPage::showFiles(const QVariant& sdlist) {
         const SdFile& file = shown_[number];
         auto* const row =
             new QTreeWidgetItem(files_, {file.name, file.time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")),
-                                         file.isFolder ? QString() : manage::sizeText(file.size),
+                                         file.isFolder ? QString() : corvanta::sizeText(file.size),
                                          file.isFolder                         ? tr("文件夹")
                                          : file.kind == QLatin1String("video") ? tr("录像")
                                          : file.kind == QLatin1String("image") ? tr("图片")

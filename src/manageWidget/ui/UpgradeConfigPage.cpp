@@ -4,6 +4,7 @@
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
 #include "base/ServerErrors.h"
+#include "base/SizeText.h"
 #include "base/ui/FileChooser.h"
 #include "manageWidget/FlowRequest.h"
 #include "manageWidget/SdFiles.h"
@@ -85,7 +86,7 @@ UpgradeConfigPage::UpgradeConfigPage(const ConfigTarget& target, QWidget* parent
     connect(&watch_, &QTimer::timeout, this, &UpgradeConfigPage::watch);
     connect(sending_, &FlowRequest::sigProgress, this, [this](qint64 done, qint64 total) {
         bar_->setValue(total > 0 ? static_cast<int>(done * Whole / total) : 0);
-        progressText_->setText(tr("正在上传 %1").arg(manage::sizeText(done)));
+        progressText_->setText(tr("正在上传 %1").arg(corvanta::sizeText(done)));
     });
     connect(sending_, &FlowRequest::sigDone, this, [this] {
         upgrade({{QStringLiteral("uploaded"), 1}}, QFileInfo(file_->text()).fileName());
@@ -122,7 +123,7 @@ void UpgradeConfigPage::askLatest() {
         newest_ = isNewer ? version : QString();
         latest_->setText(isNewer
                              ? QStringLiteral("%1  (%2)")
-                                   .arg(version, manage::sizeText(resp.value(QStringLiteral("size")).toLongLong()))
+                                   .arg(version, corvanta::sizeText(resp.value(QStringLiteral("size")).toLongLong()))
                              : tr("已是最新版本"));
         notes_->setText(resp.value(QStringLiteral("text")).toString());
         showButtons();

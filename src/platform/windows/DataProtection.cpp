@@ -1,6 +1,10 @@
 #include "platform/DataProtection.h"
 
 #include <windows.h>
+// They need what windows.h declares.
+#include <wincrypt.h>
+
+#include <dpapi.h>
 
 namespace corvanta::platform {
 

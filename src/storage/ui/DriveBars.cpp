@@ -1,5 +1,6 @@
 #include "storage/ui/DriveBars.h"
 
+#include "base/SizeText.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
 #include "storage/RecordingStorage.h"
@@ -31,8 +32,8 @@ QString DriveBar::text() const {
     if (!space_)
         return tr("%1 不可用").arg(name);
     return tr("%1 可用 %2 / %3")
-        .arg(name, fileTexts::size(static_cast<qint64>(space_->free)),
-             fileTexts::size(static_cast<qint64>(space_->total)));
+        .arg(name, corvanta::sizeText(static_cast<qint64>(space_->free)),
+             corvanta::sizeText(static_cast<qint64>(space_->total)));
 }
 
 void DriveBar::setSpace(const std::optional<Space>& space, std::uint64_t threshold) {
@@ -40,7 +41,7 @@ void DriveBar::setSpace(const std::optional<Space>& space, std::uint64_t thresho
     threshold_ = threshold;
     setAccessibleName(text());
     const QString limit =
-        tr("剩余空间不超过 %1 时不再写入新文件").arg(fileTexts::size(static_cast<qint64>(threshold)));
+        tr("剩余空间不超过 %1 时不再写入新文件").arg(corvanta::sizeText(static_cast<qint64>(threshold)));
     setToolTip(corvanta::plainToolTip(space ? text() + QLatin1Char('\n') + limit
                                             : text() + QLatin1Char('\n') + tr("请检查磁盘是否已连接")));
     update();

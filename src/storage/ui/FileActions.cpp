@@ -1,5 +1,6 @@
 #include "storage/ui/FileActions.h"
 
+#include "base/SizeText.h"
 #include "base/ui/TipDialog.h"
 #include "storage/RecordingStorage.h"
 #include "storage/ui/PictureViewer.h"
@@ -95,7 +96,7 @@ void FileActions::remove(const Choice& choice) {
                                  ? tr("确定删除文件“%1”?\n删除后无法恢复。")
                                        .arg(fileTexts::oneLine(choice.files->at(choice.selected[0]).name, 80))
                                  : tr("确定删除所选的 %1 个文件 (%2)?\n删除后无法恢复。")
-                                       .arg(fileTexts::count(paths.size()), fileTexts::size(bytes));
+                                       .arg(fileTexts::count(paths.size()), corvanta::sizeText(bytes));
     if (!TipDialog::ask(tr("删除文件"), question, true, parent_))
         return;
     deleting_ = paths;

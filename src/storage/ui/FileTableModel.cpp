@@ -1,5 +1,6 @@
 #include "storage/ui/FileTableModel.h"
 
+#include "base/SizeText.h"
 #include "base/ui/PlainToolTip.h"
 
 #include <QDir>
@@ -52,7 +53,7 @@ QString FileTableModel::text(const FileRecord& file, int column) const {
     case NameColumn:
         return fileTexts::oneLine(file.name);
     default:
-        return fileTexts::size(file.size);
+        return corvanta::sizeText(file.size);
     }
 }
 

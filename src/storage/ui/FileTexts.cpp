@@ -19,13 +19,6 @@ QString kind(const QString& folder) {
                       : QCoreApplication::translate("FileTexts", Texts[static_cast<std::size_t>(number)]);
 }
 
-QString size(qint64 bytes) {
-    if (bytes < 1024)
-        return QStringLiteral("%1 B").arg(bytes);
-    QString text = QLocale(QLocale::English).formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
-    return text.replace(QLatin1String("kB"), QLatin1String("KB"));
-}
-
 QString time(const FileRecord& file) {
     return file.time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }

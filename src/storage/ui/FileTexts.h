@@ -15,8 +15,6 @@ using DeviceNames = std::function<QString(const QString& ipncid)>;
 namespace fileTexts {
 /// The kind as the user reads it; an unknown one as it is.
 QString kind(const QString& folder);
-/// "1.2 MB".
-QString size(qint64 bytes);
 /// "yyyy-MM-dd hh:mm:ss".
 QString time(const FileRecord& file);
 /// A name of a file or folder as one line: without control characters, at most `longest` characters.

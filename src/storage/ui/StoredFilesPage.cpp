@@ -3,6 +3,7 @@
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/Settings.h"
+#include "base/SizeText.h"
 #include "base/ui/BarButton.h"
 #include "base/ui/Theme.h"
 #include "storage/RecordingStorage.h"
@@ -302,7 +303,7 @@ void StoredFilesPage::onSearchEnded() {
 }
 
 QString StoredFilesPage::foundText() const {
-    return tr("共 %1 个文件，%2").arg(fileTexts::count(files_->count()), fileTexts::size(files_->bytes()));
+    return tr("共 %1 个文件，%2").arg(fileTexts::count(files_->count()), corvanta::sizeText(files_->bytes()));
 }
 
 void StoredFilesPage::showFiles(storage::FoundFiles files) {

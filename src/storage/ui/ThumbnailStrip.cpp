@@ -1,5 +1,6 @@
 #include "storage/ui/ThumbnailStrip.h"
 
+#include "base/SizeText.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
 #include "storage/ui/FileTexts.h"
@@ -55,7 +56,7 @@ QVariant ThumbnailModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         return corvanta::plainToolTip(
             QStringLiteral("%1 %2\n%3")
-                .arg(fileTexts::kind(file.kind), fileTexts::size(file.size), fileTexts::oneLine(file.path, 2000)));
+                .arg(fileTexts::kind(file.kind), corvanta::sizeText(file.size), fileTexts::oneLine(file.path, 2000)));
     case Qt::AccessibleTextRole:
         return QStringLiteral("%1 %2").arg(fileTexts::time(file), fileTexts::kind(file.kind));
     default:

@@ -1,5 +1,6 @@
 #include "monitor/ui/settings/DriveList.h"
 
+#include "base/SizeText.h"
 #include "base/ui/Theme.h"
 #include "monitor/DriveOrder.h"
 #include "monitor/ui/settings/ListButton.h"
@@ -7,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -18,10 +18,6 @@ namespace {
 
 enum Column { RootColumn, FreeColumn, TotalColumn };
 constexpr int RootRole = Qt::UserRole;
-
-QString sizeText(std::uint64_t bytes) {
-    return QLocale::c().formattedDataSize(static_cast<qint64>(bytes), 1, QLocale::DataSizeIecFormat);
-}
 
 } // namespace
 
@@ -66,7 +62,7 @@ void DriveList::addRow(const DriveChoice& drive) {
     item->setData(RootColumn, RootRole, drive.root);
     item->setCheckState(RootColumn, drive.isUsed ? Qt::Checked : Qt::Unchecked);
     const auto size = [&drive](std::uint64_t DriveChoice::Space::*bytes) {
-        return drive.space ? sizeText(*drive.space.*bytes) : QStringLiteral("-");
+        return drive.space ? corvanta::sizeText(static_cast<qint64>(*drive.space.*bytes)) : QStringLiteral("-");
     };
     item->setText(FreeColumn, size(&DriveChoice::Space::free));
     item->setText(TotalColumn, size(&DriveChoice::Space::total));

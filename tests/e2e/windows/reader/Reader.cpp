@@ -75,6 +75,12 @@ QStringList childrenOf(const QAccessibleInterface& thing) {
     return result;
 }
 
+/// A place in the screen's own pixels: the program counts in those of a display without scaling.
+QRect onScreen(const QRect& place) {
+    const qreal scaling = qApp->devicePixelRatio();
+    return {(QPointF(place.topLeft()) * scaling).toPoint(), (QSizeF(place.size()) * scaling).toSize()};
+}
+
 QVariant textOf(QAccessibleInterface& thing) {
     auto* const text = thing.textInterface();
     return text == nullptr ? QVariant() : text->text(0, text->characterCount());
@@ -96,7 +102,7 @@ QVariant tell(AccessSource::What what, QAccessibleInterface& thing) {
     case AccessSource::What::States:
         return statesOf(thing);
     case AccessSource::What::Place:
-        return thing.rect();
+        return onScreen(thing.rect());
     case AccessSource::What::Text:
         return textOf(thing);
     case AccessSource::What::Number:
