@@ -17,7 +17,17 @@ if(MINGW AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # It takes joined texts for overlapping ones (GCC's bug 105651).
   target_compile_options(corvanta_options INTERFACE -Wno-restrict)
 endif()
+if(MINGW)
+  # A program or a test says which library is the SDK's; what uses it may stand behind that on the linker's line.
+  foreach(kind EXE SHARED MODULE)
+    string(APPEND CMAKE_${kind}_LINKER_FLAGS " -Wl,--start-group")
+  endforeach()
+  string(APPEND CMAKE_CXX_STANDARD_LIBRARIES " -Wl,--end-group")
+endif()
 if(WIN32)
+  # As libraries are called there.
+  set(CMAKE_SHARED_LIBRARY_PREFIX "")
+  set(CMAKE_SHARED_MODULE_PREFIX "")
   # Windows 7 and later. Times have 64 bits also where the compiler's C library is the old one.
   add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN
                           __MINGW_USE_VC2005_COMPAT=1)

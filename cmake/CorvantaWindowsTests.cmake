@@ -9,7 +9,7 @@ set(corvanta_windows_tests
   tst_LinkageRules tst_Alarms tst_ManageRules tst_PtzControl tst_MapRules tst_Rotation tst_StoredFiles tst_FileDeletion
   tst_FoundFiles tst_RoomMaker tst_AvMessage tst_LiveSessions tst_Placement tst_FrameBuffer tst_DropRule
   tst_SavedWorkspace tst_SettingRules tst_TileGrid tst_SensorRules tst_QrRules tst_Calibration tst_QrPictures
-  tst_LaserSpot tst_LaserRules tst_LaserFiles tst_VideoMeasurer tst_UpdateRules tst_AppManager tst_MeasureRoad
+  tst_LaserSpot tst_LaserRules tst_LaserFiles tst_VideoMeasurer tst_AppManager tst_MeasureRoad
   tst_ClipExport tst_MediaFile tst_PlaybackClock tst_PlaybackSession tst_Timeline
   # the embedded SDK
   tst_embedded_Linkage tst_AnnexB tst_FrameRing tst_Pictures tst_Loops tst_LoopViews tst_RtspAddress tst_RtspMessages
@@ -17,7 +17,7 @@ set(corvanta_windows_tests
   tst_embedded_DeviceAdmin tst_embedded_DeviceParameters tst_embedded_Linkages tst_embedded_Maps tst_embedded_Messages
   tst_embedded_Ptz tst_embedded_Registration tst_embedded_ServiceConfig tst_embedded_Sharing tst_embedded_SignIn
   tst_embedded_Store tst_embedded_Text tst_embedded_Video tst_embedded_VideoChange tst_embedded_SharedLibrary
-  tst_embedded_HeadPictures tst_embedded_Measuring
+  tst_embedded_Measuring
   # windows
   tst_GLYuvWidget tst_ItemVideo tst_PictureBeat tst_PictureViewer tst_FileTable tst_LoginDialog tst_Fwidget tst_Wall
   # the program

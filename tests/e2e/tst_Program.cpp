@@ -123,7 +123,6 @@ void tst_Program::windowIsMovedAndResized() {
     COMES((Desktop::pull(corner, moved.topLeft() + QPoint(100, 100), steps), window().frame().size() == Smallest));
     Desktop::release();
 
-    const QRect whole(QPoint(), Screen);
     STEP(clickButton(QStringLiteral("全屏")));
     BECOMES(window().frame(), screen);
     COMES(window().grid().right() == screen.right()); // no edge to take hold of

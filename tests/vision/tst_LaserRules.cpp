@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 using namespace corvanta::vision;
 
@@ -88,7 +89,7 @@ void tst_LaserRules::scalesMeasure() {
 /// A camera 500 mm before a plate that is turned about its upright axis; y of the plate is upwards.
 void tst_LaserRules::tiltedPlatesAreMeasured() {
     for (const double degrees : {0.0, 20.0, -45.0, 65.0}) {
-        const auto seen = [turned = degrees * M_PI / 180](const QPointF& place) {
+        const auto seen = [turned = degrees * std::numbers::pi / 180](const QPointF& place) {
             const double away = 500 + place.x() * std::sin(turned);
             return QPointF(640 + 900 * place.x() * std::cos(turned) / away, 360 - 900 * place.y() / away);
         };

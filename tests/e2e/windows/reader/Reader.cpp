@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QLocalSocket>
+#include <QWidget>
 
 namespace {
 
@@ -114,8 +115,8 @@ QVariant tell(AccessSource::What what, QAccessibleInterface& thing) {
 }
 
 [[noreturn]] void crash() {
-    volatile int* const nothing = reinterpret_cast<int*>(8);
-    *nothing = 1;
+    volatile quintptr nothing = 8; // the compiler is not to know where
+    *reinterpret_cast<volatile int*>(nothing) = 1;
     abort();
 }
 
