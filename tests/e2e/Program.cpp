@@ -67,8 +67,10 @@ bool Program::start(const QString& installation) {
     QProcessEnvironment environment = reader_.environment();
     setUp(environment, runtime_);
     process_.setProcessEnvironment(environment);
+    // Where the program is tested as it is handed on, that is another one than the built one.
+    const QString program = qEnvironmentVariable("CORVANTA_PROGRAM", QStringLiteral(CORVANTA_PROGRAM));
     if (installation.isEmpty())
-        process_.start(QStringLiteral(CORVANTA_PROGRAM), {QStringLiteral("--data"), data_});
+        process_.start(program, {QStringLiteral("--data"), data_});
     else
         process_.start(installation, QStringList());
     return process_.waitForStarted(Desktop::Patience);

@@ -89,8 +89,10 @@ void tst_WindowsSystem::secrets() {
     const auto kept = platform::protectForUser(secret);
     QVERIFY(kept && kept->find(secret) == std::string::npos);
     QVERIFY(platform::unprotectForUser(*kept) == secret);
+    QVERIFY(platform::unprotectForUser(kept->substr(0, kept->size() / 2)) != secret);
     std::string damaged = *kept;
-    damaged[damaged.size() / 2] = static_cast<char>(damaged[damaged.size() / 2] ^ 1);
+    for (char& byte : damaged)
+        byte = static_cast<char>(byte ^ 1);
     QVERIFY(platform::unprotectForUser(damaged) != secret);
     QVERIFY(!platform::unprotectForUser("nothing"));
 }

@@ -25,6 +25,8 @@ PlaybackTile::PlaybackTile(int number, const QString& name, QWidget* parent)
     describe();
 }
 
+PlaybackTile::~PlaybackTile() = default;
+
 void PlaybackTile::show(const PlaybackSession::View& view) {
     using State = CameraPlayer::Report::State;
     view_ = view;
@@ -32,10 +34,8 @@ void PlaybackTile::show(const PlaybackSession::View& view) {
             : view.state == State::Broken ? tr("录像文件无法读取")
                                           : QString();
     if (view.picture != nullptr && GLYuvWidget::isSupported()) {
-        if (renderer_ == nullptr) {
-            renderer_ = new GLYuvWidget(this);
-            renderer_->hide(); // the wall draws it
-        }
+        if (renderer_ == nullptr)
+            renderer_ = std::make_unique<GLYuvWidget>();
         // The renderer copies what it is handed; its slot's type is that of the live pictures' signal.
         renderer_->slotShowYuv(const_cast<uchar*>(view.picture->bytes.data()), view.picture->size.width,
                                view.picture->size.height);

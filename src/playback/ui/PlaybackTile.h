@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class GLYuvWidget;
 
 namespace corvanta::playback {
@@ -14,6 +16,7 @@ class PlaybackTile final : public QWidget {
     Q_OBJECT
 public:
     PlaybackTile(int number, const QString& name, QWidget* parent);
+    ~PlaybackTile() override;
 
     void show(const PlaybackSession::View& view);
     /// Why nothing of this camera can be played; shown wherever it has no picture.
@@ -24,7 +27,7 @@ public:
     /// Where the picture lies in the tile; empty while there is none.
     QRect picturePlace() const;
     /// Null while there was no picture yet.
-    GLYuvWidget* renderer() const { return renderer_; }
+    GLYuvWidget* renderer() const { return renderer_.get(); }
     const SharedPicture& picture() const { return view_.picture; }
     QString text() const { return text_; }
 
@@ -46,7 +49,7 @@ private:
     QString text_;   ///< in place of the picture
     QString reason_; ///< empty while there is something to be played
     bool selected_ = false;
-    GLYuvWidget* renderer_ = nullptr;
+    std::unique_ptr<GLYuvWidget> renderer_; ///< no child: the wall draws it, and widgets need no OpenGL then
 };
 
 } // namespace corvanta::playback

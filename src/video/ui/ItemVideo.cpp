@@ -200,11 +200,11 @@ ItemVideo::Counters ItemVideo::counters() const {
 }
 
 void ItemVideo::createRenderer() {
-    renderer_ = new GLYuvWidget(this);
+    renderer_ = std::make_unique<GLYuvWidget>(drawnByWall_ ? nullptr : this);
     renderer_->setAttribute(Qt::WA_TransparentForMouseEvents);
     renderer_->setFocusPolicy(Qt::NoFocus);
     renderer_->hide();
-    connect(this, &ItemVideo::sigYuv, renderer_, &GLYuvWidget::slotShowYuv);
+    connect(this, &ItemVideo::sigYuv, renderer_.get(), &GLYuvWidget::slotShowYuv);
 }
 
 void ItemVideo::setDrawnByWall(bool byWall) {
@@ -213,7 +213,7 @@ void ItemVideo::setDrawnByWall(bool byWall) {
 }
 
 QRect ItemVideo::picturePlace() const {
-    return hasPicture() && renderer_ != nullptr ? renderer_->geometry() : QRect();
+    return hasPicture() && renderer_ != nullptr ? picturePlace_ : QRect();
 }
 
 QRegion ItemVideo::overPicture() const {
@@ -230,7 +230,8 @@ void ItemVideo::placeRenderer() {
         return;
     }
     if (const auto place = corvanta::video::placeRenderer(aspectMode_, size(), frameSize_)) {
-        renderer_->setGeometry(*place);
+        picturePlace_ = *place;
+        renderer_->setGeometry(picturePlace_);
     }
     update();
 }

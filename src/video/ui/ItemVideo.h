@@ -80,10 +80,10 @@ public:
     /// not used after the return. Returns whether it was taken.
     bool showFrame(const uchar* picture, uint width, uint height);
 
-    /// The wall draws the tile's picture; the renderer is not shown as a widget.
+    /// The wall draws the tile's picture; the renderer is not shown as a widget. To be said before the first picture.
     void setDrawnByWall(bool byWall);
     /// Null before the first picture.
-    GLYuvWidget* renderer() const { return renderer_; }
+    GLYuvWidget* renderer() const { return renderer_.get(); }
     /// Where the picture is in the tile; empty when there is none.
     QRect picturePlace() const;
     /// What the tile shows over its picture.
@@ -159,7 +159,10 @@ private:
     std::atomic<std::uint32_t> overwritten_{0};
     PictureBeat* beat_;
 
-    GLYuvWidget* renderer_ = nullptr; ///< child, made with the first picture: most of the tiles never show one
+    /// Made with the first picture: most of the tiles never show one. A child only where it is shown as a widget: a
+    /// window composes all it shows with OpenGL once there is such a child anywhere in it, hidden or not.
+    std::unique_ptr<GLYuvWidget> renderer_;
+    QRect picturePlace_;
     TileTextLine* textLine_ = nullptr;
     RecordMark* recordMark_ = nullptr;
     QTimer timer_;

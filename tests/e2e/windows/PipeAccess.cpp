@@ -10,6 +10,14 @@ namespace {
 constexpr QChar Separator = QLatin1Char(':');
 constexpr int ConnectWait = 200; // ms: it is asked again by who waits for the program
 
+/// On its way when this returns: nothing is written while an answer is waited for.
+void send(QLocalSocket& socket, int question, const QStringList& things) {
+    QDataStream stream(&socket);
+    stream << question << things;
+    while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(Desktop::Patience)) {
+    }
+}
+
 } // namespace
 
 QLocalSocket* PipeAccess::socketTo(qint64 process) {
@@ -25,9 +33,8 @@ QVariantList PipeAccess::converse(qint64 process, int question, const QStringLis
     QLocalSocket* const socket = socketTo(process);
     if (socket == nullptr)
         return {};
+    send(*socket, question, things);
     QDataStream stream(socket);
-    stream << question << things;
-    socket->flush();
     QVariantList result;
     for (;;) {
         stream.startTransaction();
@@ -47,12 +54,8 @@ QString PipeAccess::special(qint64 process, int question) {
 }
 
 void PipeAccess::order(qint64 process, int question) {
-    if (QLocalSocket* const socket = socketTo(process)) {
-        QDataStream stream(socket);
-        stream << question << QStringList();
-        socket->flush();
-        socket->waitForBytesWritten(Desktop::Patience);
-    }
+    if (QLocalSocket* const socket = socketTo(process))
+        send(*socket, question, {});
 }
 
 QVector<QVariant> PipeAccess::ask(What what, const QStringList& things) {
