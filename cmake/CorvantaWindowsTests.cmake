@@ -21,4 +21,4 @@ set(corvanta_windows_tests
   # windows
   tst_GLYuvWidget tst_ItemVideo tst_PictureBeat tst_PictureViewer tst_FileTable tst_LoginDialog tst_Fwidget tst_Wall
   # the program
-  tst_Program tst_Processes tst_Layouts tst_OpenVideo tst_Restart tst_ChangeSettings tst_Keys)
+  tst_Program tst_Processes tst_Layouts tst_OpenVideo tst_Restart tst_ChangeSettings tst_Keys tst_Recording)

@@ -39,10 +39,13 @@ build_zlib() {
 build_sqlite3() {
     # All in one source first, with tools that run here.
     CC=gcc "$source/configure" --disable-readline --disable-tcl
-    make -j "$jobs" sqlite3.c
+    make -j "$jobs" sqlite3.c shell.c
     "$CC" -O2 -DSQLITE_THREADSAFE=1 -DSQLITE_ENABLE_COLUMN_METADATA=1 -DSQLITE_ENABLE_UNLOCK_NOTIFY=1 -c sqlite3.c
     "$AR" rcs libsqlite3.a sqlite3.o
     install -Dm644 libsqlite3.a "$prefix/lib/libsqlite3.a"
+    # Tests look into stores with it.
+    "$CC" -O2 -s shell.c sqlite3.o -o sqlite3.exe
+    install -Dm755 sqlite3.exe "$prefix/bin/sqlite3.exe"
     install -Dm644 -t "$prefix/include" sqlite3.h "$source/src/sqlite3ext.h"
     write_pc sqlite3 3.40.1 -lsqlite3
 }

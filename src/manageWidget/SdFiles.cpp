@@ -2,7 +2,6 @@
 
 #include "base/DataTree.h"
 
-
 namespace corvanta::manage {
 
 QVector<SdFile> SdFile::listFrom(const QVariant& sdlist) {

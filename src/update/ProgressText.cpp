@@ -34,8 +34,9 @@ int permille(qint64 done, qint64 all) {
 
 ProgressText ofDownload(const UpdateDownload::Progress& progress) {
     const DownloadMeter::Reading& reading = progress.download;
-    QStringList parts{reading.bytes > 0 ? sizeText(reading.bytesDone) + QStringLiteral(" / ") + sizeText(reading.bytes)
-                                        : sizeText(reading.bytesDone)};
+    QStringList parts{reading.bytes > 0
+                          ? sizeText(reading.bytesDone) + QStringLiteral(" / ") + sizeText(reading.bytes)
+                          : sizeText(reading.bytesDone)};
     if (reading.bytesPerSecond > 0)
         parts += sizeText(std::llround(reading.bytesPerSecond)) + QStringLiteral("/s");
     if (reading.secondsLeft)

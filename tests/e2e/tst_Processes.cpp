@@ -40,6 +40,9 @@ void tst_Processes::secondStartIsRefused() {
 }
 
 void tst_Processes::crashIsReported() {
+#ifdef Q_OS_WIN
+    QSKIP("the program itself tells it there, and tst_WindowsCrash reads its report");
+#endif
     const QString box = QStringLiteral("^程序崩溃$");
     STEP(start());
     program().crash();

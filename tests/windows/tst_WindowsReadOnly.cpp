@@ -6,8 +6,8 @@
 #include <QStandardPaths>
 #include <QtTest>
 
-/// The program where an administrator has installed it: in a folder with Chinese letters and a blank in its name, into
-/// which the user cannot write. What he makes is in his own folder then.
+/// The program where an administrator has installed it: in a folder with Chinese letters and a blank in its name,
+/// into which the user cannot write. What he makes is in his own folder then.
 class tst_WindowsReadOnly final : public ProgramTest {
     Q_OBJECT
 private slots:

@@ -17,8 +17,8 @@ double systemScaling() {
 
 } // namespace
 
-/// The program on a display with scaling: all of it grows with the display, none of it is cut off, and it is still hit
-/// where it is seen.
+/// The program on a display with scaling: all of it grows with the display, none of it is cut off, and it is still
+/// hit where it is seen.
 class tst_WindowsScaling final : public ProgramTest {
     Q_OBJECT
 private slots:

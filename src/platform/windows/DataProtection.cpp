@@ -2,9 +2,8 @@
 
 #include <windows.h>
 // They need what windows.h declares.
-#include <wincrypt.h>
-
 #include <dpapi.h>
+#include <wincrypt.h>
 
 namespace corvanta::platform {
 

@@ -2,8 +2,9 @@
 
 #include "world/FirstWorld.h"
 
+#include <QProcess>
+
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <fstream>
 #include <future>
@@ -183,16 +184,14 @@ void TestSdk::write(const std::string& relative, const std::string& content) con
 }
 
 std::string TestSdk::sqlite(const std::string& statement) const {
-    const std::string command =
-        std::string(SQLITE3_SHELL) + " '" + path("service/service.db").string() + "' \"" + statement + "\" 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr)
+    QProcess shell;
+    shell.setProcessChannelMode(QProcess::MergedChannels);
+    shell.start(QStringLiteral(SQLITE3_SHELL),
+                {folder.filePath(QStringLiteral("service/service.db")), QString::fromStdString(statement)});
+    if (!shell.waitForFinished())
         return "no shell";
-    std::string output;
-    std::array<char, 4096> part{};
-    for (std::size_t n = 0; (n = std::fread(part.data(), 1, part.size(), pipe)) > 0;)
-        output.append(part.data(), n);
-    pclose(pipe);
+    std::string output = shell.readAll().toStdString();
+    std::erase(output, '\r');
     while (!output.empty() && output.back() == '\n')
         output.pop_back();
     return output;

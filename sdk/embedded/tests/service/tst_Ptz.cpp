@@ -209,8 +209,8 @@ void tst_Ptz::rights() {
     if (shared) {
         const std::string may = id == "MOVES" ? "true" : "false";
         // Movement is a right of its own: neither parameters nor ownership belong to it.
-        QCOMPARE(sdk_->sqlite("update shares set rights = '{\\\"video\\\":true,\\\"param\\\":false,\\\"ptz\\\":" +
-                              may + "}' where ipncid = 'FRD0001'"),
+        QCOMPARE(sdk_->sqlite("update shares set rights = '{\"video\":true,\"param\":false,\"ptz\":" + may +
+                              "}' where ipncid = 'FRD0001'"),
                  std::string());
         id = "FRD0001";
     }

@@ -172,7 +172,7 @@ void tst_VideoChange::theAccountMayNotHaveTheNew() {
     units.open("FRD0001", codedKeys);
     QVERIFY(pictures.waitForFramesOf(false) && units.waitForFramesOf(false));
     QCOMPARE(world.sdk.sqlite("update devices set online = 0 where ipncid = 'CAM0001'"), std::string());
-    QCOMPARE(world.sdk.sqlite("update shares set rights = '{\\\"video\\\":true}' where ipncid = 'FRD0001'"),
+    QCOMPARE(world.sdk.sqlite("update shares set rights = '{\"video\":true}' where ipncid = 'FRD0001'"),
              std::string());
     pictures.change(true);
     QCOMPARE(pictures.waitForResult(0), 2);
