@@ -5,7 +5,6 @@
 #include <QProcess>
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <future>
 #include <thread>
