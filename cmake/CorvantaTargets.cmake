@@ -28,9 +28,9 @@ if(WIN32)
   # As libraries are called there.
   set(CMAKE_SHARED_LIBRARY_PREFIX "")
   set(CMAKE_SHARED_MODULE_PREFIX "")
-  # Windows 7 and later. Times have 64 bits also where the compiler's C library is the old one.
-  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN
-                          __MINGW_USE_VC2005_COMPAT=1)
+  # Windows 7 and later. time_t keeps the size that the compiler's libraries were built with: what waits hands them a
+  # timespec.
+  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
 endif()
 target_compile_definitions(corvanta_options INTERFACE QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS)
 if(CORVANTA_SANITIZER STREQUAL "address")
@@ -66,14 +66,15 @@ function(corvanta_test name)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${name} PRIVATE corvanta_options Qt5::Test ${ARG_LINKS})
   if(WIN32)
-    # They share one display, and the end-to-end tests its keyboard: one at a time.
     add_test(NAME ${name} COMMAND ${name})
-    set_property(TEST ${name} PROPERTY RUN_SERIAL ON)
     if(NOT name IN_LIST corvanta_windows_tests)
       set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
       set_property(TEST ${name} PROPERTY DISABLED ON)
     endif()
-    if(NOT ARG_DISPLAY)
+    if(ARG_DISPLAY)
+      # They share one display, and the end-to-end tests its keyboard: one at a time.
+      set_property(TEST ${name} PROPERTY RUN_SERIAL ON)
+    else()
       set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endif()
   elseif(ARG_DISPLAY)
@@ -84,6 +85,9 @@ function(corvanta_test name)
   endif()
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 300)
+  endif()
+  if(WIN32)
+    math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 4") # Wine starts programs and opens files slowly
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
   if(CORVANTA_SANITIZER STREQUAL "thread")

@@ -14,10 +14,19 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdlib>
+#include <functional>
+#include <future>
+#include <thread>
 
 using namespace corvanta;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 namespace fs = std::filesystem;
+using Wait = std::function<void(milliseconds)>;
+Q_DECLARE_METATYPE(Wait)
 
 namespace {
 
@@ -46,6 +55,8 @@ private slots:
     void dataFolderCanBeWritten();
     void summerTime_data();
     void summerTime();
+    void waitsLastAsLongAsAsked_data();
+    void waitsLastAsLongAsAsked();
 };
 
 void tst_WindowsSystem::autostart() {
@@ -179,6 +190,38 @@ void tst_WindowsSystem::summerTime() {
     QFETCH(qint64, moment);
     const QString expected = QDateTime::fromSecsSinceEpoch(moment).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
     QCOMPARE(QString::fromStdString(ipncsdk::localTime(moment * 1000, "%Y-%m-%d %H:%M:%S")), expected);
+}
+
+void tst_WindowsSystem::waitsLastAsLongAsAsked_data() {
+    QTest::addColumn<Wait>("wait");
+    const auto row = [](const char* name, Wait wait) {
+        QTest::newRow(name) << wait;
+    };
+    row("sleep", [](milliseconds time) { std::this_thread::sleep_for(time); });
+    const auto onCondition = [](auto wait) {
+        return [wait](milliseconds time) {
+            std::mutex mutex;
+            std::condition_variable condition;
+            std::unique_lock lock(mutex);
+            wait(condition, lock, time);
+        };
+    };
+    row("condition", onCondition([](auto& condition, auto& lock, milliseconds time) {
+            QVERIFY(!condition.wait_for(lock, time, [] { return false; }));
+        }));
+    row("future", [](milliseconds time) { std::promise<void>().get_future().wait_for(time); });
+}
+
+// A timespec of another size than that of the compiler's libraries ends every wait with the second that has begun.
+void tst_WindowsSystem::waitsLastAsLongAsAsked() {
+    QFETCH(Wait, wait);
+    constexpr milliseconds asked{700};
+    constexpr milliseconds grain{20}; // of the system's own clock
+    for (int i = 0; i < 3; ++i) {
+        const auto begin = steady_clock::now();
+        wait(asked);
+        QVERIFY(steady_clock::now() - begin >= asked - grain);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_WindowsSystem)

@@ -2,6 +2,8 @@
 
 #include "base/Clock.h"
 
+#include <cstdint>
+#include <ctime>
 #include <string>
 
 namespace ipncsdk {
@@ -10,5 +12,13 @@ namespace ipncsdk {
 std::string localTime(const Clock& clock, const char* format);
 /// The same for a time in milliseconds since the beginning of 1970, UTC.
 std::string localTime(long long milliseconds, const char* format);
+std::string written(const std::tm& time, const char* format);
+
+/// Seconds since the beginning of 1970, UTC.
+std::int64_t secondsOf(std::chrono::system_clock::time_point time);
+/// What the machine's clocks show at a time in seconds, and back as `std::mktime` does it: that brings the fields
+/// into their ranges, and is -1 where there is no such time. Both go beyond 2038 also where `std::time_t` does not.
+std::tm localTimeOf(std::int64_t seconds);
+std::int64_t secondsOf(std::tm& local);
 
 } // namespace ipncsdk

@@ -1,14 +1,13 @@
 #include "device/CardFiles.h"
 
 #include "base/JsonText.h"
+#include "base/LocalTime.h"
 #include "store/Parameters.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <ctime>
-#include <iomanip>
-#include <sstream>
 #include <utility>
 
 namespace ipncsdk::device {
@@ -50,24 +49,12 @@ std::uint32_t hashOf(const std::string& text) {
     return hash ^ hash >> 15;
 }
 
-std::tm localTime(std::time_t time) {
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &time);
-#else
-    localtime_r(&time, &local);
-#endif
-    return local;
+system_clock::time_point timeOf(std::int64_t seconds) {
+    return system_clock::time_point(std::chrono::seconds(seconds));
 }
 
-std::string written(const std::tm& time, const char* format) {
-    std::ostringstream text;
-    text << std::put_time(&time, format);
-    return text.str();
-}
-
-CardFile fileOf(const std::string& ipncid, const Plan& plan, std::time_t begin, std::uint32_t hash) {
-    const std::tm local = localTime(begin);
+CardFile fileOf(const std::string& ipncid, const Plan& plan, std::int64_t begin, std::uint32_t hash) {
+    const std::tm local = localTimeOf(begin);
     const bool isPicture = plan.format == Format::Jpeg;
     CardFile file;
     file.folder = written(local, "%Y%m%d");
@@ -85,7 +72,7 @@ CardState cardOf(soci::session& sql, const std::string& ipncid) {
     const auto stored = store::parametersOf(sql, ipncid);
     const auto found = stored.find(storedName);
     const Json kept = found != stored.end() ? Json::parse(found->second, nullptr, false) : Json::object();
-    CardState card{system_clock::from_time_t(static_cast<std::time_t>(integerAt(kept, "formatted").value_or(0))), {}};
+    CardState card{timeOf(integerAt(kept, "formatted").value_or(0)), {}};
     if (const Json* const deleted = memberAt(kept, "deleted"); deleted != nullptr && deleted->is_array()) {
         for (const Json& path : *deleted) {
             if (path.is_string())
@@ -96,28 +83,27 @@ CardState cardOf(soci::session& sql, const std::string& ipncid) {
 }
 
 void storeCard(soci::session& sql, const std::string& ipncid, const CardState& card) {
-    const Json kept = {{"formatted", static_cast<std::int64_t>(system_clock::to_time_t(card.formatted))},
-                       {"deleted", card.deleted}};
+    const Json kept = {{"formatted", secondsOf(card.formatted)}, {"deleted", card.deleted}};
     store::setParameter(sql, ipncid, storedName, toText(kept));
 }
 
 std::vector<CardFile> cardFiles(const std::string& ipncid, const CardState& card, system_clock::time_point now) {
     std::vector<CardFile> files;
-    const std::tm today = localTime(system_clock::to_time_t(now));
+    const std::tm today = localTimeOf(secondsOf(now));
     for (int back = days - 1; back >= 0; --back) {
         for (const Plan& plan : plans) {
             std::tm begin = today;
             begin.tm_mday -= back;
             begin.tm_hour = plan.hour;
             begin.tm_isdst = -1;
-            std::mktime(&begin); // the date, also across the end of a month
+            secondsOf(begin); // the date, also across the end of a month
             begin.tm_isdst = -1;
             const std::uint32_t hash = hashOf(ipncid + written(begin, "%Y%m%d/%H"));
             begin.tm_min = static_cast<int>(hash % 60);
             begin.tm_sec = static_cast<int>(hash / 64 % 60);
-            const std::time_t moment = std::mktime(&begin);
+            const std::int64_t moment = secondsOf(begin);
             // A recording is there once it has ended.
-            const auto ended = system_clock::from_time_t(moment) + std::chrono::seconds(10);
+            const auto ended = timeOf(moment) + std::chrono::seconds(10);
             if (ended > now || ended <= card.formatted)
                 continue;
             CardFile file = fileOf(ipncid, plan, moment, hash);

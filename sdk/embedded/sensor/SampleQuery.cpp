@@ -1,11 +1,12 @@
 #include "sensor/SampleQuery.h"
 
+#include "base/LocalTime.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <limits>
 
 namespace ipncsdk::sensor {
@@ -15,17 +16,6 @@ namespace {
 constexpr std::int64_t second = 1000;
 constexpr std::int64_t longestStep = std::int64_t{366} * 86400;
 constexpr double latestTime = 4e11; ///< seconds; far enough, and milliseconds still fit
-
-std::tm localTimeOf(std::int64_t milliseconds) {
-    const auto seconds = static_cast<std::time_t>(milliseconds / second);
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &seconds);
-#else
-    localtime_r(&seconds, &local);
-#endif
-    return local;
-}
 
 /// "yyyy-MM-dd hh:mm:ss" in local time.
 std::optional<std::int64_t> timeOfDate(const std::string& text) {
@@ -42,8 +32,8 @@ std::optional<std::int64_t> timeOfDate(const std::string& text) {
     local.tm_year -= 1900;
     local.tm_mon -= 1;
     local.tm_isdst = -1;
-    const std::time_t time = std::mktime(&local);
-    return time < 0 ? std::nullopt : std::make_optional(static_cast<std::int64_t>(time) * second);
+    const std::int64_t time = secondsOf(local);
+    return time < 0 ? std::nullopt : std::make_optional(time * second);
 }
 
 std::optional<double> numberOfText(const std::string& text) {
@@ -110,16 +100,16 @@ Bucket bucketOf(std::int64_t time, std::int64_t step) {
     constexpr std::int64_t day = 86400;
     const std::int64_t length = step * second;
     if (step == hour || step == day) {
-        std::tm local = localTimeOf(time);
+        std::tm local = localTimeOf(time / second);
         const std::int64_t intoHour = (local.tm_min * 60 + local.tm_sec) * second + time % second;
         if (step == hour)
             return {time - intoHour, time - intoHour + length};
         local.tm_hour = local.tm_min = local.tm_sec = 0;
         local.tm_isdst = -1;
-        const std::int64_t begin = static_cast<std::int64_t>(std::mktime(&local)) * second;
+        const std::int64_t begin = secondsOf(local) * second;
         ++local.tm_mday;
         local.tm_isdst = -1;
-        return {begin, static_cast<std::int64_t>(std::mktime(&local)) * second};
+        return {begin, secondsOf(local) * second};
     }
     const std::int64_t begin = time - ((time % length) + length) % length;
     return {begin, begin + length};
