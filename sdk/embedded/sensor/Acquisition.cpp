@@ -195,10 +195,9 @@ void Acquisition::watchTime() {
         while (!waiting_.empty() && waiting_.begin()->first <= now) {
             ready_.push_back(waiting_.begin()->second);
             waiting_.erase(waiting_.begin());
+            workCame_.notify_one(); // one for each line: woken in vain, the others would be in each other's way
             came = true;
         }
-        if (came)
-            workCame_.notify_all();
         // Lines that nobody has taken since the last look wait for devices that are slow.
         const bool late = !came && !ready_.empty() && resting_ == 0;
         if (late && workers_.size() < mostWorkers)
