@@ -1,6 +1,7 @@
 #include "api/AlarmPictures.h"
 
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -211,7 +212,7 @@ std::optional<std::string> AlarmPictures::store(const Wish& wish, const std::str
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     out.close();
     if (out)
-        fs::rename(part, folder / name, error);
+        error = replaceFile(part, folder / name);
     if (!out || error) {
         logLine("a file of an alarm of " + wish.ipncid + " can't be written");
         fs::remove(part, error);

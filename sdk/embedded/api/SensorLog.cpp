@@ -2,6 +2,7 @@
 
 #include "base/LocalTime.h"
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ void writeFile(const fs::path& folder, const std::string& name, std::vector<Line
     out << text;
     out.close();
     if (out)
-        fs::rename(part, target, error);
+        error = replaceFile(part, target);
     if (!out || error)
         logLine("the sensor data of an alarm can't be written");
 }

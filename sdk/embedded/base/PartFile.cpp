@@ -1,6 +1,7 @@
 #include "base/PartFile.h"
 
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 
 #include <system_error>
 #include <utility>
@@ -33,8 +34,7 @@ bool PartFile::finish(const std::filesystem::path& target) {
         logLine("a file could not be written");
         return false;
     }
-    std::error_code error;
-    std::filesystem::rename(part_, target, error);
+    const std::error_code error = replaceFile(part_, target);
     if (error)
         logLine("a file could not be put in its place: " + error.message());
     return !error;

@@ -1,6 +1,7 @@
 #include "base/PrivateFile.h"
 
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 
 #include <fstream>
 #include <iterator>
@@ -80,7 +81,7 @@ std::optional<std::string> madeOnce(const fs::path& file, const std::function<st
         fs::path damaged = file;
         damaged += ".damaged";
         logLine(utf8(file) + " is damaged and made anew");
-        fs::rename(file, damaged, error);
+        replaceFile(file, damaged);
     }
     writeNew(file, make());
     // Read again, for another process may have been faster.

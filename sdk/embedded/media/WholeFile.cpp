@@ -1,5 +1,7 @@
 #include "media/WholeFile.h"
 
+#include "base/ReplaceFile.h"
+
 #include <atomic>
 #include <chrono>
 #include <fstream>
@@ -30,13 +32,10 @@ bool writeBytes(const std::filesystem::path& file, std::span<const std::uint8_t>
 
 bool writeWholeFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes) {
     const std::filesystem::path temporary = temporaryBeside(file);
-    std::error_code error;
-    if (writeBytes(temporary, bytes)) {
-        std::filesystem::rename(temporary, file, error);
-        if (!error) {
-            return true;
-        }
+    if (writeBytes(temporary, bytes) && !replaceFile(temporary, file)) {
+        return true;
     }
+    std::error_code error;
     std::filesystem::remove(temporary, error);
     return false;
 }

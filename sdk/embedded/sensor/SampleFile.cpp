@@ -2,6 +2,7 @@
 
 #include "base/LocalTime.h"
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 
 #include <sqlite3.h>
 
@@ -32,10 +33,9 @@ std::string utf8(const fs::path& path) {
 }
 
 bool setAside(const fs::path& file, const Clock& clock) {
-    std::error_code error;
     fs::path target = file;
     target += ".damaged-" + localTime(clock, "%Y%m%d%H%M%S");
-    fs::rename(file, target, error);
+    const std::error_code error = replaceFile(file, target);
     for (const char* companion : {"-wal", "-shm"}) {
         std::error_code absent;
         fs::path beside = file;

@@ -2,6 +2,7 @@
 
 #include "base/LocalTime.h"
 #include "base/Log.h"
+#include "base/ReplaceFile.h"
 #include "store/ContentFiles.h"
 #include "store/Schema.h"
 
@@ -113,7 +114,7 @@ std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
         target = file;
         target += ".damaged-" + localTime(clock, "%Y%m%d%H%M%S") + "-" + std::to_string(attempt);
     }
-    fs::rename(file, target, error);
+    error = replaceFile(file, target);
     if (error) {
         logLine("the damaged store can't be renamed: " + error.message());
         return std::nullopt;
@@ -126,7 +127,7 @@ std::optional<fs::path> setAside(const fs::path& file, const Clock& clock) {
             continue;
         fs::path to = target;
         to += companion;
-        fs::rename(from, to, error);
+        error = replaceFile(from, to);
         if (error)
             logLine("a file beside the damaged store can't be renamed: " + error.message());
     }
