@@ -18,10 +18,10 @@ constexpr AVRational microsecond{1, 1'000'000};
 constexpr AVRational fineTime{1, 90'000};
 
 const char* formatOf(const fs::path& target) {
-    std::string suffix = target.extension().string();
+    std::u8string suffix = target.extension().u8string();
     std::transform(suffix.begin(), suffix.end(), suffix.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return suffix == ".avi" ? "avi" : suffix == ".mp4" ? "mp4" : nullptr;
+                   [](char8_t character) { return character < 0x80 ? std::tolower(character) : character; });
+    return suffix == u8".avi" ? "avi" : suffix == u8".mp4" ? "mp4" : nullptr;
 }
 
 /// What turns length-prefixed units into start codes, with the parameter sets before every key frame.
