@@ -85,6 +85,16 @@ Section
     WriteRegDWORD HKCU "${KEY}" "NoRepair" 1
 SectionEnd
 
+; What the program makes for its user, in one of the two folders that it can have chosen for it.
+!macro DeleteData FOLDER
+    RMDir /r "${FOLDER}\config"
+    RMDir /r "${FOLDER}\service"
+    RMDir /r "${FOLDER}\workspaces"
+    Delete "${FOLDER}\dataBase.db"
+    Delete "${FOLDER}\dataBase.db-*"
+    Delete "${FOLDER}\*.DMP"
+!macroend
+
 Section "Uninstall"
     !insertmacro DemandEnded
     ; Without anybody to ask the data is kept, unless /DELETEDATA says otherwise.
@@ -93,12 +103,9 @@ Section "Uninstall"
     ${If} ${Errors}
         MessageBox MB_YESNO|MB_ICONQUESTION "$(KeepData)" /SD IDYES IDYES keep
     ${EndIf}
-    RMDir /r "$INSTDIR\config"
-    RMDir /r "$INSTDIR\service"
-    RMDir /r "$INSTDIR\workspaces"
-    Delete "$INSTDIR\dataBase.db"
-    Delete "$INSTDIR\dataBase.db-*"
-    Delete "$INSTDIR\*.DMP"
+    !insertmacro DeleteData "$INSTDIR"
+    !insertmacro DeleteData "$LOCALAPPDATA\corvanta"
+    RMDir "$LOCALAPPDATA\corvanta"
 keep:
     !include "${FILES}"
     Delete "$INSTDIR\versionMd5.json"
