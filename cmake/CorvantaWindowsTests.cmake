@@ -1,11 +1,12 @@
 # The tests that run on Windows, too. The others need what only Linux has: other programs as peers (cameras, brokers,
-# servers), signals, pseudo terminals, file systems of their own; they are left out of a Windows build.
+# servers), signals, pseudo terminals, file systems of their own; they are left out of a Windows build. So is
+# tst_PasswordVault: the system protects passwords there, see tst_WindowsSystem.
 set(corvanta_windows_tests
   # the system
   tst_WindowsSystem tst_WindowsCrash tst_WindowsReadOnly tst_WindowsScaling tst_WindowsWall
   # rules and parts without a display
   tst_CallbackGate tst_DataTree tst_DeviceModel tst_RequestBuilder tst_ScreenPoll tst_ServerErrors tst_Settings
-  tst_TaskQueue tst_TcpSocketManage tst_SqlHelp tst_LogRows tst_LogLoader tst_TablePager tst_PasswordVault tst_PhoneFlow
+  tst_TaskQueue tst_TcpSocketManage tst_SqlHelp tst_LogRows tst_LogLoader tst_TablePager tst_PhoneFlow
   tst_LinkageRules tst_Alarms tst_ManageRules tst_PtzControl tst_MapRules tst_Rotation tst_StoredFiles tst_FileDeletion
   tst_FoundFiles tst_RoomMaker tst_AvMessage tst_LiveSessions tst_Placement tst_FrameBuffer tst_DropRule
   tst_SavedWorkspace tst_SettingRules tst_TileGrid tst_SensorRules tst_QrRules tst_Calibration tst_QrPictures
