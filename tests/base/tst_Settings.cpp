@@ -74,8 +74,10 @@ void tst_Settings::firstStartWritesAllDefaults() {
     for (const char* key : {"是否设备异常报警", "是否一级阈值报警", "是否二级阈值报警", "是否三级阈值报警",
                             "是否其他报警", "是否恢复状态", "是否接收报警"})
         QCOMPARE(map.value(QString::fromUtf8(key)), QVariant(true));
+#ifndef Q_OS_WIN // the user's own folder is what keeps others out there
     const auto permissions = QFile::permissions(file());
     QVERIFY(!(permissions & (QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteOther)));
+#endif
 }
 
 void tst_Settings::whatCannotBeReadIsKept_data() {
@@ -154,6 +156,9 @@ void tst_Settings::unwritableFolderIsSkipped() {
 }
 
 void tst_Settings::linkedFileStaysALink() {
+#ifdef Q_OS_WIN
+    QSKIP("only an administrator makes links there");
+#endif
     write("{}");
     const QString real = dir_->filePath(QStringLiteral("real.json"));
     QVERIFY(QFile::rename(file(), real));

@@ -80,7 +80,9 @@ void tst_SqlHelp::firstStartMakesAllTables() {
     QCOMPARE(run(file_, QStringLiteral("select sql from sqlite_master where name='electronmaps';")),
              QStringList{"CREATE TABLE electronmaps(id integer primary key,mapindex integer,mappid varchar,mapname "
                          "varchar)"});
+#ifndef Q_OS_WIN // the user's own folder is what keeps others out there
     QCOMPARE(QFile(file_).permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+#endif
 }
 
 void tst_SqlHelp::laterStartsKeepWhatIsThere() {

@@ -119,7 +119,11 @@ Accessible Program::dialog(const QString& title) const {
 
 bool Program::isActive(const Accessible& window) {
     const auto active = Desktop::activePlace();
-    return active && window.has(Accessible::State::Active) && window.place().size() == active->size();
+    if (!active || !window.has(Accessible::State::Active))
+        return false;
+    // On a display with scaling, what the program counts in may end in the middle of a pixel.
+    const QSize difference = window.place().size() - active->size();
+    return qAbs(difference.width()) <= 1 && qAbs(difference.height()) <= 1;
 }
 
 QRect Program::placeInActive(const Accessible& window, const Accessible& thing) {

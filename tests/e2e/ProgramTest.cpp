@@ -129,10 +129,10 @@ void ProgramTest::signIn() {
     waitForDevices(true);
 }
 
-void ProgramTest::startAndSignIn() {
+void ProgramTest::startAndSignIn(const QString& installation) {
     if (program().isRunning())
         return;
-    STEP(start());
+    STEP(start(installation));
     signIn();
 }
 

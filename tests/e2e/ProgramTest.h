@@ -59,7 +59,7 @@ protected:
     /// Signs in with the account of the first start, which the dialog offers only then.
     void signIn();
     /// `start` and `signIn`; nothing when a shared program runs already.
-    void startAndSignIn();
+    void startAndSignIn(const QString& installation = {});
     /// Shows a layout by its button or, without one, by the grid's menu, and waits for its tiles.
     void chooseLayout(const QString& name, int tiles);
     /// Waits until a row is seen, turning the wheel where it has to, and tells its place.

@@ -95,7 +95,8 @@ QString probe(const QString& file, const QString& entry) {
                                   QStringLiteral("-select_streams"), QStringLiteral("v:0"),
                                   QStringLiteral("-show_entries"), QStringLiteral("stream=") + entry,
                                   QStringLiteral("-of"), QStringLiteral("default=nw=1:nk=1"), file}))
-        .section(QLatin1Char('\n'), 0, 0); // containers with programs tell it twice
+        .section(QLatin1Char('\n'), 0, 0)
+        .trimmed(); // containers with programs tell it twice
 }
 
 bool make(const QString& file, const Kind& kind) {

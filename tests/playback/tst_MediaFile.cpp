@@ -129,6 +129,7 @@ private slots:
                                QStringLiteral("v"), QStringLiteral("-show_entries"),
                                QStringLiteral("frame=best_effort_timestamp_time"), QStringLiteral("-of"),
                                QStringLiteral("csv=p=0"), name}))
+                .remove(QLatin1Char('\r'))
                 .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         MediaFile file;
         QCOMPARE(file.open(toPath(name), {}), OpenError::None);

@@ -52,8 +52,10 @@ void tst_FileDeletion::paths_data() {
     row("picture", "d/ZEL/A/Capture/2024-03-05/20240305101112.jpg", Deletion::Deleted);
     row("recording", "d/ZEL/二 B/LocalRecord/2024-03-05/20240305101112.avi", Deletion::Deleted,
         "d/ZEL/二 B/LocalRecord/2024-03-05/20240305101112.avi");
+#ifndef Q_OS_WIN // such names cannot be there
     row("markup", "d/ZEL/<b>/Image/2024-03-05/20240305101112<i>\n.jpg", Deletion::Deleted,
         "d/ZEL/<b>/Image/2024-03-05/20240305101112<i>\n.jpg");
+#endif
     row("gone", "d/ZEL/A/Capture/2024-03-05/20240305101113.jpg", Deletion::Gone);
     row("day gone", "d/ZEL/A/Capture/2024-03-06/20240306101113.jpg", Deletion::Gone);
     row("climbs", "d/ZEL/A/Capture/2024-03-05/../2024-03-05/20240305101112.jpg", Deletion::Refused);
@@ -94,6 +96,9 @@ void tst_FileDeletion::links_data() {
 }
 
 void tst_FileDeletion::links() {
+#ifdef Q_OS_WIN
+    QSKIP("only an administrator makes links there");
+#endif
     QFETCH(QString, linked);
     const QString path = QStringLiteral("d/ZEL/A/Capture/2024-03-05/20240305101112.jpg");
     const QString real = write(QStringLiteral("elsewhere/") + path);

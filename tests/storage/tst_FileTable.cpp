@@ -63,6 +63,9 @@ void tst_FileTable::widthsAreRemembered() {
 }
 
 void tst_FileTable::hostileNames() {
+#ifdef Q_OS_WIN
+    QSKIP("such names cannot be there");
+#endif
     const QString id = QStringLiteral("<img src=x> %1 %2");
     const QString path = add(id, "Capture", today("10:00:00"), "<b>%1\n\u202Egnp.exe.jpg", 0);
     show();

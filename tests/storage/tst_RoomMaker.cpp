@@ -179,6 +179,9 @@ void tst_RoomMaker::nothingIsDeletedInVain() {
 }
 
 void tst_RoomMaker::nothingLeftToDelete() {
+#ifdef Q_OS_WIN
+    QSKIP("only an administrator makes links there");
+#endif
     disk_->open();
     // What cannot be deleted: a day that is no folder of the tree keeps the disk full.
     QVERIFY(QDir(root_).rename(OldestDay.chopped(1), QStringLiteral("kept")));

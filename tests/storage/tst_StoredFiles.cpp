@@ -104,8 +104,10 @@ void tst_StoredFiles::search() {
           "A/LocalRecord/2024-03-05/.avi", "A/Inputdata/20240305000000.dat", "A/LocalRecord/20240305000000.avi"})
         writeFile(root() + QStringLiteral("ZEL/") + QString::fromUtf8(file));
     QVERIFY(QDir().mkpath(root() + QStringLiteral("ZEL/A/LocalRecord/2024-03-05/20240305070707.avi"))); // a folder
+#ifndef Q_OS_WIN // what Qt makes there is a shortcut, a file like any other
     QVERIFY(QFile::link(root() + QStringLiteral("ZEL/A/LocalRecord/2024-03-05/20240305000000.avi"),
                         root() + QStringLiteral("ZEL/A/LocalRecord/2024-03-05/20240305010101.avi")));
+#endif
     auto wanted = storage::FileQuery::fromTexts(start, end);
     QVERIFY(wanted.has_value());
     wanted->kinds = kinds;
@@ -173,9 +175,11 @@ void tst_StoredFiles::deletedMeanwhile() {
         writeFile(root() + QStringLiteral("ZEL/A%1/Capture/2024-02-01/20240201120000.jpg").arg(i));
     SearchDiskThread thread({root()}, query("2024-02-01 00:00:00", "2024-02-28 23:59:59"));
     thread.start();
-    QVERIFY(QDir(root() + QStringLiteral("ZEL")).removeRecursively());
+    QDir tree(root() + QStringLiteral("ZEL"));
+    tree.removeRecursively(); // a folder that is being read stays on Windows
     thread.join();
     QVERIFY(thread.takeResult().size() <= 300);
+    QVERIFY(tree.removeRecursively());
 }
 
 void tst_StoredFiles::folders_data() {

@@ -16,7 +16,9 @@ inline QStringList run(const QString& file, const QString& statements) {
     shell.closeWriteChannel();
     if (!shell.waitForFinished() || shell.exitCode() != 0)
         QTest::qFail(shell.readAllStandardError().constData(), __FILE__, __LINE__);
-    return QString::fromUtf8(shell.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(shell.readAllStandardOutput())
+        .remove(QLatin1Char('\r'))
+        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 } // namespace sqliteShell

@@ -68,6 +68,9 @@ private slots:
 };
 
 void tst_Calibration::photographsGiveThePublishedCamera() {
+#ifdef Q_OS_WIN
+    QSKIP("the photographs are a package of Debian");
+#endif
     const QStringList photos = QDir(folder).entryList({QStringLiteral("left0*.jpg")});
     QVERIFY2(photos.size() >= 8, "the package opencv-doc has them");
     QVector<BoardCorners> found;

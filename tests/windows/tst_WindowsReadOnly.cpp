@@ -26,8 +26,7 @@ void tst_WindowsReadOnly::keepsDataInTheUsersFolder() {
     const QStringList before = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 
     keepDataIn(users);
-    STEP(start(installed));
-    STEP(signIn());
+    STEP(startAndSignIn(installed));
     STEP(chooseLayout(QStringLiteral("四窗口"), 4));
     STEP(doubleClickRow(QStringLiteral("东大门入口")));
     QVERIFY(sight::becomesLive(window().tile(0)));
@@ -36,9 +35,10 @@ void tst_WindowsReadOnly::keepsDataInTheUsersFolder() {
         QVERIFY2(QFileInfo::exists(users + QLatin1Char('/') + QLatin1String(made)), made);
     QCOMPARE(folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), before);
 
-    // What was made is there again.
-    STEP(start(installed));
-    STEP(waitForDevices(true));
+    // What was made is there again: the account, the layout and what was open in it.
+    STEP(startAndSignIn(installed));
+    BECOMES(window().shownTiles().size(), 4);
+    QVERIFY(sight::becomesLive(window().tile(0)));
     quit();
 }
 

@@ -43,11 +43,7 @@ QStringList probe(const QByteArray& stream) {
                   {"-v", "error", "-f", "h264", "-show_entries", "frame=key_frame,pict_type,width,height,color_range",
                    "-of", "csv=p=0", file.fileName()});
     ffprobe.waitForFinished(120000);
-    QStringList lines;
-    for (const QString& line : QString::fromLatin1(ffprobe.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts)) {
-        lines << line.trimmed();
-    }
-    return lines;
+    return QString::fromLatin1(ffprobe.readAllStandardOutput()).remove('\r').split('\n', Qt::SkipEmptyParts);
 }
 
 } // namespace

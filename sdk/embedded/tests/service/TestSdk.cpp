@@ -159,7 +159,7 @@ std::string TestSdk::codeFor(const std::string& phone) const {
 
 void TestSdk::joinStoreOf(const TestSdk& other) const {
     write("config/service.json",
-          toText({{"store", other.path("service/service.db").string()}, {"cameras", Json::array()}}));
+          toText({{"store", textOf(other.path("service/service.db"))}, {"cameras", Json::array()}}));
 }
 
 void TestSdk::joinComputerOf(const TestSdk& other) const {
@@ -174,7 +174,7 @@ void TestSdk::settle() {
 }
 
 std::filesystem::path TestSdk::path(const std::string& relative) const {
-    return std::filesystem::path(folder.path().toStdString()) / relative;
+    return pathOf(folder.path().toStdString()) / pathOf(relative);
 }
 
 void TestSdk::write(const std::string& relative, const std::string& content) const {
@@ -182,11 +182,17 @@ void TestSdk::write(const std::string& relative, const std::string& content) con
     std::ofstream(path(relative), std::ios::binary) << content;
 }
 
+void TestSdk::openShell(QProcess& shell, const std::string& statement) const {
+    QStringList arguments{folder.filePath(QStringLiteral("service/service.db"))};
+    if (!statement.empty())
+        arguments += QString::fromStdString(statement);
+    shell.setProcessChannelMode(QProcess::MergedChannels);
+    shell.start(QStringLiteral(SQLITE3_SHELL), arguments);
+}
+
 std::string TestSdk::sqlite(const std::string& statement) const {
     QProcess shell;
-    shell.setProcessChannelMode(QProcess::MergedChannels);
-    shell.start(QStringLiteral(SQLITE3_SHELL),
-                {folder.filePath(QStringLiteral("service/service.db")), QString::fromStdString(statement)});
+    openShell(shell, statement);
     if (!shell.waitForFinished())
         return "no shell";
     std::string output = shell.readAll().toStdString();
@@ -199,13 +205,30 @@ std::string TestSdk::sqlite(const std::string& statement) const {
 std::vector<std::string> TestSdk::filesIn(const std::string& relative) const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path(relative)))
-        names.push_back(entry.path().filename().string());
+        names.push_back(textOf(entry.path().filename()));
     std::sort(names.begin(), names.end());
     return names;
 }
 
 int codeOf(const Json& response) {
     return static_cast<int>(integerAt(response, "retcode").value_or(-1));
+}
+
+std::filesystem::path pathOf(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+std::string textOf(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::string withDrive(std::string message) {
+#ifdef Q_OS_WIN
+    for (std::size_t at = 0; (at = message.find("\"/", at)) != std::string::npos;)
+        message.insert(at + 1, "C:");
+#endif
+    return message;
 }
 
 Json openMessage(const std::string& ipncid) {

@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+class QProcess;
+
 namespace ipncsdk::test {
 
 /// A clock that a test moves on.
@@ -87,6 +89,8 @@ public:
 
     [[nodiscard]] std::filesystem::path path(const std::string& relative) const;
     void write(const std::string& relative, const std::string& content) const;
+    /// Begins a sqlite3 shell on the store, with the statement or to be written to.
+    void openShell(QProcess& shell, const std::string& statement = {}) const;
     /// What the sqlite3 shell says to a statement on the store, lines without the last line end.
     [[nodiscard]] std::string sqlite(const std::string& statement) const;
     [[nodiscard]] std::vector<std::string> filesIn(const std::string& relative) const;
@@ -102,6 +106,13 @@ private:
 };
 
 int codeOf(const Json& response);
+
+/// A path from a message's text and the other way, in UTF-8 on every system.
+std::filesystem::path pathOf(const std::string& text);
+std::string textOf(const std::filesystem::path& path);
+
+/// A message whose paths begin at the root, "/a", as it has to be where paths begin with a drive's letter.
+std::string withDrive(std::string message);
 
 /// The "avreq" message for decoded pictures of a camera.
 Json openMessage(const std::string& ipncid);

@@ -254,7 +254,9 @@ void tst_Alarms::pictureGoesWhereTheClientSays() {
     QFETCH(bool, written);
     World world;
     std::filesystem::create_directories(world.sdk.path("pictures"));
+#ifndef Q_OS_WIN // no name has a line feed there
     std::filesystem::create_directories(world.sdk.path("pic\ntures"));
+#endif
     world.sdk.write("file", "");
     Received asked;
     world.sdk.runtime.setClientCallback([&](const std::string& message, std::string& answer) {
@@ -278,7 +280,9 @@ void tst_Alarms::pictureGoesWhereTheClientSays() {
     // Whatever was begun is done or undone when the SDK has ended; nothing unfinished is left.
     QCOMPARE(world.sdk.runtime.cleanup(), emSuccess);
     QCOMPARE(world.sdk.filesIn("pictures").size(), written ? std::size_t{1} : std::size_t{0});
+#ifndef Q_OS_WIN
     QVERIFY(world.sdk.filesIn("pic\ntures").empty());
+#endif
 }
 
 void tst_Alarms::outputsFollow() {
@@ -491,6 +495,9 @@ void tst_Alarms::lostFriendIsNotTold() {
 }
 
 void tst_Alarms::appNoticesReachTheBroker() {
+#ifdef Q_OS_WIN
+    QSKIP("the broker is a program of Debian");
+#endif
     QTcpServer probe;
     QVERIFY(probe.listen(QHostAddress::LocalHost));
     const QString port = QString::number(probe.serverPort());

@@ -45,7 +45,7 @@ private:
 };
 
 QByteArray bytesOf(const std::filesystem::path& path) {
-    QFile file(QString::fromStdString(path.string()));
+    QFile file(QString::fromStdString(textOf(path)));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -53,7 +53,7 @@ QByteArray bytesOf(const std::filesystem::path& path) {
 QByteArray probe(const std::filesystem::path& path) {
     QProcess ffprobe;
     ffprobe.start("ffprobe", {"-v", "error", "-count_frames", "-show_entries", "stream=codec_name,nb_read_frames",
-                              "-of", "csv=p=0", QString::fromStdString(path.string())});
+                              "-of", "csv=p=0", QString::fromStdString(textOf(path))});
     ffprobe.waitForFinished(60000);
     return ffprobe.readAllStandardOutput().trimmed() + ffprobe.readAllStandardError().trimmed();
 }
@@ -100,7 +100,7 @@ private:
         return {{"reqtype", "downsdfile"},
                 {"ipncid", "CAM0001"},
                 {"path", file.at("path")},
-                {"savepath", target.string()}};
+                {"savepath", textOf(target)}};
     }
     Json upgradeState() { return value("upgradestate").at("state"); }
     bool awaitOnline(bool online) {
@@ -256,7 +256,7 @@ void tst_DeviceAdmin::cardRefusals_data() {
 
 void tst_DeviceAdmin::cardRefusals() {
     QFETCH(QByteArray, request);
-    const Json message = Json::parse(request.toStdString());
+    const Json message = Json::parse(withDrive(request.toStdString()));
     QTEST(static_cast<int>(integerAt(sdk_->ask(message), "retcode").value_or(-1)), "code");
     QCOMPARE(sdk_->command({{"type", "logout"}}).at("retcode"), Json(0));
     QVERIFY(sdk_->ask(message).at("retcode") == 3 || sdk_->ask(message).at("retcode") == 2);

@@ -407,13 +407,18 @@ void tst_Registration::codesAreNotReadable() {
     sdk.runtime.cleanup();
     QCOMPARE(sdk.sqlite("select count(*) from codes"), std::string("1"));
     QCOMPARE(sdk.sqlite("select count(*) from codes where hash like '%" + code + "%'"), std::string("0"));
+#ifndef Q_OS_WIN // the user's own folder is what keeps others out there
     // What stands in the clear belongs to the owner alone.
     for (const char* file : {"service/outbox.jsonl", "service/service.db.key", "config/computer.id"})
         QCOMPARE(std::filesystem::status(sdk.path(file)).permissions(),
                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+#endif
 }
 
 void tst_Registration::outboxThatCannotBeWrittenRefuses() {
+#ifdef Q_OS_WIN
+    QSKIP("only an administrator makes links there");
+#endif
     TestSdk sdk;
     QCOMPARE(sdk.start(), emSuccess);
     sdk.write("elsewhere", "");

@@ -180,7 +180,11 @@ void tst_ServiceConfig::fileAddresses_data() {
     row("file:gate..mp4", "gate..mp4");
     row("file:%E5%A4%A7%E9%97%A8%20%231%25.mp4", "大门 #1%.mp4");
     row("file:大门 1.mp4", "大门 1.mp4");
+#ifdef Q_OS_WIN
+    row("file:///C:/videos/gate.mp4", "C:/videos/gate.mp4");
+#else
     row("file:///C:/videos/gate.mp4", "/C:/videos/gate.mp4");
+#endif
     row("", "");
     row("file", "");
     row("file:", "");
@@ -214,7 +218,7 @@ void tst_ServiceConfig::fileAddresses() {
     const auto file = device::parseFileAddress(url.toStdString());
     QCOMPARE(file.has_value(), !path.isEmpty());
     if (file)
-        QCOMPARE(QByteArray::fromStdString(file->string()), path);
+        QCOMPARE(QByteArray::fromStdString(textOf(*file)), path);
 }
 
 void tst_ServiceConfig::missingFileIsWritten() {

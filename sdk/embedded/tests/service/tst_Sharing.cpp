@@ -125,7 +125,7 @@ void tst_Sharing::rights() {
     params.replace("HIS", QByteArray::fromStdString(his.get<std::string>()));
     sdk.settle();
     const std::string before = sdk.sqlite(".dump");
-    const Json message = Json::parse(params.toStdString());
+    const Json message = Json::parse(withDrive(params.toStdString()));
     const Json response =
         request == "p2pmsg" ? sdk.askDevice(message) : sdk.askAccount(request.toStdString(), message);
     QCOMPARE(codeOf(response), code);
