@@ -236,6 +236,15 @@ void ProgramTest::dragTo(const QPoint& from, const QPoint& to) {
     BECOMES(Desktop::countWindows(program().pid()), windows);
 }
 
+void ProgramTest::takeCorner() {
+    const QRect before = window().frame();
+    const QPoint corner = before.bottomRight() - QPoint(1, 1);
+    int steps = 0;
+    Desktop::moveMouse(corner);
+    Desktop::press();
+    COMES((Desktop::pull(corner, corner - QPoint(16, 16), steps), window().frame().size() != before.size()));
+}
+
 void ProgramTest::quit() {
     STEP(clickButton(QStringLiteral("退出")));
     COMES(program().isActive(Tip));

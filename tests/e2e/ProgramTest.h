@@ -77,6 +77,8 @@ protected:
     void showPage(const QString& title, const QString& list, const QString& page);
     /// Drags something from one place to another and lets it go.
     void dragTo(const QPoint& from, const QPoint& to);
+    /// Takes hold of the main window's lower right corner, at a few pixels more or less, and waits until it follows.
+    void takeCorner();
     /// Opens the settings and shows one of the pages.
     void openSettings(const QString& page);
     /// Ends the program as a user does, and demands that it ends well.

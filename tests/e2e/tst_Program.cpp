@@ -109,18 +109,14 @@ void tst_Program::windowIsMovedAndResized() {
     COMES(window().frame() == place());
 
     const QRect moved = window().frame();
-    const auto takeCorner = [this] {
-        Desktop::moveMouse(window().frame().bottomRight() - QPoint(1, 1));
-        Desktop::press();
-    };
-    takeCorner();
+    STEP(takeCorner());
     COMES((Desktop::pull(moved.bottomRight(), moved.bottomRight() - QPoint(120, 90), steps),
            window().frame().width() < moved.width() - 60 && window().frame().height() < moved.height() - 40));
     Desktop::release();
     QCOMPARE(window().frame().topLeft(), moved.topLeft());
 
     const QPoint corner = window().frame().bottomRight();
-    takeCorner();
+    STEP(takeCorner());
     COMES((Desktop::pull(corner, moved.topLeft() + QPoint(100, 100), steps), window().frame().size() == Smallest));
     Desktop::release();
 

@@ -30,8 +30,7 @@ private:
 void tst_Restart::resizeWindow() {
     const QRect before = window().frame();
     int steps = 0;
-    Desktop::moveMouse(before.bottomRight() - QPoint(1, 1));
-    Desktop::press();
+    STEP(takeCorner());
     COMES((Desktop::pull(before.bottomRight(), before.bottomRight() - QPoint(100, 40), steps),
            window().frame().width() < before.width() - 60));
     Desktop::release();

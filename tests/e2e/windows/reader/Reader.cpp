@@ -9,7 +9,11 @@
 #include <QLocalSocket>
 #include <QWidget>
 
+#include <windows.h>
+
 namespace {
+
+constexpr int arrivalsInterval = 20; ///< milliseconds
 
 using Role = Accessible::Role;
 using State = Accessible::State;
@@ -126,6 +130,10 @@ Reader::Reader() {
     QAccessible::setActive(true); // what is shown keeps its ids up to date then
     connect(&server_, &QLocalServer::newConnection, this, &Reader::serve);
     server_.listen(questions::socketName(QCoreApplication::applicationPid()));
+    // What a pipe has brought is told where a wait allows it, which the system's own loop does not while a window is
+    // moved or resized. Timers go on there.
+    connect(&arrivals_, &QTimer::timeout, this, [] { SleepEx(0, TRUE); });
+    arrivals_.start(arrivalsInterval);
 }
 
 void Reader::serve() {

@@ -4,6 +4,7 @@
 
 #include <QGenericPlugin>
 #include <QLocalServer>
+#include <QTimer>
 
 /// Tells a test what this program shows, as it tells a screen reader. GUI thread.
 class Reader final : public QObject {
@@ -16,6 +17,7 @@ private:
     static QVariantList answer(int question, const QStringList& things);
 
     QLocalServer server_;
+    QTimer arrivals_;
 };
 
 /// Makes the reader when a program loads the plugin.
