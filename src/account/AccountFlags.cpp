@@ -1,12 +1,10 @@
 #include "account/AccountFlags.h"
 
 #include "base/JsonText.h"
+#include "base/WholeFile.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 const QString AutoLogin = QStringLiteral("autoLogin");
@@ -37,11 +35,8 @@ void AccountFlags::setSavePassword(bool on) {
 }
 
 void AccountFlags::save() const {
-    QFileInfo(file_).dir().mkpath(QStringLiteral("."));
-    QSaveFile file(file_);
-    file.setDirectWriteFallback(true);
-    const std::string text = corvanta::json::toText({{AutoLogin, autoLogin_}, {SavePassword, savePassword_}});
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), static_cast<qint64>(text.size())) < 0 ||
-        !file.commit())
-        qDebug() << "account flags could not be saved" << file.errorString();
+    const QByteArray text =
+        QByteArray::fromStdString(corvanta::json::toText({{AutoLogin, autoLogin_}, {SavePassword, savePassword_}}));
+    if (const QString problem = corvanta::writeWholeFile(file_, text); !problem.isEmpty())
+        qDebug() << "account flags could not be saved" << problem;
 }

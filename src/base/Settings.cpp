@@ -1,6 +1,7 @@
 #include "base/Settings.h"
 
 #include "base/JsonText.h"
+#include "base/WholeFile.h"
 #include "platform/Autostart.h"
 
 #include <QCoreApplication>
@@ -11,7 +12,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <filesystem>
 
@@ -124,15 +124,7 @@ void Settings::save() {
     const QDir folder = QFileInfo(file_).dir();
     if (!folder.exists() && folder.mkpath(QStringLiteral(".")))
         qDebug() << "已经创建新文件";
-    QSaveFile file(file_);
-    // Where the folder refuses new files the existing one is still written.
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     const QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(values_)).toJson();
-    if (file.write(text) != text.size())
-        file.cancelWriting();
-    if (!file.commit())
-        qDebug() << "settings could not be saved" << file.errorString();
+    if (const QString problem = corvanta::writeWholeFile(file_, text); !problem.isEmpty())
+        qDebug() << "settings could not be saved" << problem;
 }

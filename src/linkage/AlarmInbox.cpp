@@ -1,12 +1,11 @@
 #include "linkage/AlarmInbox.h"
 
 #include "base/JsonText.h"
+#include "base/WholeFile.h"
 
 #include <QDateTime>
 #include <QDebug>
-#include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QFile>
 
 #include <algorithm>
 #include <utility>
@@ -99,12 +98,9 @@ void AlarmInbox::save() {
     QVariantList all;
     for (auto it = byTime_.rbegin(); it != byTime_.rend(); ++it)
         all += entries_.constFind(it->second)->alarm.toMap();
-    QDir().mkpath(QFileInfo(file_).absolutePath());
-    QSaveFile file(file_);
-    const std::string text = json::toText({{AlarmsKey, all}});
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), static_cast<qint64>(text.size())) < 0 ||
-        !file.commit())
-        qDebug() << "alarms could not be written:" << file.errorString();
+    const QByteArray text = QByteArray::fromStdString(json::toText({{AlarmsKey, all}}));
+    if (const QString problem = writeWholeFile(file_, text); !problem.isEmpty())
+        qDebug() << "alarms could not be written:" << problem;
 }
 
 void AlarmInbox::put(OpenAlarm alarm) {

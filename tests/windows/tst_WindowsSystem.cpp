@@ -1,5 +1,6 @@
 #include "base/AppPaths.h"
 #include "base/LocalTime.h"
+#include "base/WholeFile.h"
 #include "platform/Autostart.h"
 #include "platform/CompoundFile.h"
 #include "platform/DataProtection.h"
@@ -13,6 +14,8 @@
 #include <QStorageInfo>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <windows.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -50,6 +53,7 @@ private slots:
     void secrets();
     void compoundFile();
     void filesHaveOneWriter();
+    void filesAreReplacedWhenTheirReaderHasEnded();
     void paths_data();
     void paths();
     void dataFolderCanBeWritten();
@@ -143,6 +147,25 @@ void tst_WindowsSystem::filesHaveOneWriter() {
     QCOMPARE(reader->size(), std::uint64_t{4});
     QVERIFY(!platform::RawFile::isBeingWritten(path));
     QVERIFY(platform::RawFile::open(path, Access::Update) != nullptr);
+}
+
+void tst_WindowsSystem::filesAreReplacedWhenTheirReaderHasEnded() {
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("设置/set.json"));
+    QCOMPARE(writeWholeFile(path, "old"), QString());
+    // As a virus scanner has it open: what is read may be written, but keeps its name.
+    const HANDLE reader = CreateFileW(pathOf(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    QVERIFY(reader != INVALID_HANDLE_VALUE);
+    const auto end = std::async(std::launch::async, [reader] {
+        std::this_thread::sleep_for(milliseconds(100));
+        CloseHandle(reader);
+    });
+    QCOMPARE(writeWholeFile(path, "new"), QString());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("new"));
+    QCOMPARE(QDir(dir.filePath(QStringLiteral("设置"))).entryList(QDir::Files).size(), 1);
 }
 
 void tst_WindowsSystem::paths_data() {
