@@ -114,7 +114,7 @@ double theirs(const QImage& image) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    corvanta::loadStyle(); // with it come the drawings
+    corvanta::applyStyle(); // with it come the drawings
     const QImage image = plan();
     const double own = ours(image);
     const double plain = theirs(image);

@@ -149,7 +149,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_LOGGING_RULES", "default.debug=false");
     const QApplication application(argc, argv);
-    corvanta::loadStyle(); // with it come the drawings
+    corvanta::applyStyle(); // with it come the drawings
     const QTemporaryDir folder;
     RecordingUi ui;
     giveDocuments(FakeSdk::instance());

@@ -152,7 +152,7 @@ int main(int argc, char* argv[]) {
     corvanta::crashReport::install();
     SingleApplication application(argc, argv, QStringLiteral("Corvanta"));
     corvanta::loadFonts();
-    application.setStyleSheet(corvanta::loadStyle());
+    corvanta::applyStyle();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/style/img/Corvanta.ico")));
     qDebug().noquote() << QString::fromStdString(awake.description());
 

@@ -59,7 +59,7 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setAttribute(Qt::AA_UseDesktopOpenGL, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication application(argc, argv);
-    application.setStyleSheet(corvanta::loadStyle());
+    corvanta::applyStyle();
     const QStringList arguments = QCoreApplication::arguments();
     const QStringList sides = arguments.value(2).split(QLatin1Char('x'));
     if (arguments.size() != 3 || sides.size() != 2) {

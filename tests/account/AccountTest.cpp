@@ -21,7 +21,7 @@ std::pair<QString, QVariantMap> operationOf(const std::string& json) {
 } // namespace
 
 void AccountTest::initTestCase() {
-    qApp->setStyleSheet(corvanta::loadStyle());
+    corvanta::applyStyle();
     qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the user's own secrets are none of a test's
     qputenv("XDG_RUNTIME_DIR", "/nonexistent");
 }

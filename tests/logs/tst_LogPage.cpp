@@ -34,7 +34,7 @@
 class tst_LogPage final : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
+    void initTestCase() { corvanta::applyStyle(); }
     void init();
     void cleanup();
     void firstVisitShowsTheAlarms();

@@ -12,7 +12,7 @@
 #include <QtTest>
 
 void MainWindowTest::initTestCase() {
-    qApp->setStyleSheet(corvanta::loadStyle());
+    corvanta::applyStyle();
 }
 
 void MainWindowTest::init() {

@@ -19,7 +19,7 @@ namespace keys = corvanta::keys;
 class tst_Fwidget final : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
+    void initTestCase() { corvanta::applyStyle(); }
     void init();
     void cleanup() { grid_.reset(); }
     void menuEntries_data();

@@ -56,7 +56,7 @@ void chooseInFileDialog(const QString& name) {
 class tst_SettingsDialog final : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
+    void initTestCase() { corvanta::applyStyle(); }
     void init();
     void cleanup();
     void everyKey_data();

@@ -17,7 +17,7 @@
 class tst_StartPicture final : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { qApp->setStyleSheet(corvanta::loadStyle()); }
+    void initTestCase() { corvanta::applyStyle(); }
     void init();
     void wanted_data();
     void wanted();

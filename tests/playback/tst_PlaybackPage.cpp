@@ -55,7 +55,7 @@ class tst_PlaybackPage final : public QObject {
 
 private slots:
     void initTestCase() {
-        qApp->setStyleSheet(corvanta::loadStyle());
+        corvanta::applyStyle();
         for (const char* folder : {"1", "2"})
             QVERIFY(QDir(dir_.path()).mkdir(QLatin1String(folder)));
         QVERIFY(numbered::make(path(QStringLiteral("1/20260305235950.avi")), {"avi", "25", 200, 25, 2}));

@@ -16,7 +16,7 @@
 namespace keys = corvanta::keys;
 
 void StoredFilesTest::initTestCase() {
-    qApp->setStyleSheet(corvanta::loadStyle());
+    corvanta::applyStyle();
 }
 
 void StoredFilesTest::init() {

@@ -1,9 +1,10 @@
 #include "base/ui/Style.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
+#include <QFont>
 #include <QFontDatabase>
 
 // In a static library nothing refers to the resources, so the linker would leave them out.
@@ -23,14 +24,19 @@ void loadFonts() {
     }
 }
 
-QString loadStyle() {
+void applyStyle() {
     initialiseResources();
+    QFont font;
+    font.setFamilies({QStringLiteral("Microsoft YaHei"), QStringLiteral("Noto Sans CJK SC"),
+                      QStringLiteral("Noto Sans"), QStringLiteral("sans-serif")});
+    font.setPointSize(10);
+    QApplication::setFont(font);
     QFile file(QStringLiteral(":/style/scrollbar/scrollbar.qss"));
     if (!file.open(QIODevice::ReadOnly)) {
         qDebug() << "no style sheet" << file.fileName();
-        return {};
+        return;
     }
-    return QString::fromUtf8(file.readAll());
+    qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
 }
 
 } // namespace corvanta

@@ -35,6 +35,22 @@ constexpr int RowHeight = 28;        // px
 /// px
 constexpr std::array<int, AlarmTableModel::Columns> Widths{116, 110, 260, 52, 168, 110, 168};
 
+/// A text on the right that is whole or, in a narrow window, not there: half of a number would say another one.
+class WholeLabel final : public QLabel {
+public:
+    explicit WholeLabel(QWidget* parent)
+        : QLabel(parent) {
+        setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (QLabel::sizeHint().width() <= width())
+            QLabel::paintEvent(event);
+    }
+};
+
 QDateTime timeOf(const linkage::OpenAlarm& alarm) {
     return QDateTime::fromString(alarm.lastTime, QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }
@@ -113,10 +129,9 @@ QWidget* AlarmCenterPage::makeButtons() {
     live_ = add(tr("实时视频"), "alarmLive");
     playback_ = add(tr("回放"), "alarmPlayback");
     map_ = add(tr("电子地图"), "alarmMap");
-    row->addStretch(1);
-    count_ = new QLabel(bar);
+    count_ = new WholeLabel(bar);
     count_->setObjectName(QStringLiteral("alarmCount"));
-    row->addWidget(count_);
+    row->addWidget(count_, 1);
     connect(confirm_, &QPushButton::clicked, this, [this] { acknowledge(chosenKeys()); });
     connect(confirmAll_, &QPushButton::clicked, this, &AlarmCenterPage::askToAcknowledgeAll);
     connect(live_, &QPushButton::clicked, this, [this] {

@@ -73,6 +73,13 @@ QColor levelColor(int level) {
     return level >= 3 ? theme::Alarm : theme::Warning;
 }
 
+/// A point smaller than elsewhere: a chart has many texts and little room.
+QFont textFont() {
+    QFont font = QApplication::font();
+    font.setPointSize(font.pointSize() - 1);
+    return font;
+}
+
 } // namespace
 
 ChartPlot::ChartPlot(Source source, QWidget* parent)
@@ -104,6 +111,7 @@ void ChartPlot::styleChart() {
     time_->setGridLineColor(Grid);
     time_->setLinePenColor(theme::TileLine);
     time_->setLabelsColor(theme::TextOnDark);
+    time_->setLabelsFont(textFont());
 }
 
 QColor ChartPlot::colorOf(int curve) {
@@ -122,7 +130,9 @@ QtCharts::QValueAxis* ChartPlot::axisOf(const QString& unit) {
     auto* const axis = new QtCharts::QValueAxis;
     axis->setTitleText(unit.toHtmlEscaped()); // titles of axes are taken for markup
     axis->setTitleBrush(theme::TextOnDark);
+    axis->setTitleFont(textFont());
     axis->setLabelsColor(theme::TextOnDark);
+    axis->setLabelsFont(textFont());
     axis->setLinePenColor(theme::TileLine);
     axis->setGridLineColor(Grid);
     axis->setGridLineVisible(axes == 0); // one grid is enough
@@ -327,7 +337,7 @@ void ChartPlot::resizeEvent(QResizeEvent* event) {
 void ChartPlot::drawForeground(QPainter* painter, const QRectF& rect) {
     QChartView::drawForeground(painter, rect);
     painter->save();
-    painter->setFont(QApplication::font());
+    painter->setFont(textFont());
     drawThresholds(*painter);
     drawMarks(*painter);
     drawCursor(*painter);
