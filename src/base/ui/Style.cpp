@@ -26,17 +26,18 @@ void loadFonts() {
 
 void applyStyle() {
     initialiseResources();
-    QFont font;
-    font.setFamilies({QStringLiteral("Microsoft YaHei"), QStringLiteral("Noto Sans CJK SC"),
-                      QStringLiteral("Noto Sans"), QStringLiteral("sans-serif")});
-    font.setPointSize(10);
-    QApplication::setFont(font);
     QFile file(QStringLiteral(":/style/scrollbar/scrollbar.qss"));
     if (!file.open(QIODevice::ReadOnly)) {
         qDebug() << "no style sheet" << file.fileName();
         return;
     }
     qApp->setStyleSheet(QString::fromUtf8(file.readAll()));
+    // Behind it: with the style the toolkit takes the system's fonts for menus, lists and tool tips.
+    QFont font;
+    font.setFamilies({QStringLiteral("Microsoft YaHei"), QStringLiteral("Noto Sans CJK SC"),
+                      QStringLiteral("Noto Sans"), QStringLiteral("sans-serif")});
+    font.setPointSize(10);
+    QApplication::setFont(font);
 }
 
 } // namespace corvanta
