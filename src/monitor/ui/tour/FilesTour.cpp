@@ -1,7 +1,7 @@
 #include "monitor/ui/tour/FilesTour.h"
 
 #include "base/DataTree.h"
-#include "base/DeviceModel.h"
+#include "base/SdkGateway.h"
 #include "base/Settings.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/MonitorMainUI.h"
@@ -11,17 +11,27 @@
 #include "storage/ui/FileTableView.h"
 #include "storage/ui/StoredFilesPage.h"
 #include "storage/ui/TimelinePane.h"
-#include "video/ui/ItemVideo.h"
+#include "video/PreviewMessage.h"
 
 #include <QDateTime>
+#include <QDebug>
 #include <QDialog>
 #include <QDir>
-#include <QPixmap>
-#include <QScreen>
+#include <QFile>
 #include <QTabBar>
-#include <QWindow>
 
 namespace tour = corvanta::tour;
+namespace video = corvanta::video;
+
+namespace {
+
+constexpr int PictureWidth = 640; // px
+
+} // namespace
+
+FilesTour::~FilesTour() {
+    gate_->close();
+}
 
 void FilesTour::page(const QString& pictures) {
     const auto page = [this] {
@@ -30,9 +40,12 @@ void FilesTour::page(const QString& pictures) {
     const auto showView = [page](int view) {
         page()->findChild<QTabBar*>(QStringLiteral("fileTabs"))->setCurrentIndex(view);
     };
+    script_.step({QStringLiteral("pictures of the last hour"), [this] { storePictures(); },
+                  [this] {
+                      return awaited_ == 0;
+                  }});
     script_.step({QStringLiteral("the stored files"),
                   [this, page, showView] {
-                      storePictures();
                       tour::click(&window_, "filesModule");
                       page()->search();
                       showView(0);
@@ -77,25 +90,38 @@ void FilesTour::viewer() {
                   }});
 }
 
-void FilesTour::storePictures() const {
+void FilesTour::storePictures() {
     // What a user's snapshots of the last hour would leave; only in folders of the tour's own, never on the disks.
     if (window_.context().settings.get(corvanta::keys::DriveFolders).toStringList().isEmpty())
         return;
-    QScreen* const screen = window_.window()->windowHandle()->screen();
     QDateTime time = QDateTime::currentDateTime().addSecs(-1);
     for (const QString& device : wall_.onlineDevices().mid(0, 6)) {
         const QString folder = window_.storage().folderFor(corvanta::dataTree::Capture, device);
         if (folder.isEmpty() || !QDir().mkpath(folder))
             continue;
-        const ItemVideo& tile = *window_.grid().tile(window_.devices().device(device)->tileIndex);
-        const QRect place(tile.mapToGlobal(QPoint()), tile.size());
-        const QPixmap shown = screen->grabWindow(0, place.x(), place.y(), place.width(), place.height());
-        for (int number = 0; number < 8; ++number) {
-            const QDateTime taken = time.addSecs(-420LL * number);
-            if (taken.date() == time.date())
-                shown.save(folder + taken.toString(corvanta::dataTree::FileTimeFormat) + QStringLiteral(".jpg"),
-                           "JPG");
-        }
+        SdkGateway& gateway = window_.context().gateway;
+        // On a thread of the SDK, whose memory is gone after the callback.
+        const auto onMessage = [this, &gateway, folder, time](const std::string& text) {
+            gateway.inGui(gate_, [this, folder, time, jpeg = video::readPreview(text).jpeg] {
+                --awaited_;
+                storePicture(jpeg, folder, time);
+            });
+        };
+        if (gateway.RequestMessage(video::previewRequest(device, PictureWidth), onMessage, gate_) > 0)
+            ++awaited_;
         time = time.addSecs(-97);
+    }
+}
+
+void FilesTour::storePicture(const std::string& jpeg, const QString& folder, const QDateTime& time) {
+    if (jpeg.empty())
+        return;
+    for (int number = 0; number < 8; ++number) {
+        const QDateTime taken = time.addSecs(-420LL * number);
+        if (taken.date() != time.date())
+            break;
+        QFile file(folder + taken.toString(corvanta::dataTree::FileTimeFormat) + QStringLiteral(".jpg"));
+        if (!file.open(QIODevice::WriteOnly) || file.write(jpeg.data(), static_cast<qint64>(jpeg.size())) < 0)
+            qDebug() << "no picture stored" << file.fileName() << file.errorString();
     }
 }

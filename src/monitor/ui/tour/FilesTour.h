@@ -1,8 +1,14 @@
 #pragma once
 
+#include "base/CallbackGate.h"
+
 #include <QString>
 
+#include <memory>
+#include <string>
+
 class MonitorMainUI;
+class QDateTime;
 class TourScript;
 class WallTour;
 
@@ -14,15 +20,19 @@ public:
         : window_(window)
         , script_(script)
         , wall_(wall) {}
+    ~FilesTour();
 
     /// As a list and as a timeline. `pictures` begins their names.
     void page(const QString& pictures);
     void viewer();
 
 private:
-    void storePictures() const;
+    void storePictures();
+    void storePicture(const std::string& jpeg, const QString& folder, const QDateTime& time);
 
     MonitorMainUI& window_;
     TourScript& script_;
     const WallTour& wall_;
+    std::shared_ptr<CallbackGate> gate_ = std::make_shared<CallbackGate>();
+    int awaited_ = 0; ///< pictures that devices have not sent yet
 };

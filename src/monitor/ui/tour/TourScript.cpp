@@ -125,8 +125,11 @@ bool TourScript::shoot(const QString& name) {
     const QWidget* const frame = window_.window();
     QScreen* const screen = frame->windowHandle()->screen();
     QRect place = frame->frameGeometry();
-    for (const QWidget* over : {QApplication::activeModalWidget(), QApplication::activePopupWidget()}) {
-        if (over != nullptr)
+    // A dialog that is not modal may reach beyond the window as well; which window is active tells only a window
+    // manager, and a bare display has none.
+    for (const QWidget* const over : QApplication::topLevelWidgets()) {
+        const Qt::WindowType type = over->windowType();
+        if (over->isVisible() && (type == Qt::Dialog || type == Qt::Popup))
             place |= over->frameGeometry();
     }
     place &= screen->geometry();
