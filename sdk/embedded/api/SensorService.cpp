@@ -52,6 +52,7 @@ void SensorService::stop() {
         stopping_ = true;
     }
     wake_.notify_all();
+    appliedAll_.notify_all();
     if (thread_.joinable())
         thread_.join();
 }
@@ -59,20 +60,23 @@ void SensorService::stop() {
 void SensorService::boardsChanged() {
     {
         const std::lock_guard lock(mutex_);
-        reload_ = true;
+        ++changes_;
     }
     wake_.notify_all();
 }
 
 void SensorService::keep() {
     std::unique_ptr<sensor::SampleFile> file;
+    std::uint64_t told = 0; // of changes_
     for (int count = 0; !stopping_; ++count) {
         const bool look = count % beatsOfLook == 0;
         bool reload = look;
         {
             std::unique_lock lock(mutex_);
-            wake_.wait_for(lock, count == 0 ? milliseconds(0) : beat, [this] { return stopping_ || reload_; });
-            reload = std::exchange(reload_, false) || reload;
+            wake_.wait_for(lock, count == 0 ? milliseconds(0) : beat,
+                           [this, told] { return stopping_ || changes_ != told; });
+            told = changes_;
+            reload = reload || told != applied_;
         }
         if (stopping_)
             break;
@@ -85,6 +89,11 @@ void SensorService::keep() {
                 applyBoards();
             if (look)
                 lookForLock();
+            if (reload) {
+                const std::lock_guard lock(mutex_);
+                applied_ = told;
+                appliedAll_.notify_all();
+            }
             if (file->changedByOthers()) {
                 if (lock_.isHeld())
                     serveOrders(*file);
@@ -250,8 +259,9 @@ ServiceCode SensorService::order(const sensor::OrderBook::Order& order) {
     }
 }
 
-std::shared_ptr<sensor::Acquisition> SensorService::acquisition() const {
-    const std::lock_guard lock(mutex_);
+std::shared_ptr<sensor::Acquisition> SensorService::acquisition() {
+    std::unique_lock lock(mutex_);
+    appliedAll_.wait_for(lock, orderPatience, [this] { return stopping_ || applied_ == changes_; });
     return acquisition_;
 }
 

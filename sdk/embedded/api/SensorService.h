@@ -96,7 +96,8 @@ private:
     ServiceCode carryOut(const sensor::OrderBook::Order& order);
     ServiceCode order(const sensor::OrderBook::Order& order);
 
-    std::shared_ptr<sensor::Acquisition> acquisition() const;
+    /// Null without the lock. Waits until the boards are read as the store has them, as far as `boardsChanged` told.
+    std::shared_ptr<sensor::Acquisition> acquisition();
     std::optional<double> valueFor(const std::string& ipncid, int pid) const;
     std::unique_ptr<sensor::PictureSource> picturesOf(const std::string& ipncid);
 
@@ -112,7 +113,9 @@ private:
     std::shared_ptr<sensor::SampleWriter> writer_;     ///< guarded by mutex_; null without the lock
     std::shared_ptr<sensor::Acquisition> acquisition_; ///< guarded by mutex_; null without the lock
     std::shared_ptr<const Snapshot> snapshot_;         ///< guarded by mutex_
-    bool reload_ = true;                               ///< guarded by mutex_
+    std::uint64_t changes_ = 1;                        ///< of boards, as told, and the start; guarded by mutex_
+    std::uint64_t applied_ = 0;                        ///< how many of them are in force; guarded by mutex_
+    std::condition_variable appliedAll_;
     std::atomic<bool> stopping_{false};
     std::thread thread_;
 };
