@@ -9,6 +9,7 @@
 #include "linkage/AlarmHandler.h"
 #include "linkage/AlarmInbox.h"
 #include "linkage/AlarmSound.h"
+#include "platform/FreeMemory.h"
 #include "storage/RecordingStorage.h"
 #include "storage/RepairThread.h"
 #include "update/UpdateDescription.h"
@@ -68,7 +69,8 @@ std::unique_ptr<RecordingStorage> storageOf(Settings& settings, TaskQueue& queue
         settings, queue, std::make_unique<SystemDisks>(settings.get(keys::DriveFolders).toStringList()));
 }
 
-constexpr int AutoLoginDelay = 500; // ms: the main window is shown by then
+constexpr int AutoLoginDelay = 500;       // ms: the main window is shown by then
+constexpr int FreeMemoryInterval = 20000; // ms
 
 } // namespace
 
@@ -113,6 +115,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
         measurer_->measure(vision::deviceOfVideo(path, storage_->searchedDrives()), path);
     });
     versionCheck_ = std::make_unique<corvanta::update::VersionCheck>();
+    startWorker();
 }
 
 AppManager::~AppManager() {
@@ -120,14 +123,22 @@ AppManager::~AppManager() {
     repair_.reset();
     alarmHandler_->setVideoHook({}); // alarms that wait in the queue are still handled
     measurer_.reset();
-    if (worker_.isRunning()) {
-        worker_.quit();
-        worker_.wait();
-    }
+    worker_.quit();
+    worker_.wait();
     gateway_.shutdown();
     sdk_.Cleanup();
     queue_.drain(); // connections that the SDK made or closed to the last
     settings_.save();
+}
+
+void AppManager::startWorker() {
+    auto* const timer = new QTimer;
+    timer->setInterval(FreeMemoryInterval);
+    timer->moveToThread(&worker_);
+    connect(&worker_, &QThread::started, timer, qOverload<>(&QTimer::start));
+    connect(&worker_, &QThread::finished, timer, &QObject::deleteLater);
+    connect(timer, &QTimer::timeout, timer, &corvanta::platform::returnFreeMemory);
+    worker_.start();
 }
 
 void AppManager::startSdk() {

@@ -107,6 +107,7 @@ public slots:
 
 private:
     void startSdk();
+    void startWorker();
     void connectSignals();
     void loadTimeZones();
     void prepareStorage();
@@ -141,7 +142,7 @@ private:
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
     QVariantList timeZones_;
     QVariantMap userInfo_; ///< the document of maps and icons, as it was last told of
-    QThread worker_;       ///< for work in the background; runs once something needs it
+    QThread worker_;       ///< for work in the background
     std::unique_ptr<RepairThread> repair_;
     std::unique_ptr<corvanta::vision::VideoMeasurer> measurer_;
     std::unique_ptr<corvanta::linkage::AlarmInbox> alarms_;
