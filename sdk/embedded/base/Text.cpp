@@ -1,6 +1,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 
 namespace ipncsdk {
@@ -103,6 +104,22 @@ bool isPhoneNumber(std::string_view text) {
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
     return text.size() >= 5 && text.size() <= 20 && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string result;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        unsigned value = 0;
+        const char* const begin = text.data() + index + 1;
+        if (text[index] == '%' && index + 2 < text.size() &&
+            std::from_chars(begin, begin + 2, value, 16).ptr == begin + 2) {
+            result += static_cast<char>(value);
+            index += 2;
+        } else {
+            result += text[index];
+        }
+    }
+    return result;
 }
 
 } // namespace ipncsdk

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace ipncsdk {
@@ -21,5 +22,8 @@ bool isFileName(std::string_view text, std::size_t longest);
 
 /// True for a phone number as accounts have them: 5 to 20 digits, a plus sign may stand before them.
 bool isPhoneNumber(std::string_view text);
+
+/// Takes percent-encoding away; a '%' without two digits behind it stands for itself.
+std::string percentDecoded(std::string_view text);
 
 } // namespace ipncsdk

@@ -42,4 +42,16 @@ using Packet = std::unique_ptr<AVPacket, FreePacket>;
 using Scaler = std::unique_ptr<SwsContext, FreeScaler>;
 using Resampler = std::unique_ptr<SwrContext, FreeResampler>;
 
+/// What opening an input is told; what it did not take stays in it.
+class FfmpegOptions {
+public:
+    FfmpegOptions() = default;
+    ~FfmpegOptions() { av_dict_free(&dictionary); }
+    FfmpegOptions(const FfmpegOptions&) = delete;
+    FfmpegOptions& operator=(const FfmpegOptions&) = delete;
+    void set(const char* key, const char* value) { av_dict_set(&dictionary, key, value, 0); }
+
+    AVDictionary* dictionary = nullptr;
+};
+
 } // namespace ipncsdk::media

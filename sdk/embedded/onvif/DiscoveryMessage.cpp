@@ -1,12 +1,12 @@
 #include "onvif/DiscoveryMessage.h"
 
+#include "base/Text.h"
 #include "onvif/Names.h"
 #include "onvif/Soap.h"
 #include "onvif/Url.h"
 #include "onvif/Xml.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <sstream>
 #include <utility>
@@ -47,22 +47,6 @@ std::string uuidOf(std::string text) {
     return fits ? text : std::string();
 }
 
-std::string decoded(std::string_view text) {
-    std::string result;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        unsigned value = 0;
-        const char* const begin = text.data() + index + 1;
-        if (text[index] == '%' && index + 2 < text.size() &&
-            std::from_chars(begin, begin + 2, value, 16).ptr == begin + 2) {
-            result += static_cast<char>(value);
-            index += 2;
-        } else {
-            result += text[index];
-        }
-    }
-    return result;
-}
-
 /// What a scope says under a heading such as "name"; empty when none does.
 std::string scope(const std::vector<std::string>& scopes, std::string_view heading) {
     const std::string begin = "onvif://www.onvif.org/" + std::string(heading) + '/';
@@ -71,7 +55,7 @@ std::string scope(const std::vector<std::string>& scopes, std::string_view headi
             each.size() > begin.size() &&
             std::equal(begin.begin(), begin.end(), each.begin(), [](char a, char b) { return lower(a) == lower(b); });
         if (same)
-            return xml::plain(decoded(std::string_view(each).substr(begin.size())), longestText);
+            return xml::plain(percentDecoded(std::string_view(each).substr(begin.size())), longestText);
     }
     return {};
 }

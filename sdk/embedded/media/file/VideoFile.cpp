@@ -17,16 +17,6 @@ namespace fs = std::filesystem;
 constexpr auto containers = "mov,mp4,m4a,3gp,3g2,mj2,matroska,webm,avi,mpegts,flv,h264";
 constexpr int usualFrameRate = 25;
 
-class Options {
-public:
-    Options() = default;
-    ~Options() { av_dict_free(&dictionary); }
-    Options(const Options&) = delete;
-    Options& operator=(const Options&) = delete;
-    void set(const char* key, const char* value) { av_dict_set(&dictionary, key, value, 0); }
-    AVDictionary* dictionary = nullptr;
-};
-
 /// Frames a second as the container tells, else as the stream does.
 double frameRateOf(const AVStream& stream, double fromStream) {
     const AVRational average = stream.avg_frame_rate;
@@ -71,7 +61,7 @@ StreamError VideoFile::open(const fs::path& file, Known& known) {
 }
 
 StreamError VideoFile::openContainer() {
-    Options options;
+    FfmpegOptions options;
     options.set("protocol_whitelist", "file");
     options.set("format_whitelist", containers);
     // The protocol's name keeps a file's name from being taken for one.

@@ -1,5 +1,7 @@
 #include "media/rtsp/RtspAddress.h"
 
+#include "base/Text.h"
+
 #include <algorithm>
 #include <charconv>
 #include <string_view>
@@ -31,23 +33,6 @@ std::string encoded(std::string_view text) {
             result += '%';
             result += digits[byte >> 4];
             result += digits[byte & 15U];
-        }
-    }
-    return result;
-}
-
-/// Takes percent-encoding away; a '%' without two digits behind it stands for itself.
-std::string decoded(std::string_view text) {
-    std::string result;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        unsigned value = 0;
-        const char* begin = text.data() + index + 1;
-        if (text[index] == '%' && index + 2 < text.size() &&
-            std::from_chars(begin, begin + 2, value, 16).ptr == begin + 2) {
-            result += static_cast<char>(value);
-            index += 2;
-        } else {
-            result += text[index];
         }
     }
     return result;
@@ -116,8 +101,8 @@ std::optional<RtspAddress> RtspAddress::parse(const RtspSource& source) {
         authority.remove_prefix(at + 1);
         if (user.empty() && password.empty()) {
             const std::size_t colon = std::min(pair.find(':'), pair.size());
-            user = decoded(pair.substr(0, colon));
-            password = colon < pair.size() ? decoded(pair.substr(colon + 1)) : std::string();
+            user = percentDecoded(pair.substr(0, colon));
+            password = colon < pair.size() ? percentDecoded(pair.substr(colon + 1)) : std::string();
         }
     }
     address.port_ = address.secure_ ? 322 : 554;

@@ -18,16 +18,6 @@ constexpr milliseconds farewell{150};
 constexpr milliseconds lookUpEvery{20};
 constexpr int usualFrameRate = 25;
 
-class Options {
-public:
-    Options() = default;
-    ~Options() { av_dict_free(&dictionary); }
-    Options(const Options&) = delete;
-    Options& operator=(const Options&) = delete;
-    void set(const char* key, const char* value) { av_dict_set(&dictionary, key, value, 0); }
-    AVDictionary* dictionary = nullptr;
-};
-
 int frameRateOf(double fromStream, const AVStream& stream) {
     const AVRational described = stream.avg_frame_rate;
     const double rate = fromStream > 0                           ? fromStream
@@ -150,7 +140,7 @@ StreamError RtspSession::open() {
         return StreamError::Internal;
     }
     opening_->interrupt_callback = {&RtspSession::interrupted, this};
-    Options options;
+    FfmpegOptions options;
     options.set("rtsp_transport", "tcp");
     options.set("allowed_media_types", withSound_ ? "video+audio" : "video");
     // Playing begins once it is known that there is something to play: a camera without video would refuse it.
