@@ -103,14 +103,10 @@ int runWindow(const AppPaths& paths, const Options& options) {
     AppManager::prepare(paths, ui);
     const AppContext context = AppManager::instance()->context();
     MoveWidget frame;
-    frame.setObjectName(QStringLiteral("w1001"));
-    frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
-    auto* const window = new MonitorMainUI(context, AppManager::instance()->storage());
-    frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
-    ui.attach(*window, context);
-    window->placeFrame();
-    window->show();
-    const auto tour = tourFor(*window, options);
+    MonitorMainUI& window = ui.makeWindow(frame, context, AppManager::instance()->storage());
+    window.placeFrame();
+    window.show();
+    const auto tour = tourFor(window, options);
     const auto startPage = tour == nullptr ? StartPicture::ifWanted(context.settings) : nullptr;
     if (startPage != nullptr) {
         QObject::connect(startPage.get(), &StartPicture::sigEnter, &frame, [&frame, page = startPage.get()] {

@@ -36,20 +36,16 @@ int run(const QString& data, const QSize& size) {
     AppManager::prepare(paths, ui);
     const AppContext context = AppManager::instance()->context();
     MoveWidget frame;
-    frame.setObjectName(QStringLiteral("w1001"));
-    frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
-    auto* const window = new MonitorMainUI(context, AppManager::instance()->storage());
-    frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
-    ui.attach(*window, context);
-    window->grid().setLayout(8, 8, false);
-    window->show();
+    MonitorMainUI& window = ui.makeWindow(frame, context, AppManager::instance()->storage());
+    window.grid().setLayout(8, 8, false);
+    window.show();
     frame.setGeometry(QRect(QPoint(0, 0), size));
     frame.show();
-    Harness harness(*window, context);
+    Harness harness(window, context);
     std::thread orders([&harness] { readOrders(harness); });
     const int code = QApplication::exec();
     orders.join(); // its last order has ended the loop
-    window->closeWithoutAsking();
+    window.closeWithoutAsking();
     return code;
 }
 

@@ -2,6 +2,7 @@
 
 #include "account/ui/LoginDialog.h"
 #include "base/AppContext.h"
+#include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
 #include "monitor/ui/MonitorMainUI.h"
@@ -10,9 +11,14 @@
 MonitorUi::MonitorUi() = default;
 MonitorUi::~MonitorUi() = default;
 
-void MonitorUi::attach(MonitorMainUI& window, const AppContext& context) {
-    window_ = &window;
+MonitorMainUI& MonitorUi::makeWindow(MoveWidget& frame, const AppContext& context, RecordingStorage& storage) {
+    frame.setObjectName(QStringLiteral("w1001"));
+    frame.setStyleSheet(QStringLiteral("*#w1001{background-color:rgb(125,125,125)}"));
+    auto* const window = new MonitorMainUI(context, storage);
+    frame.setContent(window, QSize(MonitorMainUI::SmallestWidth, MonitorMainUI::SmallestHeight), QString());
+    window_ = window;
     context_ = std::make_unique<AppContext>(context);
+    return *window;
 }
 
 void MonitorUi::showTip(const QString& title, const QString& text) {

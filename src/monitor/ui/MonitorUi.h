@@ -8,6 +8,8 @@
 
 struct AppContext;
 class MonitorMainUI;
+class MoveWidget;
+class RecordingStorage;
 
 /// Puts up the windows that the application core asks for. Before the main window stands, only tips are shown.
 class MonitorUi final : public AppUi {
@@ -15,8 +17,9 @@ public:
     MonitorUi();
     ~MonitorUi() override;
 
-    /// From here on dialogs belong to this window.
-    void attach(MonitorMainUI& window, const AppContext& context);
+    /// Puts the main window into `frame`, which owns it from then on, and shows neither. From here on dialogs belong to
+    /// this window.
+    MonitorMainUI& makeWindow(MoveWidget& frame, const AppContext& context, RecordingStorage& storage);
 
     void showTip(const QString& title, const QString& text) override;
     void showSignIn(bool automatic) override;
