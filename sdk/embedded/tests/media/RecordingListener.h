@@ -3,6 +3,7 @@
 #include "media/Picture.h"
 #include "media/Stream.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -32,6 +33,13 @@ public:
         std::pair<int, int> soundForm;          ///< rate and channels
         std::optional<StreamError> closed;
         int callsAfterClose = 0;
+
+        /// True when each coded frame is later than the one before.
+        bool timesGoOn() const {
+            return std::adjacent_find(coded.begin(), coded.end(), [](const Coded& earlier, const Coded& later) {
+                       return later.time <= earlier.time;
+                   }) == coded.end();
+        }
     };
 
     /// Called at the start of every call; to be set before the subscription.

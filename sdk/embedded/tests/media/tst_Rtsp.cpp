@@ -307,9 +307,7 @@ void tst_Rtsp::recoversFromRestart() {
     QVERIFY(!record.closed);
     // After the second opening the coded frames begin with a key frame again, and the times go on.
     QVERIFY(record.coded[before.coded.size()].keyFrame);
-    for (std::size_t index = 1; index < record.coded.size(); ++index) {
-        QVERIFY(record.coded[index].time > record.coded[index - 1].time);
-    }
+    QVERIFY(record.timesGoOn());
 }
 
 void tst_Rtsp::closesWhenThePasswordChanges() {

@@ -1,3 +1,4 @@
+#include "MadeVideo.h"
 #include "RecordingListener.h"
 #include "Tone.h"
 #include "media/StreamHub.h"
@@ -63,7 +64,9 @@ private slots:
 
 private:
     HubOptions options();
-    bool make(const QString& name, const QString& arguments) const;
+    bool make(const QString& name, const QString& arguments) const {
+        return makeVideo(folder_.filePath(name), arguments);
+    }
     Source file(const QString& name) const { return FileSource{folder_.filePath(name).toStdString()}; }
     std::vector<std::int16_t> hear(StreamHub& hub, const Subscription& subscription, std::size_t samples);
 
@@ -84,18 +87,6 @@ HubOptions tst_Sound::options() {
         lines_.push_back(line);
     };
     return options;
-}
-
-bool tst_Sound::make(const QString& name, const QString& arguments) const {
-    QProcess ffmpeg;
-    QStringList list{"-v", "error", "-y", "-threads", "1"};
-    list += arguments.split(' ', Qt::SkipEmptyParts);
-    ffmpeg.start("ffmpeg", list << folder_.filePath(name));
-    const bool done = ffmpeg.waitForFinished(120000) && ffmpeg.exitCode() == 0;
-    if (!done) {
-        qWarning() << ffmpeg.readAllStandardError();
-    }
-    return done;
 }
 
 /// Listens until there are so many samples.
