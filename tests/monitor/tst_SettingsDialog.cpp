@@ -1,11 +1,7 @@
-#include "app/AppManager.h"
+#include "SettingsDialogTest.h"
 #include "base/Settings.h"
-#include "base/ui/Style.h"
-#include "monitor/ui/settings/SettingsDialog.h"
 #include "platform/Autostart.h"
 #include "platform/Disks.h"
-#include "support/FakeSdk.h"
-#include "support/RecordingUi.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -18,16 +14,10 @@
 #include <QListWidget>
 #include <QScrollArea>
 #include <QSpinBox>
-#include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QtTest>
 
 namespace {
-
-const char* const Lists = R"({"ipnclist":[{"ipncid":"a","nickname":"大门","type":"video","online":true},
-    {"ipncid":"b","name":"后门","type":"video","online":false},{"ipncid":"c","name":"走廊","type":"video"},
-    {"ipncid":"s","name":"S","type":"sensor"}],
-    "group":[{"id":"1","name":"一楼","ipnclist":["a","b","s"]},{"id":"2","name":"二楼","ipnclist":["c"]}]})";
 
 /// Double-clicks a file in the file dialog that is up; closes it in any case.
 void chooseInFileDialog(const QString& name) {
@@ -53,12 +43,9 @@ void chooseInFileDialog(const QString& name) {
 } // namespace
 
 /// The settings dialog, driven by mouse and keyboard: what it shows, what it stores, what it leaves alone.
-class tst_SettingsDialog final : public QObject {
+class tst_SettingsDialog final : public SettingsDialogTest {
     Q_OBJECT
 private slots:
-    void initTestCase() { corvanta::applyStyle(); }
-    void init();
-    void cleanup();
     void everyKey_data();
     void everyKey();
     void alarmSound();
@@ -75,139 +62,10 @@ private slots:
     void applyKeepsItOpen();
     void firstProblemShowsItsPage();
     void otherPagesDoNotHinder();
-    void pollEditorLife();
-    void pollEntryKeys();
-    void devicesChangeMeanwhile();
     void wheelScrollsThePage();
     void everyControlHasAName();
     void tabGoesDownThePage();
-
-private:
-    Settings& settings() { return manager_->context().settings; }
-    template <typename T>
-    T* find(const char* name) const {
-        T* const found = dialog_->findChild<T*>(QLatin1String(name));
-        return found != nullptr ? found : (qFatal("no %s", name), nullptr);
-    }
-    void open();
-    void page(const char* name) { dialog_->showPage(QLatin1String(name)); }
-    void click(const char* name);
-    void type(const char* name, const QString& text);
-    void choose(const char* name, const QString& text);
-    bool tick(const QString& device);
-    QStringList texts(const char* list) const;
-    QString problem() const;
-    QVariantMap fileValues() const;
-    /// Answers the question that the next act brings up.
-    void answer(const char* button);
-
-    FakeSdk& sdk_ = FakeSdk::instance();
-    RecordingUi ui_;
-    std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<AppManager> manager_;
-    std::unique_ptr<SettingsDialog> dialog_;
-    QStringList applied_;
-    int questions_ = 0;
 };
-
-void tst_SettingsDialog::init() {
-    sdk_.reset();
-    sdk_.setDocument(R"({"type":"phoneid"})", R"({"phoneid":"13800138000"})");
-    sdk_.setDocument(R"({"type":"ipnclist"})", Lists);
-    dir_ = std::make_unique<QTemporaryDir>();
-    qputenv("XDG_CONFIG_HOME", dir_->path().toLocal8Bit());
-    manager_ = std::make_unique<AppManager>(AppPaths(dir_->path()), ui_, *ipncsdk::ZELIPNCSDK::GetInstance());
-    sdk_.sendToClient(R"({"type":"freshlist"})");
-    QTRY_COMPARE(manager_->context().devices.groups().size(), 2);
-    settings().set(QStringLiteral("later version"), QVariantList{1, QVariantMap{{"x", 2}}});
-    settings().save();
-    questions_ = 0;
-}
-
-void tst_SettingsDialog::cleanup() {
-    dialog_.reset();
-    manager_.reset();
-    qunsetenv("XDG_CONFIG_HOME");
-}
-
-void tst_SettingsDialog::open() {
-    applied_.clear();
-    dialog_ = std::make_unique<SettingsDialog>(manager_->context());
-    connect(dialog_.get(), &SettingsDialog::sigApplied, this,
-            [this](const QStringList& changed) { applied_ += changed; });
-    dialog_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(dialog_.get()));
-    QApplication::setActiveWindow(dialog_.get());
-}
-
-void tst_SettingsDialog::click(const char* name) {
-    auto* const button = find<QAbstractButton>(name);
-    for (QWidget* parent = button->parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
-        if (auto* const area = qobject_cast<QScrollArea*>(parent))
-            area->ensureWidgetVisible(button);
-    }
-    QVERIFY2(button->isVisible() && button->isEnabled(), name);
-    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
-}
-
-void tst_SettingsDialog::type(const char* name, const QString& text) {
-    auto* const field = find<QWidget>(name);
-    QVERIFY2(field->isVisible() && field->isEnabled(), name);
-    field->setFocus();
-    QTest::keySequence(field, QKeySequence::SelectAll);
-    QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
-}
-
-void tst_SettingsDialog::choose(const char* name, const QString& text) {
-    auto* const combo = find<QComboBox>(name);
-    QVERIFY2(combo->isVisible() && combo->isEnabled(), name);
-    const int wanted = combo->findText(text);
-    QVERIFY2(wanted >= 0, qPrintable(text));
-    while (combo->currentIndex() != wanted)
-        QTest::keyClick(combo, combo->currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
-}
-
-bool tst_SettingsDialog::tick(const QString& device) {
-    auto* const tree = find<QTreeWidget>("pollTree");
-    const auto items = tree->findItems(device, Qt::MatchExactly | Qt::MatchRecursive);
-    if (items.size() != 1)
-        return false;
-    tree->scrollToItem(items[0]);
-    const QRect row = tree->visualItemRect(items[0]);
-    const Qt::CheckState before = items[0]->checkState(0);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(row.left() + 12, row.center().y()));
-    return items[0]->checkState(0) != before;
-}
-
-QStringList tst_SettingsDialog::texts(const char* list) const {
-    QStringList result;
-    auto* const widget = find<QListWidget>(list);
-    for (int row = 0; row < widget->count(); ++row)
-        result += widget->item(row)->text();
-    return result;
-}
-
-QString tst_SettingsDialog::problem() const {
-    auto* const label = find<QLabel>("problem");
-    return label->isVisible() ? label->text() : QString();
-}
-
-QVariantMap tst_SettingsDialog::fileValues() const {
-    Settings read(dir_->filePath(QStringLiteral("config/set.json")));
-    read.load();
-    return read.values();
-}
-
-void tst_SettingsDialog::answer(const char* button) {
-    QTimer::singleShot(0, dialog_.get(), [this, button] {
-        auto* const box = QApplication::activeModalWidget();
-        QVERIFY(box != nullptr);
-        QCOMPARE(box->findChild<QLabel*>(QStringLiteral("tipText"))->text(), QStringLiteral("放弃修改?"));
-        ++questions_;
-        QTest::mouseClick(box->findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
-    });
-}
 
 void tst_SettingsDialog::everyKey_data() {
     QTest::addColumn<QString>("pageName");
@@ -549,89 +407,6 @@ void tst_SettingsDialog::otherPagesDoNotHinder() {
     click("settingsOk");
     QVERIFY2(!dialog_->isVisible(), qPrintable(problem()));
     QCOMPARE(settings().get(QStringLiteral("视频打开最长时间")).toInt(), -5);
-}
-
-void tst_SettingsDialog::pollEditorLife() {
-    const QString key = QStringLiteral("轮屏列表");
-    settings().set(key, QVariantList{QVariantMap{
-                            {"name", "<i>早班</i>"}, {"ipnclist", QStringList{"gone", "b"}}, {"color", "red"}}});
-    open();
-    page("pollPage");
-    QCOMPARE(texts("pollEntries"), QStringList{QStringLiteral("<i>早班</i>")});
-    QCOMPARE(texts("pollOrder"), (QStringList{QStringLiteral("gone(不存在)"), QStringLiteral("后门")}));
-    QVERIFY(find<QTreeWidget>("pollTree")
-                ->findItems(QStringLiteral("S"), Qt::MatchExactly | Qt::MatchRecursive)
-                .isEmpty());
-    QVERIFY(tick(QStringLiteral("大门")));
-    QCOMPARE(texts("pollOrder").last(), QStringLiteral("大门"));
-    click("pollDeviceUp");
-    QCOMPARE(texts("pollOrder")[1], QStringLiteral("大门"));
-    QVERIFY(tick(QStringLiteral("后门"))); // out again
-    QCOMPARE(texts("pollOrder"), (QStringList{QStringLiteral("gone(不存在)"), QStringLiteral("大门")}));
-    QVERIFY(tick(QStringLiteral("一楼"))); // a group ticks all its cameras
-    QCOMPARE(texts("pollOrder").size(), 3);
-    click("pollByGroups");
-    QCOMPARE(texts("pollEntries").mid(1), (QStringList{QStringLiteral("一楼"), QStringLiteral("二楼")}));
-    QCOMPARE(texts("pollOrder"),
-             (QStringList{QStringLiteral("大门"), QStringLiteral("后门")})); // of the first new one
-    click("pollUp");
-    click("pollByGroups"); // has nothing to add
-    QCOMPARE(texts("pollEntries").size(), 3);
-    click("settingsOk");
-    QCOMPARE(applied_, QStringList{key});
-    const QVariantList expected{
-        QVariantMap{{"name", "一楼"}, {"ipnclist", QVariantList{"a", "b"}}},
-        QVariantMap{{"name", "<i>早班</i>"}, {"ipnclist", QVariantList{"gone", "a", "b"}}, {"color", "red"}},
-        QVariantMap{{"name", "二楼"}, {"ipnclist", QVariantList{"c"}}}};
-    QCOMPARE(fileValues().value(key).toList(), expected);
-}
-
-void tst_SettingsDialog::pollEntryKeys() {
-    open();
-    page("pollPage");
-    QVERIFY(!find<QTreeWidget>("pollTree")->isEnabled()); // no entry to tick for
-    QVERIFY(find<QLabel>("pollNotice")->text().contains(QStringLiteral("按分组生成")));
-    click("pollAdd");
-    auto* const list = find<QListWidget>("pollEntries");
-    auto* editor = list->findChild<QLineEdit*>();
-    QVERIFY(editor != nullptr); // its name can be written at once
-    QTest::keyClicks(editor, QStringLiteral("night"));
-    QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_COMPARE(texts("pollEntries"), QStringList{QStringLiteral("night")});
-    QVERIFY(dialog_->isVisible()); // Enter ended the writing, not the dialog
-    QTRY_VERIFY(list->findChild<QLineEdit*>() == nullptr);
-    click("pollRename");
-    editor = list->findChild<QLineEdit*>();
-    QTest::keyClicks(editor, QStringLiteral("dropped"));
-    QTest::keyClick(editor, Qt::Key_Escape);
-    QVERIFY(dialog_->isVisible());
-    QCOMPARE(texts("pollEntries"), QStringList{QStringLiteral("night")});
-    QTRY_VERIFY(list->findChild<QLineEdit*>() == nullptr);
-    click("pollAdd");
-    QTest::keyClick(list->findChild<QLineEdit*>(), Qt::Key_Escape);
-    QTRY_VERIFY(list->findChild<QLineEdit*>() == nullptr);
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Delete);
-    QCOMPARE(texts("pollEntries"), QStringList{QStringLiteral("night")});
-    click("settingsOk");
-    QCOMPARE(manager_->context().poll.entries().size(), 1);
-}
-
-void tst_SettingsDialog::devicesChangeMeanwhile() {
-    settings().set(QStringLiteral("默认分组"), QStringLiteral("2"));
-    settings().set(QStringLiteral("轮屏列表"),
-                   QVariantList{QVariantMap{{"name", "e"}, {"ipnclist", QStringList{"a"}}}});
-    open();
-    page("pollPage");
-    QVERIFY(tick(QStringLiteral("走廊")));
-    sdk_.setDocument(R"({"type":"ipnclist"})", R"({"ipnclist":[{"ipncid":"a","name":"New","type":"video"}],
-        "group":[{"id":"1","name":"一楼","ipnclist":["a"]}]})");
-    sdk_.sendToClient(R"({"type":"freshlist"})");
-    QTRY_COMPARE(texts("pollOrder"), (QStringList{QStringLiteral("New"), QStringLiteral("c(不存在)")}));
-    QCOMPARE(find<QComboBox>("defaultGroup")->currentText(), QStringLiteral("2(不存在)"));
-    click("settingsOk");
-    QCOMPARE(applied_, QStringList{QStringLiteral("轮屏列表")});
-    QCOMPARE(settings().get(QStringLiteral("默认分组")).toString(), QStringLiteral("2"));
 }
 
 void tst_SettingsDialog::wheelScrollsThePage() {

@@ -17,8 +17,8 @@ public:
     MonitorUi();
     ~MonitorUi() override;
 
-    /// Puts the main window into `frame`, which owns it from then on, and shows neither. From here on dialogs belong to
-    /// this window.
+    /// Puts the main window into `frame`, which owns it from then on, and shows neither. From here on dialogs belong
+    /// to this window.
     MonitorMainUI& makeWindow(MoveWidget& frame, const AppContext& context, RecordingStorage& storage);
 
     void showTip(const QString& title, const QString& text) override;
