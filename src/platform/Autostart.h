@@ -9,7 +9,7 @@ namespace corvanta::platform {
 ///
 /// Windows: the value "wirtepad" of the user's "Run" key; the spelling stays, existing installations hold it.
 /// Disabling leaves the value there, empty. Linux: an entry in the autostart folder of the desktop, written whole or
-/// not at all; disabling leaves it there, hidden.
+/// not at all; disabling leaves it there, hidden, and removing the program makes it void.
 std::error_code setAutostart(bool enabled, const std::filesystem::path& executable);
 
 /// Whether the next sign-in starts the program.

@@ -48,6 +48,8 @@ void tst_Autostart::wholeLife() {
     QVERIFY(!setAutostart(true, "/opt/corvanta/corvanta"));
     QVERIFY(isAutostartEnabled());
     QVERIFY(content().contains("\nHidden=false\n"));
+    QVERIFY2(content().contains("\nTryExec=/opt/corvanta/corvanta\n"),
+             "a removed program's entry counts for nothing");
     QVERIFY(!setAutostart(false, "/opt/corvanta/corvanta"));
     QVERIFY(!isAutostartEnabled());
     QVERIFY2(content().contains("\nHidden=true\n"), "the entry stays");

@@ -23,23 +23,11 @@ std::filesystem::path entryFile() {
     return configFolder() / "autostart" / "corvanta.desktop";
 }
 
-/// A path as the one argument of an entry's Exec line. Two layers, after the Desktop Entry Specification: within
-/// quotes four characters take a backslash and a percent sign is doubled; then the line as a text of the file has
-/// every backslash doubled and no raw line ends.
-std::string quotedForExec(const std::string& path) {
-    std::string quoted = "\"";
-    for (const char character : path) {
-        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
-            quoted += '\\';
-        } else if (character == '%') {
-            quoted += '%';
-        }
-        quoted += character;
-    }
-    quoted += '"';
-
+/// A value of an entry, after the Desktop Entry Specification: every backslash is doubled, and there are no raw line
+/// ends.
+std::string asText(const std::string& value) {
     std::string text;
-    for (const char character : quoted) {
+    for (const char character : value) {
         switch (character) {
         case '\\':
             text += "\\\\";
@@ -60,13 +48,31 @@ std::string quotedForExec(const std::string& path) {
     return text;
 }
 
+/// A path as the one argument of an entry's Exec line: within quotes four characters take a backslash, and a percent
+/// sign is doubled.
+std::string quotedForExec(const std::string& path) {
+    std::string quoted = "\"";
+    for (const char character : path) {
+        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
+            quoted += '\\';
+        } else if (character == '%') {
+            quoted += '%';
+        }
+        quoted += character;
+    }
+    return quoted + '"';
+}
+
 std::string entryText(bool enabled, const std::string& executable) {
     return "[Desktop Entry]\n"
            "Type=Application\n"
            "Name=Corvanta\n"
            "Comment=Watch and record network cameras and sensors\n"
+           "TryExec=" +
+           asText(executable) + // without the program, say after a package is removed, the entry counts for nothing
+           "\n"
            "Exec=" +
-           quotedForExec(executable) +
+           asText(quotedForExec(executable)) +
            "\n"
            "Terminal=false\n"
            "Hidden=" +
