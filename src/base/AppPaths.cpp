@@ -21,9 +21,18 @@ AppPaths::AppPaths(const QString& root)
     : root_(QDir::cleanPath(QFileInfo(root).absoluteFilePath())) {}
 
 AppPaths AppPaths::forApplication() {
-    const QString beside = QCoreApplication::applicationDirPath();
-    if (canBeWritten(beside))
-        return AppPaths(beside);
+    return forProgramIn(QCoreApplication::applicationDirPath());
+}
+
+bool AppPaths::isSystemFolder(const QString& folder) {
+    const QString place = QDir::cleanPath(folder) + QLatin1Char('/');
+    return (place.startsWith(QLatin1String("/usr/")) && !place.startsWith(QLatin1String("/usr/src/"))) ||
+           place.startsWith(QLatin1String("/opt/"));
+}
+
+AppPaths AppPaths::forProgramIn(const QString& folder) {
+    if (!isSystemFolder(folder) && canBeWritten(folder))
+        return AppPaths(folder);
     const QString users =
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/corvanta");
     QDir().mkpath(users);

@@ -3,7 +3,7 @@
 #include <QString>
 
 /// Where the program keeps its data. Everything lies below one root: the executable's folder where that can be
-/// written, else (an installed package) the user's data folder.
+/// written, else, and wherever the system's packages lie, the user's data folder.
 class AppPaths final {
 public:
     /// The paths below `root`, which must exist.
@@ -11,6 +11,13 @@ public:
 
     /// The paths of this process; creates the root folder when it is the user's.
     static AppPaths forApplication();
+    /// The same for a program in `folder`.
+    static AppPaths forProgramIn(const QString& folder);
+
+    /// Whether programs in `folder` (absolute) are the system's, put there and replaced by packages or an
+    /// administrator: below /usr, but not among the sources there, or /opt. Nothing of ours is written there, even by
+    /// who may.
+    static bool isSystemFolder(const QString& folder);
 
     /// Absolute, without a slash at its end.
     const QString& root() const { return root_; }
