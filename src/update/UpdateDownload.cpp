@@ -1,5 +1,6 @@
 #include "update/UpdateDownload.h"
 
+#include "base/AppPaths.h"
 #include "update/ComparisonThread.h"
 #include "update/Handover.h"
 
@@ -44,8 +45,12 @@ void UpdateDownload::setState(State state) {
     emit sigStateChanged();
 }
 
+bool UpdateDownload::canInstall() const {
+    return !AppPaths::isSystemFolder(installation_);
+}
+
 void UpdateDownload::start(const UpdateServer& server, std::shared_ptr<const UpdateDescription> description) {
-    if (state_ != State::Idle)
+    if (state_ != State::Idle || !canInstall())
         return;
     server_ = server;
     description_ = std::move(description);

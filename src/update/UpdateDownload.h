@@ -45,7 +45,11 @@ public:
     /// For what is begun from then on.
     void setLimits(const FetchLimits& limits) { limits_ = limits; }
 
-    /// Begins; is ignored unless it is idle.
+    /// Whether the installation is this program's to change. One in a system's folder is kept up to date by the
+    /// package manager, also where this process could write there.
+    bool canInstall() const;
+
+    /// Begins; is ignored unless it is idle and can install.
     void start(const UpdateServer& server, std::shared_ptr<const UpdateDescription> description);
     void cancel();
     /// Hands over to the updater; is ignored unless it is ready.

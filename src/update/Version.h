@@ -14,4 +14,7 @@ inline const QString UpdaterName = QStringLiteral("UpdatePelmux.exe");
 /// The version as people read it ("1.2.23"). It is the project's version in the build.
 QString versionText();
 
+/// What the user reads where a check would be, when packages bring new versions.
+QString packageManagerText();
+
 } // namespace corvanta::update

@@ -3,6 +3,7 @@
 #include "monitor/ui/TopBar.h"
 #include "monitor/ui/UpdateControl.h"
 #include "update/OddServer.h"
+#include "update/Version.h"
 #include "update/ui/CheckUpdateVersionDialog.h"
 
 #include <QLabel>
@@ -34,6 +35,7 @@ public:
 private slots:
     void dialogTexts_data();
     void dialogTexts();
+    void packagesAreLeftAlone();
     void dialogOffersAgain();
     void atTheStart_data();
     void atTheStart();
@@ -102,6 +104,21 @@ void tst_UpdateDialogs::dialogTexts() {
     QVERIFY(find<QPushButton>(dialog, "checkUpdate")->isEnabled());
     QVERIFY(!context().settings.get(keys::IgnoredVersion).isValid()); // "not now" is not "never"
     QCOMPARE(download.state(), update::UpdateDownload::State::Idle);
+}
+
+// Where the system's packages lie the dialog asks nobody, and no description begins a download.
+void tst_UpdateDialogs::packagesAreLeftAlone() {
+    OddServer server;
+    describe(server, described(2031));
+    update::UpdateDownload download(QStringLiteral("/usr/lib/corvanta"), update::DownloadFolder(folder()));
+    CheckUpdateVersionDialog dialog(context(), download);
+    show(dialog);
+    checkNames(dialog);
+    QCOMPARE(find<QLabel>(dialog, "newestVersion")->text(), update::packageManagerText());
+    QVERIFY(!find<QPushButton>(dialog, "checkUpdate")->isEnabled());
+    download.start(context().versionCheck.server(), std::make_shared<update::UpdateDescription>());
+    QCOMPARE(download.state(), update::UpdateDownload::State::Idle);
+    QVERIFY(server.asked().isEmpty());
 }
 
 // An ignored version is offered in the dialog all the same.

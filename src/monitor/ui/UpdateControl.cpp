@@ -61,8 +61,8 @@ bool UpdateControl::eventFilter(QObject* watched, QEvent* event) {
 
 void UpdateControl::checkAtStart() {
     const QString address = context_.settings.get(keys::UpdateServer).toString();
-    if (address.trimmed().isEmpty())
-        return; // nobody wants to be told of updates
+    if (address.trimmed().isEmpty() || !download_.canInstall())
+        return; // nobody wants to be told of updates, or they come another way
     if (!context_.versionCheck.start(update::UpdateServer(address)))
         TipDialog::tell(tr("提示"), update::noDescriptionText(), &window_);
 }

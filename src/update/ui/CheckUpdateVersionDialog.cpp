@@ -51,12 +51,13 @@ CheckUpdateVersionDialog::CheckUpdateVersionDialog(const AppContext& context, up
     connect(&check_.network(), &QNetworkAccessManager::finished, this, &CheckUpdateVersionDialog::replyFinished);
     connect(&check_, &update::VersionCheck::sigDone, this, &CheckUpdateVersionDialog::onDone);
     connect(&download_, &update::UpdateDownload::sigStateChanged, this, &CheckUpdateVersionDialog::showState);
-    newest_->setText(tr("未检测"));
+    newest_->setText(download_.canInstall() ? tr("未检测") : update::packageManagerText());
     showState();
 }
 
 void CheckUpdateVersionDialog::showState() {
-    checkButton_->setEnabled(!check_.isRunning() && download_.state() == update::UpdateDownload::State::Idle);
+    checkButton_->setEnabled(download_.canInstall() && !check_.isRunning() &&
+                             download_.state() == update::UpdateDownload::State::Idle);
     newest_->setAccessibleName(newest_->text());
 }
 

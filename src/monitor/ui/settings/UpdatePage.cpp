@@ -1,10 +1,12 @@
 #include "monitor/ui/settings/UpdatePage.h"
 
+#include "base/AppPaths.h"
 #include "base/Settings.h"
 #include "monitor/ui/settings/SettingsForm.h"
 #include "update/UpdateServer.h"
 #include "update/Version.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -26,7 +28,9 @@ UpdatePage::UpdatePage(QWidget* parent)
     form.addRow(tr("当前版本"), version, false);
     server_ = form.addEdit(tr("更新服务器"), QStringLiteral("updateServer"), LongestAddress);
     server_->setPlaceholderText(QStringLiteral("http://主机:端口"));
-    form.addHint(tr("启动时向该服务器检测新版本，留空则不检测"));
+    const bool isOthers = AppPaths::isSystemFolder(QCoreApplication::applicationDirPath());
+    server_->setEnabled(!isOthers);
+    form.addHint(isOthers ? update::packageManagerText() : tr("启动时向该服务器检测新版本，留空则不检测"));
     form.addRest();
 }
 

@@ -1,11 +1,13 @@
 #include "monitor/ui/tour/UpdateTour.h"
 
+#include "base/AppPaths.h"
 #include "monitor/ui/MonitorMainUI.h"
 #include "monitor/ui/settings/SettingsDialog.h"
 #include "monitor/ui/tour/TourScript.h"
 #include "monitor/ui/tour/TourUpdateServer.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTimer>
@@ -31,9 +33,13 @@ void UpdateTour::close(const QString& what) {
     script_.pause(100);
 }
 
-void UpdateTour::check(const QString& pictures) {
+void UpdateTour::open(const QString& pictures) {
     script_.openDialog(pictures + QStringLiteral("update"),
                        [this] { window_.findChild<QAction*>(QStringLiteral("helpUpdate"))->trigger(); });
+}
+
+void UpdateTour::check(const QString& pictures) {
+    open(pictures);
     script_.openDialog(pictures + QStringLiteral("update-found"),
                        [] { tour::click(tour::openDialog(), "checkUpdate"); });
 }
@@ -41,6 +47,12 @@ void UpdateTour::check(const QString& pictures) {
 void UpdateTour::dialogs(const QString& pictures) {
     if (pictures.isEmpty())
         script_.menu(QStringLiteral("menu-help"), [this] { tour::click(&window_, "helpButton"); });
+    if (AppPaths::isSystemFolder(QCoreApplication::applicationDirPath())) {
+        // Packages bring updates there: the dialog says so, and there is nothing else to be seen.
+        open(pictures);
+        close(QStringLiteral("the update dialog"));
+        return;
+    }
     script_.step({QStringLiteral("an update server"),
                   [this] {
                       if (server_ == nullptr)

@@ -19,6 +19,7 @@ public:
 
 private:
     void setServer(const QString& address);
+    void open(const QString& pictures);
     void check(const QString& pictures);
     void close(const QString& what);
 
