@@ -26,8 +26,7 @@ AppPaths AppPaths::forApplication() {
 
 bool AppPaths::isSystemFolder(const QString& folder) {
     const QString place = QDir::cleanPath(folder) + QLatin1Char('/');
-    return (place.startsWith(QLatin1String("/usr/")) && !place.startsWith(QLatin1String("/usr/src/"))) ||
-           place.startsWith(QLatin1String("/opt/"));
+    return place.startsWith(QLatin1String("/usr/")) && !place.startsWith(QLatin1String("/usr/src/"));
 }
 
 AppPaths AppPaths::forProgramIn(const QString& folder) {

@@ -15,8 +15,7 @@ public:
     static AppPaths forProgramIn(const QString& folder);
 
     /// Whether programs in `folder` (absolute) are the system's, put there and replaced by packages or an
-    /// administrator: below /usr, but not among the sources there, or /opt. Nothing of ours is written there, even by
-    /// who may.
+    /// administrator: below /usr, but not among the sources there. Nothing of ours is written there, even by who may.
     static bool isSystemFolder(const QString& folder);
 
     /// Absolute, without a slash at its end.
