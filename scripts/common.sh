@@ -9,7 +9,7 @@ corvanta_packages_build=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev libqt5svg5-dev libqt5charts5-dev qtmultimedia5-dev libqt5multimedia5-plugins libqt5sql5-sqlite libgsf-1-dev
     libsoci-dev libboost-dev libsqlite3-dev libsodium-dev zlib1g-dev libcurl4-openssl-dev libpugixml-dev
-    qtkeychain-qt5-dev
+    qtkeychain-qt5-dev qttools5-dev-tools qttranslations5-l10n
     libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
     libfreetype-dev nlohmann-json3-dev libsystemd-dev
     qtwebengine5-dev libqt5webchannel5-dev

@@ -2,6 +2,7 @@
 #include "app/CrashReport.h"
 #include "app/SingleApplication.h"
 #include "base/AppPaths.h"
+#include "base/Language.h"
 #include "base/Settings.h"
 #include "base/ui/MoveWidget.h"
 #include "base/ui/Style.h"
@@ -97,6 +98,13 @@ void keepTourOffDisks(const AppPaths& paths, const Options& options) {
     settings.save();
 }
 
+/// Before the first text is shown.
+void speakAsSet(const AppPaths& paths) {
+    Settings settings(paths.settingsFile());
+    settings.load();
+    corvanta::speak(settings.get(corvanta::keys::Language).toString());
+}
+
 int runWindow(const AppPaths& paths, const Options& options) {
     keepTourOffDisks(paths, options);
     MonitorUi ui;
@@ -160,9 +168,12 @@ int main(int argc, char* argv[]) {
     // Everything that is named by a relative path lies below this folder.
     const AppPaths paths = pathsFor(options);
     QDir::setCurrent(paths.root());
+    speakAsSet(paths);
     if (application.isRunning()) {
         application.sendMessage(QStringLiteral("message from other instance."));
-        TipDialog(QStringLiteral("提示"), QStringLiteral("该软件正在运行!")).exec();
+        TipDialog(QCoreApplication::translate("SingleApplication", "提示"),
+                  QCoreApplication::translate("SingleApplication", "该软件正在运行!"))
+            .exec();
         return 0;
     }
     return runWindow(paths, options);

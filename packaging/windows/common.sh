@@ -17,7 +17,7 @@ windows_packages=(
 )
 
 # And what putting the program together needs besides.
-windows_packages_build=(ccache nsis fonts-noto-cjk)
+windows_packages_build=(ccache nsis fonts-noto-cjk qttools5-dev-tools qttranslations5-l10n)
 
 # Sets CORVANTA_WIN32_PREFIX to a finished prefix's folder and has pkg-config look there alone: the one that is named, an
 # archive's contents, or the one that was built here. False when there is none.

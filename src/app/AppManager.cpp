@@ -3,6 +3,7 @@
 #include "account/AccountFlags.h"
 #include "account/PasswordVault.h"
 #include "base/AppUi.h"
+#include "base/Language.h"
 #include "base/ListRefresh.h"
 #include "base/TcpSocketManage.h"
 #include "database/SqlHelp.h"
@@ -95,6 +96,7 @@ AppManager::AppManager(const AppPaths& paths, AppUi& ui, ipncsdk::ZELIPNCSDK& sd
     , gateway_(sdk, queue_)
     , clientCallback_(settings_, *storage_, queue_, *this) {
     connect(&settings_, &Settings::titleChanged, this, &AppEvents::updateTitle);
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, &AppEvents::updateLang);
     startSdk();
     connectSignals();
     // What follows comes in this order: time zones, recording drives, QR scanner, local database, automatic

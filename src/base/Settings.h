@@ -77,6 +77,8 @@ inline const QString IgnoredVersion = QStringLiteral("ignoreVersion");
 /// Place of the main window: {"x", "y", "width", "height", "state"}, of the window when it is neither maximised nor
 /// full screen.
 inline const QString WindowPlace = QStringLiteral("窗口位置");
+/// The interface's language by its code, "zh" or "en"; "zh" when absent.
+inline const QString Language = QStringLiteral("语言");
 /// Width of the device tree, px.
 inline const QString PanelWidth = QStringLiteral("设备树宽度");
 /// Layout of the maps: rows and columns, and its number: 0 one map, 1 two, 2 four, 3 nine.

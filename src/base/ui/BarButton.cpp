@@ -5,14 +5,18 @@
 
 #include <QToolButton>
 
+#include <utility>
+
 namespace corvanta {
 
-QToolButton* barButton(QWidget* parent, const QString& objectName, const QString& text, const QString& drawing) {
+QToolButton* barButton(QWidget* parent, const QString& objectName, Text text, const QString& drawing) {
     auto* const button = new QToolButton(parent);
     button->setObjectName(objectName);
-    button->setText(text);
-    button->setAccessibleName(text);
-    button->setToolTip(text);
+    worded(button, [button, text = std::move(text)] {
+        button->setText(text());
+        button->setAccessibleName(text());
+        button->setToolTip(text());
+    });
     button->setIcon(svgIcon(drawing, theme::TextOnDark));
     button->setIconSize(QSize(theme::IconSize, theme::IconSize));
     button->setFocusPolicy(Qt::TabFocus);

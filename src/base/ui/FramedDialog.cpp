@@ -48,6 +48,7 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     stripRow->setContentsMargins(3 * theme::Step, theme::Step, theme::Step, theme::Step);
     auto* label = new QLabel(title, strip);
     label->setTextFormat(Qt::PlainText);
+    connect(this, &QWidget::windowTitleChanged, label, &QLabel::setText);
     stripRow->addWidget(label, 1);
     auto* close = new QToolButton(strip);
     close->setObjectName(QStringLiteral("dialogClose"));

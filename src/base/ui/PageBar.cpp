@@ -11,6 +11,8 @@
 #include <QSpinBox>
 #include <QToolButton>
 
+#include <utility>
+
 namespace theme = corvanta::theme;
 
 PageBar::PageBar(QWidget* parent)
@@ -29,22 +31,29 @@ PageBar::PageBar(QWidget* parent)
 
     rows_ = new QComboBox(this);
     rows_->setObjectName(QStringLiteral("pageRows"));
-    rows_->setAccessibleName(tr("每页行数"));
-    rows_->setToolTip(rows_->accessibleName());
-    for (const int count : {20, 50, 100, 500})
-        rows_->addItem(tr("%1 行/页").arg(count), count);
-    rows_->addItem(tr("全部"), 0);
+    for (const int count : {20, 50, 100, 500, 0})
+        rows_->addItem(QString(), count);
+    corvanta::worded(rows_, [this] {
+        rows_->setAccessibleName(tr("每页行数"));
+        rows_->setToolTip(rows_->accessibleName());
+        for (int i = 0; i < rows_->count(); ++i) {
+            const int count = rows_->itemData(i).toInt();
+            rows_->setItemText(i, count == 0 ? tr("全部") : tr("%1 行/页").arg(count));
+        }
+    });
     rows_->setCurrentIndex(rows_->findData(DefaultPageRows));
     row->addWidget(rows_);
     connect(rows_, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { emit sigPage(QStringLiteral("pageRowCount"), pageRows()); });
 
-    addButton("toFirstPage", QStringLiteral("firstPage"), tr("第一页"), QStringLiteral("page-first"));
-    addButton("prePage", QStringLiteral("previousPage"), tr("上一页"), QStringLiteral("page-previous"));
+    addButton(
+        "toFirstPage", QStringLiteral("firstPage"), [] { return tr("第一页"); }, QStringLiteral("page-first"));
+    addButton(
+        "prePage", QStringLiteral("previousPage"), [] { return tr("上一页"); }, QStringLiteral("page-previous"));
     page_ = new QSpinBox(this);
     page_->setObjectName(QStringLiteral("pageNumber"));
-    page_->setAccessibleName(tr("页码"));
-    page_->setToolTip(page_->accessibleName());
+    corvanta::wordedName(page_, [] { return tr("页码"); });
+    corvanta::wordedTip(page_, [] { return tr("页码"); });
     page_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     page_->setMinimum(1);
     page_->setFixedWidth(64);
@@ -55,9 +64,12 @@ PageBar::PageBar(QWidget* parent)
     pages_ = new QLabel(this);
     pages_->setObjectName(QStringLiteral("pageCount"));
     row->addWidget(pages_);
-    addButton("nextPage", QStringLiteral("nextPage"), tr("下一页"), QStringLiteral("page-next"));
-    addButton("tolastPage", QStringLiteral("lastPage"), tr("最后一页"), QStringLiteral("page-last"));
-    addButton("export", QStringLiteral("exportButton"), tr("导出"), QStringLiteral("export"));
+    addButton(
+        "nextPage", QStringLiteral("nextPage"), [] { return tr("下一页"); }, QStringLiteral("page-next"));
+    addButton(
+        "tolastPage", QStringLiteral("lastPage"), [] { return tr("最后一页"); }, QStringLiteral("page-last"));
+    addButton(
+        "export", QStringLiteral("exportButton"), [] { return tr("导出"); }, QStringLiteral("export"));
     const auto buttons = findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
     toBegin_ = buttons.mid(0, 2);
     toEnd_ = buttons.mid(2, 2);
@@ -65,8 +77,8 @@ PageBar::PageBar(QWidget* parent)
     setPage(1, 1);
 }
 
-void PageBar::addButton(const char* event, const QString& objectName, const QString& text, const QString& drawing) {
-    QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
+void PageBar::addButton(const char* event, const QString& objectName, corvanta::Text text, const QString& drawing) {
+    QToolButton* const button = corvanta::barButton(this, objectName, std::move(text), drawing);
     layout()->addWidget(button);
     connect(button, &QToolButton::clicked, this, [this, event] { emit sigPage(QLatin1String(event), QVariant()); });
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ui/Worded.h"
+
 #include <QString>
 #include <QVariant>
 #include <QWidget>
@@ -37,7 +39,7 @@ signals:
     void sigPage(const QString& event, const QVariant& value);
 
 private:
-    void addButton(const char* event, const QString& objectName, const QString& text, const QString& drawing);
+    void addButton(const char* event, const QString& objectName, corvanta::Text text, const QString& drawing);
 
     QComboBox* rows_;
     QSpinBox* page_;

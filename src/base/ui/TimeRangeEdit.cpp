@@ -16,24 +16,24 @@ TimeRangeEdit::TimeRangeEdit(QWidget* parent)
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(theme::Step);
-    start_ = addTime(tr("开始时间"), QStringLiteral("startTime"), *row, &TimeRangeEdit::chooseStart);
+    start_ = addTime([] { return tr("开始时间"); }, QStringLiteral("startTime"), *row, &TimeRangeEdit::chooseStart);
     row->addWidget(new QLabel(QStringLiteral("–"), this));
-    end_ = addTime(tr("结束时间"), QStringLiteral("endTime"), *row, &TimeRangeEdit::chooseEnd);
+    end_ = addTime([] { return tr("结束时间"); }, QStringLiteral("endTime"), *row, &TimeRangeEdit::chooseEnd);
     row->addStretch(1);
 }
 
-QDateTimeEdit* TimeRangeEdit::addTime(const QString& name, const QString& objectName, QHBoxLayout& row,
+QDateTimeEdit* TimeRangeEdit::addTime(const corvanta::Text& name, const QString& objectName, QHBoxLayout& row,
                                       void (TimeRangeEdit::*choose)()) {
     auto* const field = new QDateTimeEdit(this);
     field->setObjectName(objectName);
-    field->setAccessibleName(name);
-    field->setToolTip(name);
+    corvanta::wordedName(field, name);
+    corvanta::wordedTip(field, name);
     field->setDisplayFormat(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     row.addWidget(field);
     connect(field, &QDateTimeEdit::dateTimeChanged, this, &TimeRangeEdit::sigChanged);
-    QToolButton* const button = corvanta::barButton(this, objectName + QStringLiteral("Calendar"), tr("选择日期"),
-                                                    QStringLiteral("calendar"));
-    button->setAccessibleName(tr("选择日期：%1").arg(name));
+    QToolButton* const button = corvanta::barButton(
+        this, objectName + QStringLiteral("Calendar"), [] { return tr("选择日期"); }, QStringLiteral("calendar"));
+    corvanta::wordedName(button, [name] { return tr("选择日期：%1").arg(name()); });
     connect(button, &QToolButton::clicked, this, choose);
     row.addWidget(button);
     return field;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ui/Worded.h"
+
 #include <QDateTime>
 #include <QWidget>
 
@@ -25,7 +27,7 @@ signals:
     void sigChanged();
 
 private:
-    QDateTimeEdit* addTime(const QString& name, const QString& objectName, QHBoxLayout& row,
+    QDateTimeEdit* addTime(const corvanta::Text& name, const QString& objectName, QHBoxLayout& row,
                            void (TimeRangeEdit::*choose)());
 
     QDateTimeEdit* start_ = nullptr;

@@ -1,6 +1,7 @@
 #include "base/ui/WaitOverlay.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QPainter>
 
@@ -9,7 +10,7 @@ namespace theme = corvanta::theme;
 WaitOverlay::WaitOverlay(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("waitOverlay"));
-    setAccessibleName(tr("请稍候"));
+    corvanta::wordedName(this, [] { return tr("请稍候"); });
     hide();
     constexpr int TurnInterval = 40; // ms
     turn_.setInterval(TurnInterval);

@@ -4,6 +4,7 @@
 #include "audio/Talker.h"
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
+#include "base/Language.h"
 #include "base/ListRefresh.h"
 #include "base/RequestBuilder.h"
 #include "base/ScreenPoll.h"
@@ -249,15 +250,23 @@ void MonitorMainUI::togglePoll() {
 }
 
 void MonitorMainUI::openSettings() {
-    SettingsDialog dialog(context_, this);
-    connect(&dialog, &SettingsDialog::sigApplied, this, &MonitorMainUI::applySettings);
-    dialog.exec();
+    int page = 0;
+    int result = 0;
+    do {
+        SettingsDialog dialog(context_, this);
+        connect(&dialog, &SettingsDialog::sigApplied, this, &MonitorMainUI::applySettings);
+        dialog.setPage(page);
+        result = dialog.exec();
+        page = dialog.page();
+    } while (result == SettingsDialog::SayAnew);
 }
 
 void MonitorMainUI::applySettings(const QStringList& changedKeys) {
     corvanta::settings::logChanges(context_, changedKeys);
     if (changedKeys.contains(keys::AspectMode))
         applyAspectMode();
+    if (changedKeys.contains(keys::Language))
+        corvanta::speak(context_.settings.get(keys::Language).toString());
     if (changedKeys.contains(keys::DefaultGroup))
         emit context_.events.sig_deviceFresh();
 }

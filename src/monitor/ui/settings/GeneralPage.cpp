@@ -2,6 +2,7 @@
 
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
+#include "base/Language.h"
 #include "base/Settings.h"
 #include "monitor/SettingChecks.h"
 #include "monitor/ui/settings/SettingsForm.h"
@@ -20,6 +21,7 @@ GeneralPage::GeneralPage(const AppContext& context, QWidget* parent)
     , context_(context) {
     SettingsForm form(*this);
     addNames(form);
+    addLanguage(form);
     addWindow(form);
     form.addSection(tr("设备"));
     defaultGroup_ = form.addCombo(tr("默认分组"), QStringLiteral("defaultGroup"));
@@ -34,6 +36,13 @@ void GeneralPage::addNames(SettingsForm& form) {
     form.addSection(tr("名称"));
     appName_ = form.addEdit(tr("APP名称"), QStringLiteral("appName"), settings::LongestName);
     companyName_ = form.addEdit(tr("公司名称"), QStringLiteral("companyName"), settings::LongestName);
+}
+
+void GeneralPage::addLanguage(SettingsForm& form) {
+    form.addSection(tr("语言"));
+    language_ = form.addCombo(tr("界面语言"), QStringLiteral("interfaceLanguage"));
+    for (const corvanta::Language& language : corvanta::languages())
+        language_->addItem(language.name, language.code);
 }
 
 void GeneralPage::addWindow(SettingsForm& form) {
@@ -69,6 +78,8 @@ void GeneralPage::showAutostart() {
 void GeneralPage::showValues(const Settings& settings) {
     appName_->setText(settings.get(keys::AppName).toString());
     companyName_->setText(settings.get(keys::CompanyName).toString());
+    const int language = language_->findData(settings.get(keys::Language).toString());
+    language_->setCurrentIndex(language < 0 ? 0 : language);
     restore_->setChecked(settings.get(keys::RestoreState).toBool());
     const WindowMode mode = WindowMode::fromSetting(settings.get(keys::WindowMode));
     windowState_->setCurrentIndex(windowState_->findData(static_cast<int>(mode.state)));
@@ -87,6 +98,7 @@ QVariantMap GeneralPage::values() const {
     mode.others = otherModes_;
     return {{keys::AppName, appName_->text().trimmed()},
             {keys::CompanyName, companyName_->text().trimmed()},
+            {keys::Language, language_->currentData().toString()},
             {keys::RestoreState, restore_->isChecked()},
             {keys::WindowMode, mode.toSetting()},
             {keys::DefaultGroup, defaultGroup_->currentData().toString()}};

@@ -24,6 +24,7 @@ protected:
 
 private:
     void addNames(class SettingsForm& form);
+    void addLanguage(class SettingsForm& form);
     void addWindow(class SettingsForm& form);
     void offerGroups(const QString& chosen);
     void showAutostart();
@@ -32,6 +33,7 @@ private:
     QLineEdit* appName_;
     QLineEdit* companyName_;
     QCheckBox* autostart_;
+    QComboBox* language_;
     QCheckBox* restore_;
     QComboBox* windowState_;
     QList<QCheckBox*> windowSwitches_; ///< in the order of `corvanta::windowSwitches()`

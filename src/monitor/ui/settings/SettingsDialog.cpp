@@ -100,7 +100,19 @@ void SettingsDialog::addButtons() {
             accept();
     });
     connect(cancel, &QPushButton::clicked, this, &SettingsDialog::reject);
-    connect(apply_, &QPushButton::clicked, this, &SettingsDialog::apply);
+    connect(apply_, &QPushButton::clicked, this, [this] {
+        const QString before = context_.settings.get(corvanta::keys::Language).toString();
+        if (apply() && context_.settings.get(corvanta::keys::Language).toString() != before)
+            done(SayAnew);
+    });
+}
+
+int SettingsDialog::page() const {
+    return list_->currentRow();
+}
+
+void SettingsDialog::setPage(int page) {
+    list_->setCurrentRow(page);
 }
 
 void SettingsDialog::showPage(const QString& objectName) {

@@ -16,6 +16,12 @@ class SettingsDialog final : public FramedDialog {
 public:
     explicit SettingsDialog(const AppContext& context, QWidget* parent = nullptr);
 
+    /// A result: the language was changed, and the dialog is to be shown anew in it.
+    static constexpr int SayAnew = 2;
+
+    int page() const;
+    /// Brings up a page by its number in the list, from 0.
+    void setPage(int page);
     /// Brings up a page by its object name; an unknown one changes nothing.
     void showPage(const QString& objectName);
 
