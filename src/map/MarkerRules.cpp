@@ -11,9 +11,9 @@
 namespace corvanta::map {
 namespace {
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("MapRules", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(MapRules)
+};
 
 bool isDistance(const QString& text) {
     constexpr double farthest = 1e6; // m
@@ -23,9 +23,9 @@ bool isDistance(const QString& text) {
 
 std::optional<QString> checkDistances(const MapDraft& draft) {
     if (draft.distanceX.trimmed().isEmpty() || draft.distanceY.trimmed().isEmpty())
-        return translated("请输入实际距离!");
+        return Texts::tr("请输入实际距离!");
     if (!isDistance(draft.distanceX) || !isDistance(draft.distanceY))
-        return translated("实际距离应为大于0的数字!");
+        return Texts::tr("实际距离应为大于0的数字!");
     return std::nullopt;
 }
 
@@ -55,7 +55,7 @@ std::optional<QPointF> fractionOf(const QPointF& metres, const MapRecord& map) {
 }
 
 QString referenceName(int number) {
-    return translated("参考点%1").arg(number + 1);
+    return Texts::tr("参考点%1").arg(number + 1);
 }
 
 QString alarmPicture(int level) {
@@ -67,17 +67,17 @@ QString alarmPicture(int level) {
 
 std::optional<QString> checkNew(const MapDraft& draft) {
     if (draft.name.trimmed().isEmpty())
-        return translated("请输入地图名称!");
+        return Texts::tr("请输入地图名称!");
     if (draft.type != MapType::Local)
         return std::nullopt;
     if (draft.picture.isEmpty())
-        return translated("请选择地图!");
+        return Texts::tr("请选择地图!");
     return checkDistances(draft);
 }
 
 std::optional<QString> checkEdited(const MapDraft& draft) {
     if (draft.name.trimmed().isEmpty())
-        return translated("请输入地图名称!");
+        return Texts::tr("请输入地图名称!");
     return draft.type == MapType::Local ? checkDistances(draft) : std::nullopt;
 }
 
@@ -96,35 +96,35 @@ QVariantMap mapInfo(const MapDraft& draft) {
 QString typeText(MapType type) {
     switch (type) {
     case MapType::Local:
-        return translated("自定义地图");
+        return Texts::tr("自定义地图");
     case MapType::Online:
-        return translated("在线地图");
+        return Texts::tr("在线地图");
     case MapType::Unknown:
         break;
     }
-    return translated("未知");
+    return Texts::tr("未知");
 }
 
 QString ownerText(const MapRecord& map) {
-    return map.shared ? translated("其他账号") : translated("本账号");
+    return map.shared ? Texts::tr("其他账号") : Texts::tr("本账号");
 }
 
 std::optional<QString> checkMarker(const QString& name, const QString& first, const QString& second, MapType type) {
     if (name.trimmed().isEmpty())
-        return translated("请输入显示名称!");
+        return Texts::tr("请输入显示名称!");
     const auto one = sensor::readNumber(first.trimmed());
     const auto other = sensor::readNumber(second.trimmed());
     if (type == MapType::Online) {
         if (!one || std::abs(*one) > 180)
-            return translated("经度应在-180到180之间!");
+            return Texts::tr("经度应在-180到180之间!");
         if (!other || std::abs(*other) > 90)
-            return translated("纬度应在-90到90之间!");
+            return Texts::tr("纬度应在-90到90之间!");
         return std::nullopt;
     }
     if (!one || *one < 0 || !isWithin(first, 1))
-        return translated("X坐标应在0到1之间!");
+        return Texts::tr("X坐标应在0到1之间!");
     if (!other || *other < 0 || !isWithin(second, 1))
-        return translated("Y坐标应在0到1之间!");
+        return Texts::tr("Y坐标应在0到1之间!");
     return std::nullopt;
 }
 

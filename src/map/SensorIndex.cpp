@@ -78,8 +78,8 @@ QStringList SensorIndex::labelLines(const MapMarker& marker, const InputFields& 
             newest = now.latest;
     }
     if (newest)
-        lines += QCoreApplication::translate("MapLabel", "时间:") +
-                 QDateTime::fromSecsSinceEpoch(*newest).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+        lines += QCoreApplication::translate("MapLabel", "时间:%1")
+                     .arg(QDateTime::fromSecsSinceEpoch(*newest).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
     return lines;
 }
 

@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTranslator>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -31,6 +32,7 @@ private slots:
     void markersAreDeleted();
     void alarmsComeAndGo();
     void clicksAndMenusAreTold();
+    void theLanguageChanges();
     void theMapIsZoomed();
     void textsStayTexts_data();
     void textsStayTexts();
@@ -279,6 +281,32 @@ void tst_WebMapPage::clicksAndMenusAreTold() {
     view_->showMarker(1);
     QVERIFY(becomes(QStringLiteral("map.getCenter().distanceTo([31.2, 121.5]) < 10000 &&"
                                    "marks[1].element.classList.contains('shown')")));
+}
+
+void tst_WebMapPage::theLanguageChanges() {
+    class Other final : public QTranslator {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char*, const char* source, const char*, int) const override {
+            return QLatin1Char('*') + QString::fromUtf8(source);
+        }
+    } other;
+    QVERIFY(openTwo());
+    const QString speaks = QStringLiteral("document.title === '%1' && document.documentElement.lang === '%2' &&"
+                                          "map.getContainer().getAttribute('aria-label') === '%1' &&"
+                                          "document.querySelector('.leaflet-control-zoom-in').title === '%3'");
+    QVERIFY(becomes(speaks.arg(QStringLiteral("在线地图"), QStringLiteral("zh-CN"), QStringLiteral("放大"))));
+    QCoreApplication::installTranslator(&other);
+    QVERIFY(becomes(speaks.arg(QStringLiteral("*在线地图"), QStringLiteral("*zh-CN"), QStringLiteral("*放大"))));
+    QCOMPARE(view_->accessibleName(), QStringLiteral("*在线地图"));
+    QSignalSpy dialog(view_.get(), &MapView::sigOpenDialog);
+    QVERIFY(choose(QStringLiteral(".leaflet-control-scale"), QStringLiteral("*添加地图")));
+    QTRY_COMPARE(dialog.size(), 1);
+    QCOMPARE(dialog[0][0].toString(), QStringLiteral("添加地图")); // a name, whatever is shown
+    view_->reload();
+    QVERIFY(becomes(speaks.arg(QStringLiteral("*在线地图"), QStringLiteral("*zh-CN"), QStringLiteral("*放大"))));
+    QCoreApplication::removeTranslator(&other);
+    QVERIFY(becomes(speaks.arg(QStringLiteral("在线地图"), QStringLiteral("zh-CN"), QStringLiteral("放大"))));
 }
 
 void tst_WebMapPage::theMapIsZoomed() {

@@ -152,7 +152,7 @@ void AddMapwidget::submit(const MapDraft& draft) {
 }
 
 void AddMapwidget::added(const MapDraft& draft, const QVariantMap& resp, const QString& text) {
-    logChange(context_, tr("添加地图"), draft.name.trimmed());
+    logChange(context_, QStringLiteral("添加地图"), draft.name.trimmed());
     account::tell(text, parentWidget());
     emit context_.events.sig_updateMapList();
     emit sigAdded(resp.value(QStringLiteral("mapid")).toString());

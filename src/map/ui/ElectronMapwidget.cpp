@@ -1,5 +1,6 @@
 #include "map/ui/ElectronMapwidget.h"
 
+#include "base/ui/Worded.h"
 #include "map/MapFiles.h"
 #include "map/MarkerRules.h"
 #include "map/ui/MapCanvas.h"
@@ -32,9 +33,8 @@ MapMarker placeOf(const QPointF& fraction) {
 ElectronMapwidget::ElectronMapwidget(QWidget* parent)
     : MapView(parent)
     , canvas_(new MapCanvas(this))
-    , loading_(new QLabel(tr("正在加载地图..."), this)) {
+    , loading_(new QLabel(this)) {
     setObjectName(QStringLiteral("ElectronMapwidget"));
-    setAccessibleName(tr("自定义地图"));
     setFocusProxy(canvas_);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -44,6 +44,11 @@ ElectronMapwidget::ElectronMapwidget(QWidget* parent)
     loading_->setAttribute(Qt::WA_TransparentForMouseEvents);
     loading_->setProperty("role", QStringLiteral("faint"));
     connectCanvas();
+    worded(this, [this] {
+        loading_->setText(tr("正在加载地图..."));
+        setAccessibleName(map_.name.isEmpty() ? tr("自定义地图") : map_.name);
+        placeReferences(); // they have names
+    });
 }
 
 ElectronMapwidget::~ElectronMapwidget() {

@@ -39,7 +39,7 @@ FwidgetElectronMap::FwidgetElectronMap(const AppContext& context, QWidget* paren
     , document_(context)
     , cells_(MostCells, nullptr) {
     setObjectName(QStringLiteral("FwidgetElectronMap"));
-    setAccessibleName(tr("电子地图"));
+    wordedName(this, [] { return tr("电子地图"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     auto* const column = new QVBoxLayout(this);
@@ -63,24 +63,25 @@ FwidgetElectronMap::~FwidgetElectronMap() {
 }
 
 QWidget* FwidgetElectronMap::makeBar() {
-    const std::array<QString, MapLayouts.size()> names{tr("一地图"), tr("二地图"), tr("四地图"), tr("九地图")};
+    static constexpr std::array<const char*, MapLayouts.size()> names{QT_TR_NOOP("一地图"), QT_TR_NOOP("二地图"),
+                                                                      QT_TR_NOOP("四地图"), QT_TR_NOOP("九地图")};
     auto* const bar = new QWidget(this);
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(2 * theme::Step, 0, theme::Step, 0);
     row->setSpacing(theme::Step);
     for (std::size_t i = 0; i < MapLayouts.size(); ++i) {
         const int cells = MapLayouts[i].cells();
-        QToolButton* const button =
-            barButton(bar, QStringLiteral("mapLayout%1").arg(cells), names[i],
-                      cells == 2 ? QStringLiteral("2_columns") : QStringLiteral("%1_pic").arg(cells));
+        QToolButton* const button = barButton(
+            bar, QStringLiteral("mapLayout%1").arg(cells), [i] { return tr(names[i]); },
+            cells == 2 ? QStringLiteral("2_columns") : QStringLiteral("%1_pic").arg(cells));
         button->setCheckable(true);
         connect(button, &QToolButton::clicked, this, [this, i] { showLayout(static_cast<int>(i), true); });
         layoutButtons_ += button;
         row->addWidget(button);
     }
     row->addStretch(1);
-    QToolButton* const manage =
-        barButton(bar, QStringLiteral("mapManage"), tr("管理地图"), QStringLiteral("settings"));
+    QToolButton* const manage = barButton(
+        bar, QStringLiteral("mapManage"), [] { return tr("管理地图"); }, QStringLiteral("settings"));
     connect(manage, &QToolButton::clicked, this, &FwidgetElectronMap::openManager);
     row->addWidget(manage);
     return bar;

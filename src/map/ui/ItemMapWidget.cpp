@@ -30,6 +30,10 @@ namespace {
 constexpr int LowestWithHead = 110; // px; in a lower cell the map has all the room
 constexpr int LongestName = 100;    // characters
 
+QString unreadable() {
+    return ItemMapWidget::tr("地图图片无法读取!");
+}
+
 /// A text of a menu: an ampersand is one, none that underlines.
 QString menuText(const QString& text) {
     return text.left(LongestName).simplified().replace(QLatin1Char('&'), QStringLiteral("&&"));
@@ -43,10 +47,15 @@ ItemMapWidget::ItemMapWidget(const AppContext& context, MapDocument& document, i
     , document_(document)
     , number_(number) {
     setObjectName(QStringLiteral("mapCell%1").arg(number));
-    setAccessibleName(tr("地图窗口 %1").arg(number + 1));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // all cells are alike
     setFocusPolicy(Qt::StrongFocus);
     build();
+    worded(this, [this] {
+        setAccessibleName(tr("地图窗口 %1").arg(number_ + 1));
+        hint_->setText(hint());
+        if (failed_)
+            failureText_->setText(failed_());
+    });
     connect(&document_, &MapDocument::sigMapsChanged, this, &ItemMapWidget::onMaps);
     connect(&document_, &MapDocument::sigPictureReady, this, [this](const QString& path) {
         const MapRecord* const map = document_.map(mapId());
@@ -58,7 +67,7 @@ ItemMapWidget::ItemMapWidget(const AppContext& context, MapDocument& document, i
     connect(&document_, &MapDocument::sigPictureFailed, this, [this](const QString& path, const QString& text) {
         const MapRecord* const map = document_.map(mapId());
         if (picture_ != nullptr && !picture_->hasPicture() && map != nullptr && map->filePath == path)
-            showFailure(tr("地图图片下载失败!") + QLatin1Char('\n') + text);
+            showFailure([text] { return tr("地图图片下载失败!") + QLatin1Char('\n') + text; });
     });
 }
 
@@ -96,16 +105,21 @@ QWidget* ItemMapWidget::makeHead() {
     name_->setProperty("role", QStringLiteral("faint"));
     name_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     row->addWidget(name_, 1);
-    const auto add = [this, head, row](const char* name, const QString& text, const char* drawing, auto&& act) {
-        QToolButton* const button = barButton(head, QLatin1String(name), text, QLatin1String(drawing));
+    const auto add = [this, head, row](const char* name, Text text, const char* drawing, auto&& act) {
+        QToolButton* const button = barButton(head, QLatin1String(name), std::move(text), QLatin1String(drawing));
         button->setIconSize(QSize(16, 16));
         connect(button, &QToolButton::clicked, this, std::forward<decltype(act)>(act));
         row->addWidget(button);
     };
-    add("mapZoomIn", tr("放大"), "zoom-in", [this] { view_->zoomIn(); });
-    add("mapZoomOut", tr("缩小"), "zoom-out", [this] { view_->zoomOut(); });
-    add("mapFit", tr("自适应标记点"), "map-fit", [this] { view_->fitMarkers(); });
-    add("mapMenu", tr("地图菜单"), "more", [this] { showMenu(mapToGlobal(QPoint(width() - 1, head_->height()))); });
+    add(
+        "mapZoomIn", [] { return tr("放大"); }, "zoom-in", [this] { view_->zoomIn(); });
+    add(
+        "mapZoomOut", [] { return tr("缩小"); }, "zoom-out", [this] { view_->zoomOut(); });
+    add(
+        "mapFit", [] { return tr("自适应标记点"); }, "map-fit", [this] { view_->fitMarkers(); });
+    add(
+        "mapMenu", [] { return tr("地图菜单"); }, "more",
+        [this] { showMenu(mapToGlobal(QPoint(width() - 1, head_->height()))); });
     return head;
 }
 
@@ -118,9 +132,10 @@ QWidget* ItemMapWidget::makeFailure() {
     failureText_->setAlignment(Qt::AlignCenter);
     failureText_->setWordWrap(true);
     failureText_->setProperty("role", QStringLiteral("faint"));
-    auto* const again = new QPushButton(tr("重新加载"), page);
+    auto* const again = new QPushButton(page);
     again->setObjectName(QStringLiteral("mapReload"));
-    again->setAccessibleName(again->text());
+    wordedText(again, [] { return tr("重新加载"); });
+    wordedName(again, [] { return tr("重新加载"); });
     connect(again, &QPushButton::clicked, this, &ItemMapWidget::retry);
     column->addStretch(1);
     column->addWidget(failureText_);
@@ -134,8 +149,8 @@ QString ItemMapWidget::mapId() const {
 }
 
 QString ItemMapWidget::hint() const {
-    if (!webMissing_.isEmpty())
-        return webMissing_;
+    if (webMissing_)
+        return webMissing_();
     return document_.maps().isEmpty() ? tr("未添加地图，请点击鼠标右键开始添加地图!") : tr("请右键打开地图!");
 }
 
@@ -152,7 +167,9 @@ MapView* ItemMapWidget::makeView(const MapRecord& map) {
         return picture_;
     }
     if (map.type == MapType::Unknown) {
-        webMissing_ = tr("当前版本不支持该类型的地图!");
+        webMissing_ = [] {
+            return tr("当前版本不支持该类型的地图!");
+        };
         return nullptr;
     }
     WebMapOptions options;
@@ -192,7 +209,7 @@ void ItemMapWidget::openMap(const QString& mapId) {
     head_->setVisible(height() >= LowestWithHead);
     stack_->setCurrentWidget(view_);
     if (picture_ != nullptr && map.filePath.isEmpty())
-        showFailure(tr("地图图片无法读取!")); // its name can be no file's
+        showFailure(&unreadable); // its name can be no file's
     onMaps();
     emit sigChanged();
 }
@@ -204,7 +221,7 @@ void ItemMapWidget::connectView(const MapRecord& map) {
     connect(view_, &MapView::sigFailed, this, [this, isPicture = map.type == MapType::Local](const QString& reason) {
         // A web page says it in its own place, and offers to load it again.
         if (isPicture)
-            showFailure(reason);
+            showFailure(&unreadable); // the one thing that can befall it
         else
             emit context_.events.sig_MessageBar(reason);
     });
@@ -212,7 +229,7 @@ void ItemMapWidget::connectView(const MapRecord& map) {
 
 void ItemMapWidget::closeMap() {
     const bool wasOpen = view_ != nullptr;
-    webMissing_.clear();
+    webMissing_ = {};
     if (wasOpen) {
         stack_->removeWidget(view_);
         delete std::exchange(view_, nullptr); // its session goes with it
@@ -238,8 +255,9 @@ void ItemMapWidget::onMaps() {
         picture_->setMap(*map);
 }
 
-void ItemMapWidget::showFailure(const QString& text) {
-    failureText_->setText(text);
+void ItemMapWidget::showFailure(Text text) {
+    failed_ = std::move(text);
+    failureText_->setText(failed_());
     stack_->setCurrentWidget(failure_);
 }
 
@@ -291,18 +309,18 @@ void ItemMapWidget::showMenu(const QPoint& place) {
 }
 
 void ItemMapWidget::openDialog(const QString& dialogType) {
-    if (dialogType == tr("添加地图")) {
+    if (dialogType == QStringLiteral("添加地图")) {
         emit sigAdd(number_);
-    } else if (dialogType == tr("管理地图")) {
+    } else if (dialogType == QStringLiteral("管理地图")) {
         emit sigManage();
-    } else if (dialogType == tr("关闭地图")) {
+    } else if (dialogType == QStringLiteral("关闭地图")) {
         QMetaObject::invokeMethod(this, &ItemMapWidget::closeMap, Qt::QueuedConnection);
-    } else if (dialogType == tr("自适应标记点")) {
+    } else if (dialogType == QStringLiteral("自适应标记点")) {
         view_->fitMarkers();
-    } else if (dialogType == tr("打开地图")) {
+    } else if (dialogType == QStringLiteral("打开地图")) {
         auto* const menu = new QMenu(this);
         menu->setObjectName(QStringLiteral("mapMenuOpen"));
-        menu->setAccessibleName(dialogType);
+        menu->setAccessibleName(tr("打开地图"));
         menu->setAttribute(Qt::WA_DeleteOnClose);
         fillOpenMenu(*menu);
         menu->popup(QCursor::pos());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/AppContext.h"
+#include "base/ui/Worded.h"
 #include "map/MapDocument.h"
 
 #include <QWidget>
@@ -60,7 +61,7 @@ private:
     MapView* makeView(const MapRecord& map);
     void connectView(const MapRecord& map);
     void onMaps();
-    void showFailure(const QString& text);
+    void showFailure(Text text);
     void retry();
     void showMenu(const QPoint& place);
     void fillOpenMenu(QMenu& menu);
@@ -78,7 +79,8 @@ private:
     MapView* view_ = nullptr;              ///< in the stack
     ElectronMapwidget* picture_ = nullptr; ///< `view_`, where it is a map on a picture
     MapSession* session_ = nullptr;        ///< the view's
-    QString webMissing_;                   ///< the cell says this instead of a map
+    Text webMissing_;                      ///< the cell says this instead of a map; may be empty
+    Text failed_;                          ///< why a picture is not shown; empty before it has failed
 };
 
 } // namespace corvanta::map

@@ -135,7 +135,8 @@ void ManageMapWidget::submitShare(const MapRecord& map, const QStringList& phone
                                                                            {QStringLiteral("friendphones"), phones}}),
          .busy = share_,
          .done = [this, map, phones](const QVariantMap&) {
-             logChange(context(), tr("设置地图分享"), map.name + QLatin1Char(' ') + phones.join(QLatin1Char(',')));
+             logChange(context(), QStringLiteral("设置地图分享"),
+                       map.name + QLatin1Char(' ') + phones.join(QLatin1Char(',')));
              account::tell(tr("保存成功!"), this);
              emit context().events.sig_updateMapList();
          }});
@@ -168,7 +169,7 @@ void ManageMapWidget::deleteMap(const MapRecord& map) {
                  {.json = requests::accountRequest(QStringLiteral("删除地图"), {{QStringLiteral("mapid"), map.id}}),
                   .busy = delete_,
                   .done = [this, map](const QVariantMap&) {
-                      logChange(context(), tr("删除地图"), map.name);
+                      logChange(context(), QStringLiteral("删除地图"), map.name);
                       account::tell(tr("删除地图成功!"), this);
                       emit context().events.sig_updateMapList();
                   }});

@@ -1,6 +1,7 @@
 #include "map/ui/MapCanvas.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "map/ui/MapLabel.h"
 #include "map/ui/SensorMimeData.h"
 
@@ -27,7 +28,7 @@ constexpr int FoldingDelay = 30;      // ms
 MapCanvas::MapCanvas(QWidget* parent)
     : QGraphicsView(parent) {
     setObjectName(QStringLiteral("mapCanvas"));
-    setAccessibleName(tr("地图"));
+    wordedName(this, [] { return tr("地图"); });
     scene_.setItemIndexMethod(QGraphicsScene::NoIndex); // nearly all is seen, or moves
     setScene(&scene_);
     setFrameShape(NoFrame);

@@ -67,7 +67,7 @@ void MapIconDeleteDialog::deleteMarker(const MapMarker& marker) {
         {.json = requests::accountRequest(QStringLiteral("删除地图传感器"), deletionParameters(mapId_, marker)),
          .busy = delete_,
          .done = [this, marker](const QVariantMap&) {
-             logChange(context(), tr("删除标记"), marker.name);
+             logChange(context(), QStringLiteral("删除标记"), marker.name);
              account::tell(tr("删除成功!"), this);
              document_.removeMarker(mapId_, marker.id);
          }});

@@ -227,7 +227,7 @@ void MapMangerMarkDialog::save() {
                  {.json = requests::accountRequest(QStringLiteral("提交地图传感器"), markerParameters(map_, changed)),
                   .busy = save_,
                   .done = [this, changed](const QVariantMap&) {
-                      logChange(context_, tr("设置标记参数"), changed.name);
+                      logChange(context_, QStringLiteral("设置标记参数"), changed.name);
                       document_.putMarker(map_.id, changed);
                       account::tell(tr("保存成功!"), parentWidget());
                       accept();

@@ -2,6 +2,7 @@
 
 #include "base/AppEvents.h"
 #include "base/InputFields.h"
+#include "base/ui/Worded.h"
 #include "map/SensorIndex.h"
 #include "map/ui/MapTables.h"
 
@@ -22,12 +23,11 @@ const QSize Usual(760, 320); // px
 } // namespace
 
 MapMarkDataTabelDialog::MapMarkDataTabelDialog(const AppContext& context, const MapMarker& marker, QWidget* parent)
-    : FramedDialog(tr("表格数据"), parent)
+    : FramedDialog({}, parent)
     , context_(context)
     , marker_(marker)
     , list_(new QTreeWidget(this)) {
     setObjectName(QStringLiteral("MapMarkDataTabelDialog"));
-    setAccessibleName(windowTitle());
     setSizeGripEnabled(true);
     auto* const name = new QLabel(marker.name.left(100).simplified(), this);
     name->setObjectName(QStringLiteral("mapDataName"));
@@ -35,16 +35,15 @@ MapMarkDataTabelDialog::MapMarkDataTabelDialog(const AppContext& context, const 
     name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     body()->addWidget(name);
     list_->setObjectName(QStringLiteral("mapData"));
-    list_->setAccessibleName(windowTitle());
-    list_->setHeaderLabels(
-        {tr("编号"), tr("传感器"), tr("采集输入"), tr("数值"), tr("单位"), tr("通讯"), tr("读取时间")});
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAllColumnsShowFocus(true);
     list_->header()->setStretchLastSection(true);
     body()->addWidget(list_, 1);
-    connect(addButton(tr("关闭"), QStringLiteral("mapDataClose"), true), &QPushButton::clicked, this,
-            &QDialog::reject);
+    auto* const close = addButton({}, QStringLiteral("mapDataClose"), true);
+    wordedText(close, [] { return tr("关闭"); });
+    wordedName(close, [] { return tr("关闭"); });
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
     beat_.setSingleShot(true);
     beat_.setInterval(Beat);
     connect(&beat_, &QTimer::timeout, this, [this] {
@@ -55,9 +54,18 @@ MapMarkDataTabelDialog::MapMarkDataTabelDialog(const AppContext& context, const 
     connect(&context_.events, &AppEvents::sig_UpdateSensorInputData, this,
             [this](const QString&, const QVariantList& values) { onValues(values); });
     connect(&context_.events, &AppEvents::sig_updateSensorList, this, &MapMarkDataTabelDialog::fill);
-    fill();
+    worded(this, [this] { setWords(); });
     fitColumns(*list_, TimeColumn);
     resize(Usual);
+}
+
+void MapMarkDataTabelDialog::setWords() {
+    setWindowTitle(tr("表格数据"));
+    setAccessibleName(windowTitle());
+    list_->setAccessibleName(windowTitle());
+    list_->setHeaderLabels(
+        {tr("编号"), tr("传感器"), tr("采集输入"), tr("数值"), tr("单位"), tr("通讯"), tr("读取时间")});
+    fill(); // states have words
 }
 
 void MapMarkDataTabelDialog::fill() {
@@ -71,8 +79,7 @@ void MapMarkDataTabelDialog::fill() {
         row->setTextAlignment(ValueColumn, Qt::AlignRight | Qt::AlignVCenter);
         showValues(i);
     }
-    if (inputs_.isEmpty())
-        showProblem(tr("该传感器没有采集输入"));
+    showProblem(inputs_.isEmpty() ? tr("该传感器没有采集输入") : QString());
 }
 
 void MapMarkDataTabelDialog::showValues(int index) {

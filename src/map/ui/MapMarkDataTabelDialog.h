@@ -19,6 +19,7 @@ public:
     MapMarkDataTabelDialog(const AppContext& context, const MapMarker& marker, QWidget* parent);
 
 private:
+    void setWords();
     void fill();
     void showValues(int row);
     void onValues(const QVariantList& values);

@@ -25,6 +25,8 @@ public slots:
     void done(int result) override;
 
 private:
+    void setWords();
+
     video::LivePane* live_;
     QPushButton* toggle_;
 };

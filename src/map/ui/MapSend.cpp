@@ -3,7 +3,6 @@
 #include "base/OperationLog.h"
 #include "base/SdkGateway.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 
 namespace corvanta::map {
@@ -13,8 +12,7 @@ constexpr int LongestDetail = 500; // characters; a row of a log is to be read
 
 void logChange(const AppContext& context, const QString& what, const QString& detail) {
     context.operationLog.addOperateLog(context.gateway.phoneId(), QDateTime::currentDateTime(),
-                                       QCoreApplication::translate("MapLog", "电子地图"), what,
-                                       detail.left(LongestDetail));
+                                       QStringLiteral("电子地图"), what, detail.left(LongestDetail));
 }
 
 QVariantMap markerParameters(const MapRecord& map, const MapMarker& marker) {

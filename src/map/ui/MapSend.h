@@ -9,7 +9,7 @@
 /// What the dialogs and views of maps share.
 namespace corvanta::map {
 
-/// Writes what the signed-in account did to maps into the log of operations.
+/// Writes what the signed-in account did to maps into the log of operations. The log is Chinese in every language.
 void logChange(const AppContext& context, const QString& what, const QString& detail);
 
 /// What "提交地图传感器" takes: a marker with the coordinates of its kind of map.

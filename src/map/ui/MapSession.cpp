@@ -3,6 +3,7 @@
 #include "account/ui/AccountForm.h"
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
+#include "base/Language.h"
 #include "base/RequestBuilder.h"
 #include "base/ui/TipDialog.h"
 #include "linkage/Boards.h"
@@ -64,6 +65,10 @@ MapSession::MapSession(const AppContext& context, MapDocument& document, QString
             tellText(i);
     });
     connectView();
+    connect(&LanguageNotice::instance(), &LanguageNotice::changed, this, [this] {
+        for (int i = 0; i < shown_.size(); ++i)
+            tellText(i);
+    });
     const MapRecord* const map = document_.map(mapId_);
     view_.setEditable(map != nullptr && !map->shared);
     shown_ = map == nullptr ? QList<MapMarker>() : map->markers;
@@ -251,7 +256,7 @@ void MapSession::drop(const QString& ipncId, const QString& sensorPid, const Map
                  {.json = requests::accountRequest(QStringLiteral("提交地图传感器"), markerParameters(*map, placed)),
                   .done = [this, placed](const QVariantMap& resp) mutable {
                       placed.id = resp.value(QStringLiteral("mapsensorid")).toString();
-                      logChange(context_, tr("添加标记"), placed.name);
+                      logChange(context_, QStringLiteral("添加标记"), placed.name);
                       document_.putMarker(mapId_, placed);
                   }});
 }
@@ -288,7 +293,7 @@ void MapSession::move(int index, const MapMarker& place) {
          .done =
              [this, moved, isLast](const QVariantMap&) {
                  isLast();
-                 logChange(context_, tr("移动标记"), moved.name);
+                 logChange(context_, QStringLiteral("移动标记"), moved.name);
                  document_.putMarker(mapId_, moved);
              },
          .failed =
@@ -376,7 +381,7 @@ void MapSession::askToDelete(int index) {
                                       {.json = requests::accountRequest(QStringLiteral("删除地图传感器"),
                                                                         deletionParameters(mapId_, gone)),
                                        .done = [this, gone](const QVariantMap&) {
-                                           logChange(context_, tr("删除标记"), gone.name);
+                                           logChange(context_, QStringLiteral("删除标记"), gone.name);
                                            account::tell(tr("删除成功!"), &view_);
                                            document_.removeMarker(mapId_, gone.id);
                                        }});

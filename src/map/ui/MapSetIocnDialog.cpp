@@ -107,7 +107,7 @@ QWidget* MapSetIocnDialog::buildLocal() {
     connect(bar_, &UploadBar::sigEnded, this, [this] { upload_->setEnabled(true); });
     connect(bar_, &UploadBar::sigFailed, this, [this](const QString& text) { account::tell(text, this); });
     connect(bar_, &UploadBar::sigDone, this, [this] {
-        logChange(context_, tr("上传图标"), QFileInfo(path_->text()).fileName());
+        logChange(context_, QStringLiteral("上传图标"), QFileInfo(path_->text()).fileName());
         account::tell(tr("上传图标成功!"), this);
         emit context_.events.sig_updateIconlist();
         tabs_->setCurrentIndex(0);
@@ -204,7 +204,7 @@ void MapSetIocnDialog::deleteIcon(const QString& fileName) {
                       {{QStringLiteral("type"), QStringLiteral("icons")}, {QStringLiteral("filename"), fileName}}),
                   .busy = delete_,
                   .done = [this, fileName](const QVariantMap&) {
-                      logChange(context_, tr("删除图标"), fileName);
+                      logChange(context_, QStringLiteral("删除图标"), fileName);
                       account::tell(tr("删除图标成功!"), this);
                       emit context_.events.sig_updateIconlist();
                   }});

@@ -60,7 +60,7 @@ signals:
     void sigClearAlarm(int index);
     /// The menu of the cell is wanted.
     void sigMapMenu(const QPoint& global);
-    /// A dialog by its text: "添加地图", "打开地图", "关闭地图", "管理地图", "自适应标记点".
+    /// A dialog by its name, in every language: "添加地图", "打开地图", "关闭地图", "管理地图", "自适应标记点".
     void sigOpenDialog(const QString& dialogType);
     /// A double click where no marker is.
     void sigDoubleClicked();

@@ -142,7 +142,7 @@ void ReferencePointDialog::save() {
                       QVariantMap told = changed.rest.value(Info).toMap();
                       told.insert(Locations, locations);
                       changed.rest.insert(Info, told);
-                      logChange(context_, tr("设置参考点坐标"), changed.name);
+                      logChange(context_, QStringLiteral("设置参考点坐标"), changed.name);
                       document_.putMarker(mapId_, changed);
                       account::tell(tr("保存成功!"), parentWidget());
                       accept();

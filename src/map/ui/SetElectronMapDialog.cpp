@@ -74,7 +74,7 @@ void SetElectronMapDialog::save() {
                                                    {{QStringLiteral("mapinfo"), info}}),
                   .busy = save_,
                   .done = [this, name = draft.name.trimmed()](const QVariantMap&) {
-                      logChange(context_, tr("编辑地图信息"), name);
+                      logChange(context_, QStringLiteral("编辑地图信息"), name);
                       account::tell(tr("保存成功!"), parentWidget());
                       emit context_.events.sig_updateMapList();
                       accept();

@@ -3,7 +3,6 @@
 #include "base/RequestBuilder.h"
 #include "base/ui/Theme.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -82,31 +81,31 @@ void UploadBar::onProgress(qint64 done, qint64 total) {
     bar_->setRange(0, steps);
     bar_->setValue(static_cast<int>(done * steps / total));
     const double seconds = static_cast<double>(since_.elapsed()) / 1000;
-    QString text = tr("%1 / %2").arg(QLocale().formattedDataSize(done), QLocale().formattedDataSize(total));
-    if (done > 0 && seconds > 1)
-        text +=
-            tr("，约剩 %1 秒").arg(qRound(seconds * static_cast<double>(total - done) / static_cast<double>(done)));
-    text_->setText(text);
+    const QString doneText = QLocale().formattedDataSize(done);
+    const QString totalText = QLocale().formattedDataSize(total);
+    if (done <= 0 || seconds <= 1) {
+        text_->setText(QStringLiteral("%1 / %2").arg(doneText, totalText));
+        return;
+    }
+    const int left = qRound(seconds * static_cast<double>(total - done) / static_cast<double>(done));
+    text_->setText(tr("%1 / %2，约剩 %3 秒").arg(doneText, totalText).arg(left));
 }
 
 QString pictureProblem(const QString& path, qint64 largest, qint64 mostPixels) {
-    const auto translated = [](const char* text) {
-        return QCoreApplication::translate("UploadBar", text);
-    };
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return translated("文件无法读取!");
+        return UploadBar::tr("文件无法读取!");
     const QByteArray begin = file.peek(8);
     const QByteArray format = begin.startsWith("\x89PNG") ? "png" : begin.startsWith("\xff\xd8\xff") ? "jpg" : "";
     if (format.isEmpty())
-        return translated("请选择png或jpg格式的图片!");
+        return UploadBar::tr("请选择png或jpg格式的图片!");
     QImageReader reader(&file, format);
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
     if (size.isEmpty())
-        return translated("请选择png或jpg格式的图片!");
+        return UploadBar::tr("请选择png或jpg格式的图片!");
     if (file.size() > largest || qint64(size.width()) * size.height() > mostPixels)
-        return translated("图片过大!");
+        return UploadBar::tr("图片过大!");
     return {};
 }
 

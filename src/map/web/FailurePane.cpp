@@ -2,6 +2,7 @@
 
 #include "base/ui/Theme.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -11,7 +12,6 @@ namespace corvanta::map {
 FailurePane::FailurePane(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("mapFailure"));
-    setAccessibleName(tr("地图无法显示"));
     setAutoFillBackground(true);
     QPalette colours = palette();
     colours.setColor(QPalette::Window, theme::Tile);
@@ -26,13 +26,25 @@ FailurePane::FailurePane(QWidget* parent)
     reason_->setAlignment(Qt::AlignCenter);
     reason_->setWordWrap(true);
     column->addWidget(reason_);
-    reload_ = new QPushButton(tr("重新加载"), this);
+    reload_ = new QPushButton(this);
     reload_->setObjectName(QStringLiteral("mapReload"));
-    reload_->setAccessibleName(reload_->text());
     column->addWidget(reload_, 0, Qt::AlignHCenter);
     column->addStretch();
     setFocusProxy(reload_);
+    setWords();
     connect(reload_, &QPushButton::clicked, this, &FailurePane::sigReload);
+}
+
+void FailurePane::setWords() {
+    setAccessibleName(tr("地图无法显示"));
+    reload_->setText(tr("重新加载"));
+    reload_->setAccessibleName(reload_->text());
+}
+
+void FailurePane::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        setWords();
 }
 
 void FailurePane::setReason(const QString& reason) {

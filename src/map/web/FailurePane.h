@@ -15,10 +15,15 @@ public:
 
     void setReason(const QString& reason);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 signals:
     void sigReload();
 
 private:
+    void setWords();
+
     QLabel* reason_;
     QPushButton* reload_;
 };

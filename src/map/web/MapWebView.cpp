@@ -20,7 +20,6 @@ void acceptSensor(QDropEvent& event) {
 MapWebView::MapWebView(QWidget* parent)
     : QWebEngineView(parent) {
     setObjectName(QStringLiteral("mapWebView"));
-    setAccessibleName(tr("在线地图"));
     setContextMenuPolicy(Qt::PreventContextMenu); // the page has its own menus
     setAcceptDrops(true);
 }

@@ -7,7 +7,11 @@
 #include "map/web/TileAddress.h"
 #include "map/web/bridge.h"
 
+#include <QCoreApplication>
 #include <QDebug>
+#include <QEvent>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPointer>
 #include <QStackedLayout>
 #include <QWebChannel>
@@ -41,6 +45,25 @@ QString showModeText(ShowMode mode) {
     return mode == ShowMode::MouseIn ? QStringLiteral("mousein") : QStringLiteral("always");
 }
 
+/// What the page's own texts are in the interface's language.
+ScriptCall wordsCall() {
+    static constexpr std::array Texts = {
+        QT_TRANSLATE_NOOP("WebMapPage", "在线地图"), QT_TRANSLATE_NOOP("WebMapPage", "放大"),
+        QT_TRANSLATE_NOOP("WebMapPage", "缩小"),     QT_TRANSLATE_NOOP("WebMapPage", "设置标记参数"),
+        QT_TRANSLATE_NOOP("WebMapPage", "拖动标记"), QT_TRANSLATE_NOOP("WebMapPage", "删除标记"),
+        QT_TRANSLATE_NOOP("WebMapPage", "清除报警"), QT_TRANSLATE_NOOP("WebMapPage", "添加地图"),
+        QT_TRANSLATE_NOOP("WebMapPage", "打开地图"), QT_TRANSLATE_NOOP("WebMapPage", "关闭地图"),
+        QT_TRANSLATE_NOOP("WebMapPage", "管理地图"), QT_TRANSLATE_NOOP("WebMapPage", "自适应标记点")};
+    QJsonObject words;
+    for (const char* const text : Texts)
+        words.insert(QString::fromUtf8(text), QCoreApplication::translate("WebMapPage", text));
+    //: The tag of the language that this is translated into, as pages tell theirs.
+    const QString language = QCoreApplication::translate("WebMapPage", "zh-CN");
+    return ScriptCall(QLatin1String("SetWords"))
+        .text(language)
+        .text(QString::fromUtf8(QJsonDocument(words).toJson(QJsonDocument::Compact)));
+}
+
 ScriptCall tileCallOf(const std::optional<TileAddress>& tiles) {
     ScriptCall call(QLatin1String("SetTileServer"));
     return call.text(tiles ? tiles->text() : QString()).text(tiles ? tiles->sources() : QString());
@@ -59,17 +82,17 @@ MyWebEngineView::MyWebEngineView(const WebMapOptions& options, QWidget* parent)
     , tileCall_(tileCallOf(TileAddress::parse(options.tileServer))) {
     initResources();
     setObjectName(QStringLiteral("MyWebEngineView"));
-    setAccessibleName(tr("在线地图"));
     stack_->setContentsMargins(0, 0, 0, 0);
     stack_->addWidget(web_);
     stack_->addWidget(failure_);
     setFocusProxy(web_);
     loading_.setSingleShot(true);
     loading_.setInterval(LongestLoading);
-    connect(&loading_, &QTimer::timeout, this, [this] { fail(tr("地图页面加载失败")); });
+    connect(&loading_, &QTimer::timeout, this, [this] { fail(QT_TR_NOOP("地图页面加载失败")); });
     connect(failure_, &FailurePane::sigReload, this, &MyWebEngineView::reload);
     connect(web_, &MapWebView::sigSensorDropped, this, &MyWebEngineView::onSensorDropped);
     buildPage(options);
+    setWords();
     reload();
 }
 
@@ -98,7 +121,7 @@ void MyWebEngineView::buildPage(const WebMapOptions& options) {
     connect(page_.get(), &QWebEnginePage::renderProcessTerminated, this,
             [this](QWebEnginePage::RenderProcessTerminationStatus status, int code) {
                 qDebug() << "the map's page has ended" << status << code;
-                fail(tr("地图页面已停止"));
+                fail(QT_TR_NOOP("地图页面已停止"));
             });
     web_->setPage(page_.get());
 }
@@ -137,7 +160,7 @@ void MyWebEngineView::onLoadFinished(bool isLoaded) {
     if (state_ != State::Loading)
         return;
     if (!isLoaded) {
-        fail(tr("地图页面加载失败"));
+        fail(QT_TR_NOOP("地图页面加载失败"));
         return;
     }
     // A document that came without its scripts counts as loaded, too.
@@ -152,27 +175,44 @@ void MyWebEngineView::onPageChecked(bool isWhole) {
     if (state_ != State::Loading)
         return;
     if (!isWhole) {
-        fail(tr("地图页面加载失败"));
+        fail(QT_TR_NOOP("地图页面加载失败"));
         return;
     }
     loading_.stop();
     state_ = State::Ready;
+    call(wordsCall());
     call(tileCall_);
     call(ScriptCall(QLatin1String("SetMapEditable")).flag(isEditable_));
     updateOnLineMarks();
     emit sigReady();
 }
 
-void MyWebEngineView::fail(const QString& reason) {
+void MyWebEngineView::fail(const char* reason) {
     if (state_ == State::Failed)
         return;
     state_ = State::Failed;
     loading_.stop();
     calls_.clear();
     drops_.clear();
-    failure_->setReason(reason);
+    reason_ = reason;
+    failure_->setReason(tr(reason));
     stack_->setCurrentWidget(failure_);
-    emit sigFailed(reason);
+    emit sigFailed(tr(reason));
+}
+
+// The program's notice of the language does not reach into a plugin, the event of it does.
+void MyWebEngineView::changeEvent(QEvent* event) {
+    MapView::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        setWords();
+}
+
+void MyWebEngineView::setWords() {
+    setAccessibleName(tr("在线地图"));
+    web_->setAccessibleName(accessibleName());
+    if (reason_ != nullptr)
+        failure_->setReason(tr(reason_));
+    call(wordsCall());
 }
 
 // --- what is told to the page -------------------------------------------------------------------------------------
@@ -337,7 +377,7 @@ void MyWebEngineView::onDragEnd(int index, double lng, double lat) {
 }
 
 void MyWebEngineView::onOpenDialog(const QString& dialogType) {
-    // The one entry of the menu that is no dialog.
+    // The one entry of the menu that is no dialog. Entries are told by their own texts, in every language.
     if (dialogType == QStringLiteral("自适应标记点"))
         fitMarkers();
     else

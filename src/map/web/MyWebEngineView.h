@@ -57,6 +57,9 @@ signals:
     /// The page shows what it was told.
     void sigReady();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     enum class State { Loading, Ready, Failed };
     struct Shown {
@@ -69,7 +72,10 @@ private:
     void connectBridge(const bridge& told);
     void onLoadFinished(bool isLoaded);
     void onPageChecked(bool isWhole);
-    void fail(const QString& reason);
+    /// `reason`: a source text of this class.
+    void fail(const char* reason);
+    /// Says everything in the interface's language.
+    void setWords();
     /// Builds all markers anew in the page.
     void updateOnLineMarks();
     void addMark(const Shown& shown);
@@ -104,6 +110,7 @@ private:
     QVector<Shown> shown_;
     QQueue<Drop> drops_; ///< whose places the page was asked for, in order
     State state_ = State::Loading;
+    const char* reason_ = nullptr; ///< why it has failed; null: it never has
     bool isEditable_ = true;
     bool fitsNext_ = true; ///< the next markers that are built are brought into view
     int showsNext_ = -1;   ///< and then this one; -1: none

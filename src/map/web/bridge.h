@@ -24,7 +24,7 @@ public slots:
 signals:
     /// Where a dropped item is to be placed.
     void sig_SendDragMarklnglat(double lng, double lat);
-    /// A map dialog is wanted, by its text: "添加地图" and the like.
+    /// A map dialog is wanted, by its text in the page's sources: "添加地图" and the like.
     void openDialog(QString dialogType);
     /// A double click where no marker is.
     void sig_WebViewMouseDoubleClicked();

@@ -12,9 +12,13 @@ const map = L.map('map', {
     maxBoundsViscosity: 1,
 }).setView([35, 105], 3);
 map.attributionControl.setPrefix(false);
-map.zoomControl.getContainer().querySelectorAll('a').forEach((button, i) => {
-    button.title = ['放大', '缩小'][i];
-    button.setAttribute('aria-label', button.title);
+words.keep(() => {
+    document.title = words.of('在线地图');
+    map.getContainer().setAttribute('aria-label', document.title);
+    map.zoomControl.getContainer().querySelectorAll('a').forEach((button, i) => {
+        button.title = words.of(['放大', '缩小'][i]);
+        button.setAttribute('aria-label', button.title);
+    });
 });
 L.control.scale({ imperial: false }).addTo(map);
 baseMap.make().addTo(map);
@@ -41,6 +45,7 @@ function markMenu(mark) {
     return [...(view.isEditable ? editing : []), ['清除报警', () => link.tell('ClearAlarm', index)]];
 }
 
+// Told by their own texts, in whichever language they are shown.
 const mapMenu = ['添加地图', '打开地图', '关闭地图', '管理地图', '自适应标记点'].map(
     (text) => [text, () => link.tell('OpenManageMapDialog', text)]);
 
@@ -85,6 +90,11 @@ function withMarkMoved(index, act) {
 }
 
 // --- what is called -----------------------------------------------------------------------------------------------
+
+// `texts` is an object, written as JSON: what the page's own texts are in this language.
+function SetWords(language, texts) {
+    words.set(language, JSON.parse(texts));
+}
 
 // Pictures are handed over once and named in the calls of the markers.
 function DefinePicture(name, address) {

@@ -37,7 +37,7 @@ const menu = (() => {
         const item = document.createElement('li');
         item.setAttribute('role', 'menuitem');
         item.tabIndex = -1;
-        item.textContent = text;
+        item.textContent = words.of(text);
         item.addEventListener('mouseenter', () => item.focus());
         item.addEventListener('click', (event) => {
             event.stopPropagation();
