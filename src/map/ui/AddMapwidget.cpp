@@ -19,6 +19,8 @@
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace corvanta::map {
 namespace {
 constexpr int LongestName = 64; // characters
@@ -67,7 +69,10 @@ void AddMapwidget::build() {
     for (QLineEdit* const edit : {distanceX_, distanceY_})
         edit->setPlaceholderText(tr("米"));
     // The rows above and those of a picture stand in one column.
-    form->labelForField(name_)->setMinimumWidth(pictureRows->labelForField(distanceX_)->sizeHint().width());
+    int widest = 0;
+    for (int row = 0; row < pictureRows->rowCount(); ++row)
+        widest = std::max(widest, pictureRows->itemAt(row, QFormLayout::LabelRole)->widget()->sizeHint().width());
+    form->labelForField(name_)->setMinimumWidth(widest);
     auto* const hint = new QLabel(tr("导入图片长宽比参考：16：9"), pictureForm_);
     hint->setObjectName(QStringLiteral("mapRatioHint"));
     hint->setProperty("role", QStringLiteral("hint"));

@@ -55,7 +55,6 @@ MapMarkDataTabelDialog::MapMarkDataTabelDialog(const AppContext& context, const 
             [this](const QString&, const QVariantList& values) { onValues(values); });
     connect(&context_.events, &AppEvents::sig_updateSensorList, this, &MapMarkDataTabelDialog::fill);
     worded(this, [this] { setWords(); });
-    fitColumns(*list_, TimeColumn);
     resize(Usual);
 }
 
@@ -66,6 +65,7 @@ void MapMarkDataTabelDialog::setWords() {
     list_->setHeaderLabels(
         {tr("编号"), tr("传感器"), tr("采集输入"), tr("数值"), tr("单位"), tr("通讯"), tr("读取时间")});
     fill(); // states have words
+    fitColumns(*list_, TimeColumn);
 }
 
 void MapMarkDataTabelDialog::fill() {
