@@ -38,9 +38,9 @@ SpotColour colourFrom(const QString& text) {
     return found == colourTexts().end() ? SpotColour::Any : found->first;
 }
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("LaserInfo", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LaserInfo)
+};
 
 /// The number of a text or number; NaN for what is none, with one debug line unless it is missing.
 double numberFrom(const QVariant& value) {
@@ -118,14 +118,14 @@ bool isWithin(double value, double low, double high) {
 std::optional<QString> spotProblem(const SpotSettings& spot) {
     constexpr double mostThreshold = 255;
     if (!isWithin(spot.threshold, 1, mostThreshold))
-        return tr("光斑亮度应为1~255");
+        return Texts::tr("光斑亮度应为1~255");
     if (!isWithin(spot.smallestDiameter, 1, SpotSettings::GreatestDiameter) ||
         !isWithin(spot.largestDiameter, 1, SpotSettings::GreatestDiameter))
-        return tr("光斑直径应为1~%1像素").arg(SpotSettings::GreatestDiameter);
+        return Texts::tr("光斑直径应为1~%1像素").arg(SpotSettings::GreatestDiameter);
     if (spot.smallestDiameter >= spot.largestDiameter)
-        return tr("光斑最小直径应小于最大直径");
+        return Texts::tr("光斑最小直径应小于最大直径");
     if (!isWithin(spot.roundness, 0, 1))
-        return tr("光斑圆度应为0~1");
+        return Texts::tr("光斑圆度应为0~1");
     return std::nullopt;
 }
 
@@ -210,21 +210,21 @@ std::optional<QString> LaserInfo::measureProblem() const {
     if (auto problem = spotProblem(spot))
         return problem;
     if (!reference.isEmpty() && referencePath(QString()).isEmpty())
-        return tr("参考图文件名无效");
+        return Texts::tr("参考图文件名无效");
     if (mode == Mode::Points) {
         if (points.size() != PointCount)
-            return tr("请先设置四个标定点!");
+            return Texts::tr("请先设置四个标定点!");
         return LaserScale::problem(arrayOf(points));
     }
     if (std::isnan(scale))
-        return tr("请输入比例(毫米/像素)!");
-    return LaserScale::fromScale(scale) ? std::nullopt : std::optional(tr("比例应大于0且不大于1000毫米/像素"));
+        return Texts::tr("请输入比例(毫米/像素)!");
+    return LaserScale::fromScale(scale) ? std::nullopt : std::optional(Texts::tr("比例应大于0且不大于1000毫米/像素"));
 }
 
 std::optional<QString> LaserInfo::validate() const {
     if (auto problem = measureProblem())
         return problem;
-    return initial ? std::nullopt : std::optional(tr("请先确定光斑初始位置!"));
+    return initial ? std::nullopt : std::optional(Texts::tr("请先确定光斑初始位置!"));
 }
 
 std::optional<LaserScale> LaserInfo::makeScale() const {

@@ -53,7 +53,7 @@ struct LaserInfo {
     static LaserInfo fromMap(const QVariantMap& map);
     QVariantMap toMap() const;
 
-    /// Why it cannot measure, for the user in Chinese; nothing when it can. The initial position is not asked for.
+    /// Why it cannot measure, for the user; nothing when it can. The initial position is not asked for.
     std::optional<QString> measureProblem() const;
     /// Why it must not be saved: what cannot measure, or has no initial position; nothing when it may.
     std::optional<QString> validate() const;

@@ -31,7 +31,7 @@ public:
         SpotProblem problem = SpotProblem::None; ///< why there is no spot
         bool isBeyond = false;                   ///< there is a spot, but beyond the plate's horizon
 
-        /// Why there is no position, for the user in Chinese; empty when there is one.
+        /// Why there is no position, for the user; empty when there is one.
         QString problemText() const;
     };
 

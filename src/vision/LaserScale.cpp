@@ -19,9 +19,9 @@ constexpr double LeastHeight = 0.02;
 
 using Corners = std::array<QPointF, 4>;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("LaserScale", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LaserScale)
+};
 
 bool isUsable(const QPointF& point) {
     return std::abs(point.x()) <= Farthest && std::abs(point.y()) <= Farthest; // false for NaN
@@ -152,14 +152,14 @@ std::optional<QString> LaserScale::problem(const Points& points) {
     const Corners places = placesOf(points);
     for (const Corners& corners : {pixels, places}) {
         if (!std::all_of(corners.begin(), corners.end(), isUsable))
-            return tr("标定点坐标不是有效的数字");
+            return Texts::tr("标定点坐标不是有效的数字");
     }
     if (haveEqual(pixels) || haveEqual(places))
-        return tr("标定点不能重合");
+        return Texts::tr("标定点不能重合");
     if (haveLine(pixels) || haveLine(places))
-        return tr("任意三个标定点不能在一条直线上");
+        return Texts::tr("任意三个标定点不能在一条直线上");
     if (!canBeSeen(perspective(points), points))
-        return tr("标定点的图上位置与实际坐标不对应,请检查顺序");
+        return Texts::tr("标定点的图上位置与实际坐标不对应,请检查顺序");
     return std::nullopt;
 }
 

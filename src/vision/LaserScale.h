@@ -26,7 +26,7 @@ public:
     /// For a plate seen at any angle; the axes are those of the points' places. Nothing where `problem` says why.
     static std::optional<LaserScale> fromPoints(const Points& points);
 
-    /// Why four points make no scale, for the user in Chinese; nothing when they do. Refused are numbers that are not
+    /// Why four points make no scale, for the user; nothing when they do. Refused are numbers that are not
     /// finite or beyond a million, points that coincide or of which three lie (almost) on a line, in the picture or
     /// on the plate, and places that no view of a plate brings to such pixels: two of them were mixed up.
     static std::optional<QString> problem(const Points& points);

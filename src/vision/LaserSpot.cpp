@@ -196,9 +196,9 @@ SpotSearch search(const QImage& picture, const QImage& reference, const SpotSett
             SpotProblem::None};
 }
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("LaserSpot", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LaserSpot)
+};
 
 } // namespace
 
@@ -207,23 +207,23 @@ QString problemText(SpotProblem problem) {
     case SpotProblem::None:
         return {};
     case SpotProblem::NoPicture:
-        return tr("没有可用的图片");
+        return Texts::tr("没有可用的图片");
     case SpotProblem::ReferenceDiffers:
-        return tr("参考图与图片大小不一致,请重新拍参考图");
+        return Texts::tr("参考图与图片大小不一致,请重新拍参考图");
     case SpotProblem::NothingBright:
-        return tr("没有找到足够亮的光斑");
+        return Texts::tr("没有找到足够亮的光斑");
     case SpotProblem::WrongColour:
-        return tr("光斑颜色不符");
+        return Texts::tr("光斑颜色不符");
     case SpotProblem::TooSmall:
-        return tr("光斑太小");
+        return Texts::tr("光斑太小");
     case SpotProblem::TooLarge:
-        return tr("光斑太大");
+        return Texts::tr("光斑太大");
     case SpotProblem::NotRound:
-        return tr("光斑不够圆");
+        return Texts::tr("光斑不够圆");
     case SpotProblem::CutByBorder:
-        return tr("光斑超出画面边缘");
+        return Texts::tr("光斑超出画面边缘");
     case SpotProblem::Several:
-        return tr("画面中有多个光斑");
+        return Texts::tr("画面中有多个光斑");
     }
     return {};
 }

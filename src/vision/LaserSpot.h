@@ -47,7 +47,7 @@ enum class SpotProblem {
     Several      ///< two or more that are about equally good
 };
 
-/// For the user, in Chinese; empty for `None`.
+/// For the user; empty for `None`.
 QString problemText(SpotProblem problem);
 
 struct SpotSearch {

@@ -10,12 +10,12 @@
 namespace corvanta::vision {
 namespace {
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("CalibrationRun", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(CalibrationRun)
+};
 
 QString ofPhoto(const QString& text, int photo) {
-    return translated(QT_TRANSLATE_NOOP("CalibrationRun", "第%1张：")).arg(photo) + text;
+    return Texts::tr("第%1张：").arg(photo) + text;
 }
 
 } // namespace
@@ -24,25 +24,23 @@ QString stepText(const CalibrationStep& step) {
     using Kind = CalibrationStep::Kind;
     switch (step.kind) {
     case Kind::Looked:
-        return ofPhoto(translated(QT_TRANSLATE_NOOP("CalibrationRun", "已找到角点")), step.photo);
+        return ofPhoto(Texts::tr("已找到角点"), step.photo);
     case Kind::Unreadable:
         return ofPhoto(QStringLiteral("Image read fail!"), step.photo);
     case Kind::NoBoard:
-        return ofPhoto(translated(QT_TRANSLATE_NOOP("CalibrationRun", "没有检测到棋盘,请重新拍照")), step.photo);
+        return ofPhoto(Texts::tr("没有检测到棋盘,请重新拍照"), step.photo);
     case Kind::OtherSize:
-        return ofPhoto(translated(QT_TRANSLATE_NOOP("CalibrationRun", "照片尺寸与之前的不同,请重新拍照")),
-                       step.photo);
+        return ofPhoto(Texts::tr("照片尺寸与之前的不同,请重新拍照"), step.photo);
     case Kind::TooFew:
-        return translated(QT_TRANSLATE_NOOP("CalibrationRun", "至少需要%1张可用的照片")).arg(PhotoSeries::Fewest);
+        return Texts::tr("至少需要%1张可用的照片").arg(PhotoSeries::Fewest);
     case Kind::Calibrating:
-        return translated(QT_TRANSLATE_NOOP("CalibrationRun", "开始标定………………"));
+        return Texts::tr("开始标定………………");
     case Kind::Done:
         break;
     case Kind::Failed:
-        return translated(QT_TRANSLATE_NOOP("CalibrationRun", "标定失败,请换用角度和位置不同的照片"));
+        return Texts::tr("标定失败,请换用角度和位置不同的照片");
     }
-    return translated(QT_TRANSLATE_NOOP("CalibrationRun", "标定完成!")) + QLatin1Char('\n') +
-           translated(QT_TRANSLATE_NOOP("CalibrationRun", "重投影误差：%1 像素")).arg(step.error, 0, 'g', 3);
+    return Texts::tr("标定完成!") + QLatin1Char('\n') + Texts::tr("重投影误差：%1 像素").arg(step.error, 0, 'g', 3);
 }
 
 CalibrationRun::CalibrationRun(QStringList paths, const BoardShape& shape, QObject* parent)

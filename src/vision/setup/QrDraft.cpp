@@ -12,9 +12,9 @@ namespace {
 
 constexpr double WidestCode = 100'000; // mm
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("QrDraft", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(QrDraft)
+};
 
 const QStringList& initialKeys() {
     static const QStringList keys = {QStringLiteral("qr_inint_x"), QStringLiteral("qr_inint_y"),
@@ -82,14 +82,14 @@ void QrDraft::setInitial(const QStringList& position, const QrSetup& measuredWit
 
 std::optional<QString> QrDraft::measureProblem() const {
     if (!isCalibrated())
-        return translated(QT_TRANSLATE_NOOP("QrDraft", "请先标定摄像机参数!"));
+        return Texts::tr("请先标定摄像机参数!");
     if (!isWidthRight())
-        return translated(QT_TRANSLATE_NOOP("QrDraft", "请输入正确的二维码宽度!"));
+        return Texts::tr("请输入正确的二维码宽度!");
     return std::nullopt;
 }
 
 std::optional<QString> QrDraft::saveProblem() const {
-    const QString noInitial = translated(QT_TRANSLATE_NOOP("QrDraft", "请先确定二维码初始位置!"));
+    const QString noInitial = Texts::tr("请先确定二维码初始位置!");
     if (isCalibrated() && initial_.isEmpty())
         return noInitial;
     if (auto problem = measureProblem())

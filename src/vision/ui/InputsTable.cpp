@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace corvanta::vision {
@@ -32,9 +33,9 @@ InputsTable::InputsTable(QVector<MeasuredInput> inputs, QWidget* parent)
     list_->setAccessibleName(tr("采集输入列表"));
     list_->setHeaderLabels({tr("上报"), tr("名称"), tr("坐标")});
     list_->setRootIsDecorated(false);
-    list_->setMinimumHeight(96);                // px
-    list_->header()->resizeSection(Upload, 56); // px
-    list_->header()->resizeSection(Name, 160);  // px
+    list_->setMinimumHeight(96);                                                                    // px
+    list_->header()->resizeSection(Upload, std::max(56, list_->header()->sectionSizeHint(Upload))); // px
+    list_->header()->resizeSection(Name, 160);                                                      // px
     for (const MeasuredInput& input : qAsConst(inputs_)) {
         auto* const row = new QTreeWidgetItem(list_, {QString(), input.name, letterOf(input.axis)});
         row->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);

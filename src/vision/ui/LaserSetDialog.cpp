@@ -19,6 +19,7 @@ namespace {
 
 MeasureDialog::Kind kind() {
     return {.title = LaserSetDialog::tr("激光光斑测距配置"),
+            .logged = QStringLiteral("激光光斑测距配置"),
             .objectName = QStringLiteral("LaserSetDialog"),
             .boardType = QStringLiteral("LASER"),
             .axes = {QStringLiteral("laser_x"), QStringLiteral("laser_y")},

@@ -185,7 +185,7 @@ void MeasureDialog::save() {
              [this](const QVariantMap&) {
                  save_->setEnabled(true);
                  context_.operationLog.addOperateLog(context_.gateway.phoneId(), QDateTime::currentDateTime(),
-                                                     tr("传感器设置"), windowTitle(), ipncId_);
+                                                     QStringLiteral("传感器设置"), kind_.logged, ipncId_);
                  account::tell(tr("保存成功!"), this);
              },
          .failed =

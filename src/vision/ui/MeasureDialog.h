@@ -28,6 +28,7 @@ public:
     /// What tells one of them from the other.
     struct Kind {
         QString title;
+        QString logged; ///< what the log of operations has for a title, in every language
         QString objectName;
         QString boardType; ///< of the boards whose inputs are set up
         QStringList axes;  ///< of those inputs

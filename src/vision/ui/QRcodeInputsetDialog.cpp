@@ -18,6 +18,7 @@ namespace {
 
 MeasureDialog::Kind kind() {
     return {.title = QRcodeInputsetDialog::tr("二维码测距配置"),
+            .logged = QStringLiteral("二维码测距配置"),
             .objectName = QStringLiteral("QRcodeInputsetDialog"),
             .boardType = QStringLiteral("QR"),
             .axes = qrAxes(),
