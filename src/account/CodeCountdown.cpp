@@ -12,5 +12,5 @@ QString CodeCountdown::buttonText() const {
         return QCoreApplication::translate("CodeCountdown", "重新获取验证码");
     if (!isRunning() || left_ == Start)
         return QCoreApplication::translate("CodeCountdown", "获取验证码");
-    return QString::number(left_) + QCoreApplication::translate("CodeCountdown", "秒后可以重新获取");
+    return QCoreApplication::translate("CodeCountdown", "%1秒后可以重新获取").arg(left_);
 }

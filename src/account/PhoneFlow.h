@@ -44,8 +44,11 @@ struct Region {
     const char* code; ///< dialling code
 };
 /// Those offered, the usual one first.
-constexpr Region Regions[] = {
-    {"中国大陆 +86", "86"}, {"香港", "852"}, {"澳门", "853"}, {"台湾", "886"}, {"美国", "1"}};
+constexpr Region Regions[] = {{QT_TRANSLATE_NOOP("PhoneFlow", "中国大陆 +86"), "86"},
+                              {QT_TRANSLATE_NOOP("PhoneFlow", "香港"), "852"},
+                              {QT_TRANSLATE_NOOP("PhoneFlow", "澳门"), "853"},
+                              {QT_TRANSLATE_NOOP("PhoneFlow", "台湾"), "886"},
+                              {QT_TRANSLATE_NOOP("PhoneFlow", "美国"), "1"}};
 
 constexpr int ShortestPassword = 8; ///< characters
 constexpr int LongestPassword = 16;

@@ -44,6 +44,7 @@ LoginDialog::LoginDialog(const AppContext& context, bool automatic, QWidget* par
     hint_->setObjectName(QStringLiteral("hint"));
     hint_->setAccessibleName(tr("提示"));
     hint_->setTextFormat(Qt::PlainText);
+    hint_->setWordWrap(true);
     hint_->hide();
     body()->addWidget(hint_);
     addLinks();

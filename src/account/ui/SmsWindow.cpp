@@ -1,6 +1,7 @@
 #include "account/ui/SmsWindow.h"
 
 #include "base/ui/PlainToolTip.h"
+#include "base/ui/Worded.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -20,26 +21,34 @@ enum Column { TimeColumn, PhoneColumn, TextColumn };
 } // namespace
 
 SmsWindow::SmsWindow()
-    : FramedDialog(tr("短信")) {
+    : FramedDialog({}) {
     setObjectName(QStringLiteral("SmsWindow"));
-    setAccessibleName(tr("短信"));
     setWindowFlag(Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setSizeGripEnabled(true);
     list_ = new QTreeWidget(this);
     list_->setObjectName(QStringLiteral("messages"));
-    list_->setAccessibleName(tr("短信"));
-    list_->setHeaderLabels({tr("时间"), tr("手机号"), tr("内容")});
+    list_->setColumnCount(TextColumn + 1);
     list_->setRootIsDecorated(false);
     list_->setAllColumnsShowFocus(true);
     list_->setColumnWidth(TimeColumn, 148); // px
     list_->setColumnWidth(PhoneColumn, 104);
     list_->header()->setStretchLastSection(true);
     body()->addWidget(list_, 1);
-    auto* const copyButton = addButton(tr("复制"), QStringLiteral("smsCopy"), true);
-    copyButton->setToolTip(tr("复制验证码；没有验证码时复制全文"));
-    auto* const close = addButton(tr("关闭"), QStringLiteral("smsClose"), false);
+    auto* const copyButton = addButton({}, QStringLiteral("smsCopy"), true);
+    auto* const close = addButton({}, QStringLiteral("smsClose"), false);
+    corvanta::worded(this, [this, copyButton, close] {
+        setWindowTitle(tr("短信"));
+        setAccessibleName(windowTitle());
+        list_->setAccessibleName(windowTitle());
+        list_->setHeaderLabels({tr("时间"), tr("手机号"), tr("内容")});
+        copyButton->setText(tr("复制"));
+        copyButton->setAccessibleName(copyButton->text());
+        copyButton->setToolTip(tr("复制验证码；没有验证码时复制全文"));
+        close->setText(tr("关闭"));
+        close->setAccessibleName(close->text());
+    });
     connect(copyButton, &QPushButton::clicked, this, &SmsWindow::copy);
     connect(close, &QPushButton::clicked, this, &SmsWindow::hide);
     resize(Usual);
