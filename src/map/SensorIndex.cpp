@@ -72,7 +72,7 @@ QStringList SensorIndex::labelLines(const MapMarker& marker, const InputFields& 
         if (now.value && !one.unit.isEmpty())
             line += QLatin1Char(' ') + one.unit;
         if (now.isNormal && !*now.isNormal)
-            line += QCoreApplication::translate("MapLabel", "（异常）");
+            line = QCoreApplication::translate("MapLabel", "%1（异常）").arg(line);
         lines += lineOf(line);
         if (now.latest && (!newest || *now.latest > *newest))
             newest = now.latest;

@@ -5,9 +5,11 @@
 #include "database/SqlHelp.h"
 #include "map/MapViewTest.h"
 #include "map/ui/MapSession.h"
+#include "support/OtherLanguage.h"
 
 #include <QLabel>
 #include <QSignalSpy>
+#include <QToolButton>
 
 #include <cmath>
 
@@ -25,6 +27,7 @@ private slots:
     void theServiceTellsOfChanges();
     void sensorsThatAreGone();
     void hints();
+    void theLanguageChanges();
     void layouts();
     void openMapsComeBack();
     void theWayFromAnAlarm();
@@ -182,6 +185,26 @@ void tst_MapPage::hints() {
     menu->findChild<QMenu*>("mapMenuOpen")->actions().constFirst()->trigger();
     menu->close();
     QCOMPARE(page.cell(0)->mapId(), QString("m1"));
+}
+
+void tst_MapPage::theLanguageChanges() {
+    QJsonObject gone = markerOf("1", "10", "a");
+    gone.insert("ipncid", "vanished");
+    const Open map = open({gone});
+    auto* const failure = find<QLabel>(*map.page->cell(0), "mapFailure");
+    map.page->showLayout(1, false);
+    auto* const hint = find<QLabel>(*map.page->cell(1), "mapHint");
+    QCOMPARE(hint->text(), QStringLiteral("请右键打开地图!"));
+    emit map.view->sigFailed(QString());
+    {
+        const OtherLanguage other;
+        QVERIFY(map.view->label(0)->lines().contains(QStringLiteral("*设备不存在")));
+        QCOMPARE(hint->text(), QStringLiteral("*请右键打开地图!"));
+        QCOMPARE(failure->text(), QStringLiteral("*地图图片无法读取!"));
+        QCOMPARE(find<QToolButton>(*map.page, "mapManage")->toolTip(), QStringLiteral("*管理地图"));
+        QCOMPARE(find<QToolButton>(*map.page, "mapLayout4")->accessibleName(), QStringLiteral("*四地图"));
+    }
+    QCOMPARE(failure->text(), QStringLiteral("地图图片无法读取!"));
 }
 
 void tst_MapPage::layouts() {

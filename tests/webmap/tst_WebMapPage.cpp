@@ -1,5 +1,6 @@
 #include "map/ui/SensorMimeData.h"
 #include "map/web/MapPage.h"
+#include "support/OtherLanguage.h"
 #include "webmap/WebMapTest.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTranslator>
 #include <QWebEngineView>
 
 #include <csignal>
@@ -284,19 +284,12 @@ void tst_WebMapPage::clicksAndMenusAreTold() {
 }
 
 void tst_WebMapPage::theLanguageChanges() {
-    class Other final : public QTranslator {
-    public:
-        bool isEmpty() const override { return false; }
-        QString translate(const char*, const char* source, const char*, int) const override {
-            return QLatin1Char('*') + QString::fromUtf8(source);
-        }
-    } other;
     QVERIFY(openTwo());
     const QString speaks = QStringLiteral("document.title === '%1' && document.documentElement.lang === '%2' &&"
                                           "map.getContainer().getAttribute('aria-label') === '%1' &&"
                                           "document.querySelector('.leaflet-control-zoom-in').title === '%3'");
     QVERIFY(becomes(speaks.arg(QStringLiteral("在线地图"), QStringLiteral("zh-CN"), QStringLiteral("放大"))));
-    QCoreApplication::installTranslator(&other);
+    auto other = std::make_unique<OtherLanguage>();
     QVERIFY(becomes(speaks.arg(QStringLiteral("*在线地图"), QStringLiteral("*zh-CN"), QStringLiteral("*放大"))));
     QCOMPARE(view_->accessibleName(), QStringLiteral("*在线地图"));
     QSignalSpy dialog(view_.get(), &MapView::sigOpenDialog);
@@ -305,7 +298,7 @@ void tst_WebMapPage::theLanguageChanges() {
     QCOMPARE(dialog[0][0].toString(), QStringLiteral("添加地图")); // a name, whatever is shown
     view_->reload();
     QVERIFY(becomes(speaks.arg(QStringLiteral("*在线地图"), QStringLiteral("*zh-CN"), QStringLiteral("*放大"))));
-    QCoreApplication::removeTranslator(&other);
+    other.reset();
     QVERIFY(becomes(speaks.arg(QStringLiteral("在线地图"), QStringLiteral("zh-CN"), QStringLiteral("放大"))));
 }
 

@@ -274,7 +274,7 @@ void ItemMapWidget::fillOpenMenu(QMenu& menu) {
     for (const MapRecord& map : document_.maps()) {
         QString text = menuText(map.name);
         if (map.shared)
-            text += tr("（分享）");
+            text = tr("%1（分享）").arg(text);
         QAction* const action = menu.addAction(text, this, [this, id = map.id] { openMap(id); });
         action->setObjectName(QStringLiteral("mapOpenOne"));
         action->setCheckable(true);

@@ -15,7 +15,7 @@ struct Texts {
 };
 
 QString ofPhoto(const QString& text, int photo) {
-    return Texts::tr("第%1张：").arg(photo) + text;
+    return Texts::tr("第%1张：%2").arg(QString::number(photo), text);
 }
 
 } // namespace
