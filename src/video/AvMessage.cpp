@@ -3,16 +3,21 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
+#include <algorithm>
+#include <array>
 #include <limits>
 
 namespace corvanta::video {
 
 namespace {
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("AvReport", text);
-}
+constexpr std::array openingTexts = {QT_TRANSLATE_NOOP("AvReport", "正在获取视频信息..."),
+                                     QT_TRANSLATE_NOOP("AvReport", "正在建立视频连接..."),
+                                     QT_TRANSLATE_NOOP("AvReport", "正在加载视频数据...")};
+constexpr auto openedSource = QT_TRANSLATE_NOOP("AvReport", "打开成功");
+constexpr auto failedSource = QT_TRANSLATE_NOOP("AvReport", "打开失败(%1)");
 
 /// The integer of a JSON value without loss. A number that had to become a floating-point one on the way (a fraction,
 /// or wider than 64 bits) is none.
@@ -117,22 +122,35 @@ QVariantMap toGuiMap(AvReportMap report, const QString& deviceId, int tileIndex)
 }
 
 QString openingText(int state) {
-    switch (state) {
-    case 0:
-        return translated(QT_TRANSLATE_NOOP("AvReport", "正在获取视频信息..."));
-    case 1:
-        return translated(QT_TRANSLATE_NOOP("AvReport", "正在建立视频连接..."));
-    default:
-        return translated(QT_TRANSLATE_NOOP("AvReport", "正在加载视频数据..."));
-    }
+    const std::size_t last = openingTexts.size() - 1;
+    return QString::fromUtf8(openingTexts[state < 0 ? last : std::min(static_cast<std::size_t>(state), last)]);
 }
 
 QString openedText() {
-    return translated(QT_TRANSLATE_NOOP("AvReport", "打开成功"));
+    return QString::fromUtf8(openedSource);
 }
 
 QString failedText(int retcode) {
-    return translated(QT_TRANSLATE_NOOP("AvReport", "打开失败(%1)")).arg(retcode);
+    return QString::fromUtf8(failedSource).arg(retcode);
+}
+
+QString shownText(const QString& text) {
+    const auto translated = [](const char* source) {
+        return QCoreApplication::translate("AvReport", source);
+    };
+    const auto same = std::find_if(openingTexts.begin(), openingTexts.end(),
+                                   [&text](const char* source) { return text == QString::fromUtf8(source); });
+    if (same != openingTexts.end())
+        return translated(*same);
+    if (text == openedText())
+        return translated(openedSource);
+    static const QRegularExpression failure(
+        QLatin1Char('^') +
+        QRegularExpression::escape(QString::fromUtf8(failedSource))
+            .replace(QRegularExpression::escape(QStringLiteral("%1")), QStringLiteral("(-?[0-9]+)")) +
+        QLatin1Char('$'));
+    const QRegularExpressionMatch match = failure.match(text);
+    return match.hasMatch() ? translated(failedSource).arg(match.captured(1)) : text;
 }
 
 } // namespace corvanta::video

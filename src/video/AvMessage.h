@@ -63,11 +63,14 @@ struct AvReport {
 /// A report with "DeviceId" and "index" added: whose request it belongs to. This is what crosses to the GUI thread.
 QVariantMap toGuiMap(AvReportMap report, const QString& deviceId, int tileIndex);
 
-/// The tile's text for the "state" of an "avstate".
+/// What a tile keeps of how its stream is, in Chinese whatever the interface's language is; `shownText` has the words
+/// that are shown. For the "state" of an "avstate":
 QString openingText(int state);
-/// The tile's text when a stream is open.
+/// Of a stream that is open.
 QString openedText();
-/// The tile's text when a stream could not be opened or has ended by itself.
+/// Of a stream that could not be opened or has ended by itself.
 QString failedText(int retcode);
+/// Such a text in the language that is spoken now; any other text as it is.
+QString shownText(const QString& text);
 
 } // namespace corvanta::video

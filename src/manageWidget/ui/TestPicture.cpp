@@ -108,7 +108,7 @@ void TestPicture::onReply(int number, const video::PreviewReply& reply) {
     picture_ = QImage::fromData(reinterpret_cast<const uchar*>(reply.jpeg.data()),
                                 static_cast<int>(reply.jpeg.size()), "JPEG");
     if (picture_.isNull())
-        setText(video::failedText(reply.retcode));
+        setText(video::shownText(video::failedText(reply.retcode)));
     else
         showPicture();
     if (follows_)

@@ -5,6 +5,7 @@
 #include "audio/Talker.h"
 #include "base/DeviceModel.h"
 #include "base/Settings.h"
+#include "base/ui/Worded.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/TopBar.h"
@@ -38,7 +39,7 @@ AudioControl::AudioControl(const AppContext& context, const Parts& parts, QObjec
     const QVariant volume = context_.settings.get(keys::Volume);
     parts_.listener.setVolume(volume.isValid() ? volume.toInt() : 100);
     parts_.listener.setMuted(context_.settings.get(keys::Muted).toBool());
-    show();
+    corvanta::worded(this, [this] { show(); });
 }
 
 void AudioControl::onTileAction(int tileIndex, TileAction action) {

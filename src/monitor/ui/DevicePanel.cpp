@@ -4,6 +4,7 @@
 #include "base/ui/FaintHint.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "monitor/ui/DeviceTree.h"
 
 #include <QHBoxLayout>
@@ -20,7 +21,7 @@ namespace theme = corvanta::theme;
 DevicePanel::DevicePanel(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("devicePanel"));
-    setAccessibleName(tr("设备"));
+    corvanta::wordedName(this, [] { return tr("设备"); });
     setAttribute(Qt::WA_StyledBackground);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 0, theme::Step);
@@ -34,7 +35,7 @@ DevicePanel::DevicePanel(QWidget* parent)
     column->addWidget(stack_, 1);
 
     connect(search_, &QLineEdit::textChanged, tree_, &DeviceTree::setFilter);
-    showWhatFits();
+    corvanta::worded(this, [this] { showWhatFits(); });
 }
 
 QLayout* DevicePanel::makeHead() {
@@ -42,14 +43,14 @@ QLayout* DevicePanel::makeHead() {
     head->setContentsMargins(0, 0, theme::Step, 0);
     search_ = new QLineEdit(this);
     search_->setObjectName(QStringLiteral("deviceSearch"));
-    search_->setAccessibleName(tr("搜索设备"));
-    search_->setPlaceholderText(tr("搜索设备"));
+    corvanta::wordedName(search_, [] { return tr("搜索设备"); });
+    corvanta::wordedHint(search_, [] { return tr("搜索设备"); });
     search_->addAction(corvanta::svgIcon(QStringLiteral("search"), theme::FaintOnDark), QLineEdit::LeadingPosition);
     search_->setClearButtonEnabled(true);
     corvanta::faintHint(*search_);
     head->addWidget(search_, 1);
-    QToolButton* const refresh =
-        corvanta::barButton(this, QStringLiteral("refreshDevices"), tr("刷新设备列表"), QStringLiteral("refresh"));
+    QToolButton* const refresh = corvanta::barButton(
+        this, QStringLiteral("refreshDevices"), [] { return tr("刷新设备列表"); }, QStringLiteral("refresh"));
     connect(refresh, &QToolButton::clicked, this, &DevicePanel::sigRefresh);
     head->addWidget(refresh);
     return head;
@@ -62,9 +63,10 @@ QWidget* DevicePanel::makeEmptyState() {
     emptyText_->setObjectName(QStringLiteral("emptyState"));
     emptyText_->setAlignment(Qt::AlignCenter);
     emptyText_->setWordWrap(true);
-    signIn_ = new QPushButton(tr("登录"), empty);
+    signIn_ = new QPushButton(empty);
+    corvanta::wordedText(signIn_, [] { return tr("登录"); });
     signIn_->setObjectName(QStringLiteral("emptySignIn"));
-    signIn_->setAccessibleName(tr("登录"));
+    corvanta::wordedName(signIn_, [] { return tr("登录"); });
     signIn_->setProperty("onDark", true);
     connect(signIn_, &QPushButton::clicked, this, &DevicePanel::sigSignIn);
     column->addStretch(1);

@@ -4,6 +4,7 @@
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "linkage/Boards.h"
 #include "map/ui/SensorMimeData.h"
 #include "monitor/DropRule.h"
@@ -54,7 +55,7 @@ QMimeData* DeviceTreeModel::mimeData(const QModelIndexList& indexes) const {
 DeviceTree::DeviceTree(QWidget* parent)
     : QTreeView(parent) {
     setObjectName(QStringLiteral("deviceTree"));
-    setAccessibleName(tr("设备树"));
+    corvanta::wordedName(this, [] { return tr("设备树"); });
     setHeaderHidden(true);
     setEditTriggers(NoEditTriggers);
     setUniformRowHeights(true);

@@ -1,6 +1,7 @@
 #include "monitor/ui/Fwidget.h"
 
 #include "base/Settings.h"
+#include "base/ui/Worded.h"
 #include "monitor/Layouts.h"
 #include "video/ui/GLYuvWidget.h"
 #include "video/ui/ItemVideo.h"
@@ -25,7 +26,7 @@ Fwidget::Fwidget(int rows, int columns, Settings& settings, QWidget* parent)
     , gridLayout_(new QGridLayout(this))
     , menuButton_(new QPushButton(this)) {
     setObjectName(QStringLiteral("Fwidget"));
-    setAccessibleName(tr("视频窗口"));
+    corvanta::wordedName(this, [] { return tr("视频窗口"); });
     setContentsMargins(0, 0, 0, 0);
     gridLayout_->setSizeConstraint(QLayout::SetNoConstraint);
     gridLayout_->setMargin(0);
@@ -73,8 +74,8 @@ void Fwidget::makeTiles() {
 
 void Fwidget::makeMenu() {
     menuButton_->setObjectName(QStringLiteral("layoutMenuButton"));
-    menuButton_->setAccessibleName(tr("画面布局"));
-    menuButton_->setToolTip(tr("画面布局"));
+    corvanta::wordedName(menuButton_, [] { return tr("画面布局"); });
+    corvanta::wordedTip(menuButton_, [] { return tr("画面布局"); });
     menuButton_->setFixedSize(20, 20);
     menuButton_->setStyleSheet(
         QStringLiteral("border-image: url(:/style/img/menu.png);background-color: rgba(0, 0, 0, 0)"));
@@ -83,11 +84,14 @@ void Fwidget::makeMenu() {
 
     layoutMenu_ = std::make_unique<QMenu>();
     layoutMenu_->setObjectName(QStringLiteral("layoutMenu"));
-    layoutMenu_->setAccessibleName(tr("画面布局"));
+    corvanta::wordedName(layoutMenu_.get(), [] { return tr("画面布局"); });
     layoutMenu_->setStyleSheet(QStringLiteral("QMenu{background-color:rgb(235, 235, 235);} "
                                               "QMenu::item:selected {  background-color:rgb(0, 153, 255); }"));
-    for (const corvanta::Layout& layout : corvanta::layouts())
-        layoutMenu_->addAction(tr(layout.menuText));
+    for (const corvanta::Layout& layout : corvanta::layouts()) {
+        QAction* const action = layoutMenu_->addAction(QString());
+        action->setData(layout.tiles);
+        corvanta::wordedText(action, [text = layout.menuText] { return tr(text); });
+    }
     connect(layoutMenu_.get(), &QMenu::triggered, this, &Fwidget::onPopMenuTriggered);
 }
 
@@ -215,7 +219,7 @@ void Fwidget::onMenu() {
 
 void Fwidget::onPopMenuTriggered(QAction* action) {
     for (const corvanta::Layout& layout : corvanta::layouts()) {
-        if (action->text() == tr(layout.menuText)) {
+        if (action->data().toInt() == layout.tiles) {
             setLayout(layout.rows, layout.columns, true);
             return;
         }

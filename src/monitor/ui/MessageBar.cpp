@@ -3,6 +3,7 @@
 #include "base/ui/BarButton.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "monitor/Layouts.h"
 
 #include <QCoreApplication>
@@ -11,12 +12,14 @@
 #include <QToolButton>
 #include <QVariant>
 
+#include <utility>
+
 namespace theme = corvanta::theme;
 
 MessageBar::MessageBar(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("bottomBar"));
-    setAccessibleName(tr("消息栏"));
+    corvanta::wordedName(this, [] { return tr("消息栏"); });
     setAttribute(Qt::WA_StyledBackground);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(3 * theme::Step, theme::Step, theme::Step, theme::Step);
@@ -30,21 +33,23 @@ MessageBar::MessageBar(QWidget* parent)
     for (const corvanta::Layout& layout : corvanta::layouts()) {
         if (!layout.hasButton)
             continue;
-        QToolButton* const button = addButton(QStringLiteral("layout%1").arg(layout.tiles),
-                                              QCoreApplication::translate("Fwidget", layout.menuText),
-                                              QStringLiteral("%1_pic").arg(layout.tiles));
+        QToolButton* const button = addButton(
+            QStringLiteral("layout%1").arg(layout.tiles),
+            [text = layout.menuText] { return QCoreApplication::translate("Fwidget", text); },
+            QStringLiteral("%1_pic").arg(layout.tiles));
         button->setCheckable(true);
         button->setProperty("rows", layout.rows);
         button->setProperty("columns", layout.columns);
         connect(button, &QToolButton::clicked, this, [this, layout] { emit sigLayout(layout.rows, layout.columns); });
         layoutButtons_ += button;
     }
-    QToolButton* const stopAll = addButton(QStringLiteral("stopAll"), tr("关闭所有视频"), QStringLiteral("stop-all"));
+    QToolButton* const stopAll = addButton(
+        QStringLiteral("stopAll"), [] { return tr("关闭所有视频"); }, QStringLiteral("stop-all"));
     connect(stopAll, &QToolButton::clicked, this, &MessageBar::sigStopAll);
 }
 
-QToolButton* MessageBar::addButton(const QString& objectName, const QString& text, const QString& drawing) {
-    QToolButton* const button = corvanta::barButton(this, objectName, text, drawing);
+QToolButton* MessageBar::addButton(const QString& objectName, corvanta::Text text, const QString& drawing) {
+    QToolButton* const button = corvanta::barButton(this, objectName, std::move(text), drawing);
     layout()->addWidget(button);
     return button;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ui/Worded.h"
+
 #include <QWidget>
 
 class QLabel;
@@ -24,7 +26,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QToolButton* addButton(const QString& objectName, const QString& text, const QString& drawing);
+    QToolButton* addButton(const QString& objectName, corvanta::Text text, const QString& drawing);
     void elide();
 
     QLabel* label_;

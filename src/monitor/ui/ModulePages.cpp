@@ -34,8 +34,9 @@ ModulePages::ModulePages(TopBar& bar, QWidget* parent)
     setObjectName(QStringLiteral("modulePages"));
     setMinimumWidth(Narrowest);
     for (std::size_t i = 0; i < Modules; ++i)
-        bar_.addModule(static_cast<int>(i), QLatin1String(Buttons[i].name), tr(Buttons[i].text),
-                       QLatin1String(Buttons[i].drawing));
+        bar_.addModule(
+            static_cast<int>(i), QLatin1String(Buttons[i].name), [text = Buttons[i].text] { return tr(text); },
+            QLatin1String(Buttons[i].drawing));
     bar_.setModule(static_cast<int>(Module::Video));
     connect(&bar_, &TopBar::sigModule, this, [this](int number) { showModule(static_cast<Module>(number)); });
 }

@@ -13,6 +13,7 @@
 #include "base/ui/MoveWidget.h"
 #include "base/ui/TipDialog.h"
 #include "base/ui/WaitOverlay.h"
+#include "base/ui/Worded.h"
 #include "linkage/AlarmInbox.h"
 #include "linkage/ui/AlarmCenterPage.h"
 #include "logs/ui/Check_Log_Widget.h"
@@ -74,7 +75,7 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     , context_(context)
     , storage_(storage) {
     setObjectName(QStringLiteral("MonitorMainUI"));
-    setAccessibleName(tr("主窗口"));
+    corvanta::wordedName(this, [] { return tr("主窗口"); });
     build();
     account_ = new AccountControl(context_, *topBar_, *this);
     live_ = new LiveVideo(context_, *grid_, this);
@@ -362,6 +363,11 @@ void MonitorMainUI::connectReports() {
 void MonitorMainUI::connectEvents() {
     AppEvents& events = context_.events;
     connect(&events, &AppEvents::updateTitle, this, &MonitorMainUI::setTitle);
+    // The tree's own words stand among the names that users gave.
+    connect(&events, &AppEvents::updateLang, this, [this] {
+        if (!context_.devices.isEmpty())
+            onLists();
+    });
     connect(&events, &AppEvents::sig_MessageBar, this, &MonitorMainUI::OngetAlarmMessage);
     connect(&events, &AppEvents::sig_deal, this, &MonitorMainUI::sigDeal);
     connect(&events, &AppEvents::quitVidoFullScreenEvent, this, &MonitorMainUI::leaveFullScreen);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/ui/DragArea.h"
+#include "base/ui/Worded.h"
 
 #include <QHash>
 #include <QIcon>
@@ -31,7 +32,7 @@ public:
     void setSound(int volume, bool muted, const QString& state);
 
     /// A button for a page of the window, in the order of the calls; `number` comes back by `sigModule`.
-    void addModule(int number, const QString& objectName, const QString& text, const QString& drawing);
+    void addModule(int number, const QString& objectName, corvanta::Text text, const QString& drawing);
     void setModule(int number);
     /// A number on a module's button, in red; 0: none.
     void setBadge(int number, qint64 count);
@@ -57,7 +58,10 @@ private:
     QMenu* makeHelpMenu();
     QMenu* makeAccountMenu();
     void showAccount();
-    QToolButton* addButton(const QString& objectName, const QString& text, const QString& drawing);
+    void showFullScreen();
+    void showPolling();
+    void showSound();
+    QToolButton* addButton(const QString& objectName, corvanta::Text text, const QString& drawing);
     void elideTitle();
 
     QLabel* title_;
@@ -73,4 +77,6 @@ private:
     QString number_; ///< of the signed-in account, empty when nobody is signed in
     QIcon head_;
     QToolButton* fullScreen_;
+    bool isFullScreen_ = false;
+    QString soundState_;
 };

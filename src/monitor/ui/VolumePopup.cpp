@@ -1,6 +1,7 @@
 #include "monitor/ui/VolumePopup.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -18,17 +19,18 @@ VolumePopup::VolumePopup(QWidget* parent)
     : QWidget(parent, Qt::Popup)
     , slider_(new QSlider(Qt::Horizontal, this))
     , number_(new QLabel(this))
-    , muted_(new QCheckBox(tr("静音"), this)) {
+    , muted_(new QCheckBox(this)) {
     setObjectName(QStringLiteral("volumePopup"));
-    setAccessibleName(tr("音量"));
+    corvanta::wordedName(this, [] { return tr("音量"); });
     setAttribute(Qt::WA_StyledBackground);
     slider_->setObjectName(QStringLiteral("volumeSlider"));
-    slider_->setAccessibleName(tr("音量"));
+    corvanta::wordedName(slider_, [] { return tr("音量"); });
     slider_->setRange(0, 100);
     slider_->setPageStep(10);
     slider_->setMinimumWidth(140);
     muted_->setObjectName(QStringLiteral("volumeMuted"));
-    muted_->setAccessibleName(muted_->text());
+    corvanta::wordedText(muted_, [] { return tr("静音"); });
+    corvanta::wordedName(muted_, [] { return tr("静音"); });
     number_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     number_->setMinimumWidth(number_->fontMetrics().horizontalAdvance(QStringLiteral("100")) + theme::Step);
     auto* const column = new QVBoxLayout(this);

@@ -3,6 +3,7 @@
 #include "base/ui/BarButton.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -33,7 +34,7 @@ PlaybackControls::PlaybackControls(QWidget* parent)
     : QWidget(parent)
     , lines_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
     setObjectName(QStringLiteral("playbackBar"));
-    setAccessibleName(tr("回放控制"));
+    corvanta::wordedName(this, [] { return tr("回放控制"); });
     setAttribute(Qt::WA_StyledBackground);
     lines_->setContentsMargins(2 * theme::Step, theme::Step, 2 * theme::Step, theme::Step);
     lines_->setSpacing(theme::Step);

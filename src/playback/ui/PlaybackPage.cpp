@@ -3,6 +3,7 @@
 #include "base/DataTree.h"
 #include "base/ui/FileChooser.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "playback/Snapshot.h"
 #include "playback/ui/ExportDialog.h"
 #include "playback/ui/PlaybackControls.h"
@@ -59,7 +60,7 @@ PlaybackPage::PlaybackPage(QWidget* parent)
     , controls_(new PlaybackControls(this))
     , folder_(QDir::homePath()) {
     setObjectName(QStringLiteral("playbackPage"));
-    setAccessibleName(tr("回放"));
+    corvanta::wordedName(this, [] { return tr("回放"); });
     setAttribute(Qt::WA_StyledBackground);
     setFocusPolicy(Qt::StrongFocus);
     auto* const column = new QVBoxLayout(this);
@@ -94,7 +95,7 @@ QWidget* PlaybackPage::makeEmptyState() {
     text->setWordWrap(true);
     auto* const open = new QPushButton(tr("打开文件"), empty);
     open->setObjectName(QStringLiteral("openFilesButton"));
-    open->setAccessibleName(tr("打开文件"));
+    corvanta::wordedName(open, [] { return tr("打开文件"); });
     open->setProperty("onDark", true);
     connect(open, &QPushButton::clicked, this, &PlaybackPage::openFiles);
     column->addStretch(1);

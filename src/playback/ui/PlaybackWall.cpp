@@ -1,5 +1,6 @@
 #include "playback/ui/PlaybackWall.h"
 
+#include "base/ui/Worded.h"
 #include "playback/ui/PlaybackTile.h"
 #include "video/ui/GLYuvWidget.h"
 
@@ -18,7 +19,7 @@ PlaybackWall::PlaybackWall(QWidget* parent)
     : QWidget(parent)
     , grid_(new QGridLayout(this)) {
     setObjectName(QStringLiteral("playbackWall"));
-    setAccessibleName(tr("回放画面"));
+    corvanta::wordedName(this, [] { return tr("回放画面"); });
     grid_->setContentsMargins(0, 0, 0, 0);
     grid_->setSpacing(0);
     grid_->setSizeConstraint(QLayout::SetNoConstraint);

@@ -1,6 +1,7 @@
 #include "playback/ui/TimeAxis.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QDateTime>
 #include <QHelpEvent>
@@ -34,7 +35,7 @@ const QColor RecordedSelected(190, 195, 200);
 TimeAxis::TimeAxis(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("timeAxis"));
-    setAccessibleName(tr("时间轴"));
+    corvanta::wordedName(this, [] { return tr("时间轴"); });
     setFocusPolicy(Qt::ClickFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -28,21 +28,19 @@ QStandardItem* makeItem(const CheckListBox::Entry& entry, bool isTicked) {
 
 } // namespace
 
-CheckListBox::CheckListBox(const QString& objectName, const QString& name, const QString& allText, QWidget* parent)
+CheckListBox::CheckListBox(const QString& objectName, corvanta::Text name, corvanta::Text allText, QWidget* parent)
     : QComboBox(parent)
-    , name_(name)
-    , allText_(allText)
+    , name_(std::move(name))
+    , allText_(std::move(allText))
     , popup_(new QFrame(this, Qt::Popup))
     , list_(new QListView(popup_))
     , entries_(new QStandardItemModel(this)) {
     setObjectName(objectName);
-    setToolTip(name);
     popup_->setObjectName(objectName + QStringLiteral("Popup"));
     popup_->setProperty("checkList", true);
     auto* const column = new QVBoxLayout(popup_);
     column->setContentsMargins(1, 1, 1, 1);
     list_->setObjectName(objectName + QStringLiteral("List"));
-    list_->setAccessibleName(name);
     list_->setUniformItemSizes(true);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setModel(entries_);
@@ -50,13 +48,22 @@ CheckListBox::CheckListBox(const QString& objectName, const QString& name, const
     column->addWidget(list_);
     connect(list_, &QListView::clicked, this, &CheckListBox::toggle);
     setEntries({});
+    corvanta::worded(this, [this] { sayWords(); });
+}
+
+void CheckListBox::sayWords() {
+    setToolTip(name_());
+    list_->setAccessibleName(name_());
+    entries_->item(0)->setText(allText_());
+    showChosen();
+    updateGeometry();
 }
 
 void CheckListBox::setEntries(const QList<Entry>& entries) {
     const QStringList ticked = chosen();
     const int current = list_->currentIndex().row();
     entries_->clear();
-    entries_->appendRow(makeItem({QString(), allText_, QString()}, true));
+    entries_->appendRow(makeItem({QString(), allText_(), QString()}, true));
     for (const Entry& entry : entries)
         entries_->appendRow(makeItem(entry, false));
     choose(ticked);
@@ -100,9 +107,9 @@ void CheckListBox::toggle(const QModelIndex& index) {
 QString CheckListBox::text() const {
     const QStringList ids = chosen();
     if (ids.isEmpty())
-        return allText_;
+        return allText_();
     if (ids.size() > 1)
-        return tr("%1：%2 项").arg(name_).arg(ids.size());
+        return tr("%1：%2 项").arg(name_()).arg(ids.size());
     for (int row = 1; row < entries_->rowCount(); ++row) {
         if (entries_->item(row)->data(IdRole).toString() == ids.first())
             return entries_->item(row)->text();
@@ -111,7 +118,7 @@ QString CheckListBox::text() const {
 }
 
 void CheckListBox::showChosen() {
-    setAccessibleName(QStringLiteral("%1：%2").arg(name_, text()));
+    setAccessibleName(QStringLiteral("%1：%2").arg(name_(), text()));
     update();
 }
 
@@ -184,7 +191,7 @@ void CheckListBox::paintEvent(QPaintEvent*) {
 }
 
 QSize CheckListBox::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(allText_) + 64, QComboBox::sizeHint().height()};
+    return {fontMetrics().horizontalAdvance(allText_()) + 64, QComboBox::sizeHint().height()};
 }
 
 QSize CheckListBox::minimumSizeHint() const {

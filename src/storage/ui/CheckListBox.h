@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ui/Worded.h"
+
 #include <QComboBox>
 #include <QStringList>
 
@@ -18,7 +20,7 @@ public:
     };
 
     /// `allText` is shown while all are meant.
-    CheckListBox(const QString& objectName, const QString& name, const QString& allText, QWidget* parent);
+    CheckListBox(const QString& objectName, corvanta::Text name, corvanta::Text allText, QWidget* parent);
 
     /// Replaces the entries; what is ticked stays so where it is still there.
     void setEntries(const QList<Entry>& entries);
@@ -44,10 +46,11 @@ protected:
 private:
     void toggle(const QModelIndex& index);
     void showChosen();
+    void sayWords();
     QString text() const;
 
-    const QString name_;
-    const QString allText_;
+    const corvanta::Text name_;
+    const corvanta::Text allText_;
     QFrame* popup_;
     QListView* list_;
     QStandardItemModel* entries_; ///< the first one stands for all

@@ -3,6 +3,7 @@
 #include "base/DataTree.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -35,7 +36,7 @@ DayTimeline::DayTimeline(storage::DeviceNames nameOf, QWidget* parent)
     , nameOf_(std::move(nameOf))
     , files_(std::make_shared<const storage::FoundFiles>()) {
     setObjectName(QStringLiteral("fileTimeline"));
-    setAccessibleName(tr("时间轴"));
+    corvanta::wordedName(this, [] { return tr("时间轴"); });
     setFocusPolicy(Qt::StrongFocus);
     setContextMenuPolicy(Qt::CustomContextMenu);
     viewport()->setAutoFillBackground(false);

@@ -3,6 +3,7 @@
 #include "base/SizeText.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "storage/RecordingStorage.h"
 #include "storage/ui/FileTexts.h"
 
@@ -25,6 +26,7 @@ DriveBar::DriveBar(const QString& drive, QWidget* parent)
     : QWidget(parent)
     , drive_(drive) {
     setObjectName(QStringLiteral("driveBar"));
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, &DriveBar::sayState);
 }
 
 QString DriveBar::text() const {
@@ -39,11 +41,16 @@ QString DriveBar::text() const {
 void DriveBar::setSpace(const std::optional<Space>& space, std::uint64_t threshold) {
     space_ = space;
     threshold_ = threshold;
+    sayState();
+}
+
+void DriveBar::sayState() {
     setAccessibleName(text());
     const QString limit =
-        tr("剩余空间不超过 %1 时不再写入新文件").arg(corvanta::sizeText(static_cast<qint64>(threshold)));
-    setToolTip(corvanta::plainToolTip(space ? text() + QLatin1Char('\n') + limit
-                                            : text() + QLatin1Char('\n') + tr("请检查磁盘是否已连接")));
+        tr("剩余空间不超过 %1 时不再写入新文件").arg(corvanta::sizeText(static_cast<qint64>(threshold_)));
+    setToolTip(corvanta::plainToolTip(space_ ? text() + QLatin1Char('\n') + limit
+                                             : text() + QLatin1Char('\n') + tr("请检查磁盘是否已连接")));
+    updateGeometry();
     update();
 }
 
@@ -81,7 +88,7 @@ DriveBars::DriveBars(const RecordingStorage& storage, QWidget* parent)
     : QWidget(parent)
     , storage_(storage) {
     setObjectName(QStringLiteral("driveBars"));
-    setAccessibleName(tr("磁盘空间"));
+    corvanta::wordedName(this, [] { return tr("磁盘空间"); });
     row_ = new QHBoxLayout(this);
     row_->setContentsMargins(2 * theme::Step, 0, 2 * theme::Step, theme::Step);
     row_->setSpacing(4 * theme::Step);

@@ -31,6 +31,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void sayState();
     QString text() const;
 
     const QString drive_;

@@ -3,6 +3,7 @@
 #include "base/DataTree.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TimeRangeEdit.h"
+#include "base/ui/Worded.h"
 #include "storage/ui/CheckListBox.h"
 
 #include <QComboBox>
@@ -23,28 +24,35 @@ constexpr int OwnRange = 0; ///< in place of a number of days
 FileForm::FileForm(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("fileForm"));
-    setAccessibleName(tr("查找条件"));
+    corvanta::wordedName(this, [] { return tr("查找条件"); });
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 2 * theme::Step, 0);
     column->setSpacing(theme::Step);
     auto* const row = new QHBoxLayout;
     row->setSpacing(2 * theme::Step);
-    devices_ = new CheckListBox(QStringLiteral("fileDevices"), tr("设备"), tr("全部设备"), this);
+    devices_ = new CheckListBox(
+        QStringLiteral("fileDevices"), [] { return tr("设备"); }, [] { return tr("全部设备"); }, this);
     row->addWidget(devices_);
-    kinds_ = new CheckListBox(QStringLiteral("fileKinds"), tr("类别"), tr("全部类别"), this);
-    QList<CheckListBox::Entry> kinds;
-    for (const QString& kind : corvanta::dataTree::kindsByDay())
-        kinds += {kind, storage::fileTexts::kind(kind), QString()};
-    kinds_->setEntries(kinds);
+    kinds_ = new CheckListBox(
+        QStringLiteral("fileKinds"), [] { return tr("类别"); }, [] { return tr("全部类别"); }, this);
+    corvanta::worded(kinds_, [this] {
+        QList<CheckListBox::Entry> kinds;
+        for (const QString& kind : corvanta::dataTree::kindsByDay())
+            kinds += {kind, storage::fileTexts::kind(kind), QString()};
+        kinds_->setEntries(kinds);
+    });
     row->addWidget(kinds_);
     range_ = new QComboBox(this);
     range_->setObjectName(QStringLiteral("fileRange"));
-    range_->setAccessibleName(tr("时间范围"));
-    range_->setToolTip(range_->accessibleName());
-    range_->addItem(tr("今天"), 1);
-    range_->addItem(tr("最近 7 天"), 7);
-    range_->addItem(tr("最近 30 天"), 30);
-    range_->addItem(tr("自定义"), OwnRange);
+    corvanta::wordedName(range_, [] { return tr("时间范围"); });
+    corvanta::wordedTip(range_, [] { return tr("时间范围"); });
+    for (const int days : {1, 7, 30, OwnRange})
+        range_->addItem(QString(), days);
+    corvanta::worded(range_, [this] {
+        const QStringList texts{tr("今天"), tr("最近 7 天"), tr("最近 30 天"), tr("自定义")};
+        for (int i = 0; i < texts.size(); ++i)
+            range_->setItemText(i, texts[i]);
+    });
     row->addWidget(range_);
     row->addStretch(1);
     search_ = new QPushButton(this);
@@ -72,7 +80,7 @@ FileForm::FileForm(QWidget* parent)
         enter->setContext(Qt::WidgetWithChildrenShortcut);
         connect(enter, &QShortcut::activated, search_, &QPushButton::click);
     }
-    setSearching(false);
+    corvanta::worded(this, [this] { setSearching(searching_); });
 }
 
 void FileForm::onRangeChosen() {

@@ -1,6 +1,7 @@
 #include "storage/ui/FileTableView.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QHeaderView>
 
@@ -13,7 +14,11 @@ FileTableView::FileTableView(corvanta::storage::DeviceNames nameOf, QWidget* par
     : QTableView(parent)
     , model_(new FileTableModel(std::move(nameOf), this)) {
     setObjectName(QStringLiteral("fileTable"));
-    setAccessibleName(tr("文件列表"));
+    corvanta::worded(this, [this] {
+        setAccessibleName(tr("文件列表"));
+        horizontalHeader()->viewport()->update();
+        viewport()->update(); // kinds of files
+    });
     setModel(model_);
     setSelectionBehavior(SelectRows);
     setAlternatingRowColors(true);

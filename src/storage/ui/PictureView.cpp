@@ -1,6 +1,7 @@
 #include "storage/ui/PictureView.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -18,7 +19,7 @@ constexpr double SmallestFactor = 1.0 / 16;
 PictureView::PictureView(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("pictureView"));
-    setAccessibleName(tr("图片"));
+    corvanta::wordedName(this, [] { return tr("图片"); });
     setFocusPolicy(Qt::StrongFocus);
 }
 

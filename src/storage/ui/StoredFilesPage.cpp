@@ -6,6 +6,7 @@
 #include "base/SizeText.h"
 #include "base/ui/BarButton.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "storage/RecordingStorage.h"
 #include "storage/SearchDiskThread.h"
 #include "storage/StoredDevicesThread.h"
@@ -51,7 +52,7 @@ StoredFilesPage::StoredFilesPage(const AppContext& context, RecordingStorage& st
     , storage_(storage)
     , files_(std::make_shared<const storage::FoundFiles>()) {
     setObjectName(QStringLiteral("filesPage"));
-    setAccessibleName(tr("文件"));
+    corvanta::wordedName(this, [] { return tr("文件"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     actions_ = new FileActions(
@@ -94,12 +95,16 @@ QWidget* StoredFilesPage::buildTop() {
     row->setSpacing(0);
     tabs_ = new QTabBar(bar);
     tabs_->setObjectName(QStringLiteral("fileTabs"));
-    tabs_->setAccessibleName(tr("显示方式"));
+    corvanta::wordedName(tabs_, [] { return tr("显示方式"); });
     tabs_->setDrawBase(false);
     tabs_->setExpanding(false);
     tabs_->setFocusPolicy(Qt::TabFocus);
-    tabs_->addTab(tr("列表"));
-    tabs_->addTab(tr("时间轴"));
+    tabs_->addTab(QString());
+    tabs_->addTab(QString());
+    corvanta::worded(tabs_, [this] {
+        tabs_->setTabText(0, tr("列表"));
+        tabs_->setTabText(1, tr("时间轴"));
+    });
     row->addWidget(tabs_);
     day_ = new DayBar(bar);
     row->addWidget(day_);
@@ -138,12 +143,13 @@ QWidget* StoredFilesPage::buildStatus() {
     row->addWidget(info_, 2);
     progress_ = new QProgressBar(bar);
     progress_->setObjectName(QStringLiteral("filesProgress"));
-    progress_->setAccessibleName(tr("进度"));
+    corvanta::wordedName(progress_, [] { return tr("进度"); });
     progress_->setTextVisible(false);
     row->addWidget(progress_, 1);
-    cancel_ = new QPushButton(tr("取消"), bar);
+    cancel_ = new QPushButton(bar);
     cancel_->setObjectName(QStringLiteral("filesCancel"));
-    cancel_->setAccessibleName(cancel_->text());
+    corvanta::wordedText(cancel_, [] { return tr("取消"); });
+    corvanta::wordedName(cancel_, [] { return tr("取消"); });
     row->addWidget(cancel_);
     progress_->hide();
     cancel_->hide();
@@ -157,19 +163,24 @@ void StoredFilesPage::addActions() {
             result += QKeySequence(QLatin1String(key), QKeySequence::PortableText);
         return result;
     };
-    addAction(QStringLiteral("fileOpen"), tr("打开"), QStringLiteral("picture"), keys({"Return", "Enter"}),
-              [this] { openCurrent(); });
-    addAction(QStringLiteral("fileFolder"), tr("在文件夹中显示"), QStringLiteral("group"), keys({"Ctrl+Return"}),
-              [this] { actions_->showInFolder(choice()); });
-    addAction(QStringLiteral("fileCopy"), tr("复制路径"), QStringLiteral("copy"), keys({"Ctrl+C"}),
-              [this] { actions_->copyPaths(choice()); });
-    addAction(QStringLiteral("fileDelete"), tr("删除"), QStringLiteral("remove"), keys({"Del"}),
-              [this] { actions_->remove(choice()); });
+    addAction(
+        QStringLiteral("fileOpen"), [] { return tr("打开"); }, QStringLiteral("picture"), keys({"Return", "Enter"}),
+        [this] { openCurrent(); });
+    addAction(
+        QStringLiteral("fileFolder"), [] { return tr("在文件夹中显示"); }, QStringLiteral("group"),
+        keys({"Ctrl+Return"}), [this] { actions_->showInFolder(choice()); });
+    addAction(
+        QStringLiteral("fileCopy"), [] { return tr("复制路径"); }, QStringLiteral("copy"), keys({"Ctrl+C"}),
+        [this] { actions_->copyPaths(choice()); });
+    addAction(
+        QStringLiteral("fileDelete"), [] { return tr("删除"); }, QStringLiteral("remove"), keys({"Del"}),
+        [this] { actions_->remove(choice()); });
 }
 
-void StoredFilesPage::addAction(const QString& objectName, const QString& text, const QString& drawing,
+void StoredFilesPage::addAction(const QString& objectName, const corvanta::Text& text, const QString& drawing,
                                 const QList<QKeySequence>& keys, const std::function<void()>& act) {
-    auto* const action = new QAction(text, this);
+    auto* const action = new QAction(this);
+    corvanta::wordedText(action, text);
     action->setShortcuts(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(action, &QAction::triggered, this, act);
@@ -177,7 +188,9 @@ void StoredFilesPage::addAction(const QString& objectName, const QString& text, 
     fileActions_ += action;
     QWidget* const bar = findChild<QWidget*>(QStringLiteral("fileBar"));
     QToolButton* const button = corvanta::barButton(bar, objectName, text, drawing);
-    button->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.first().toString(QKeySequence::NativeText)));
+    corvanta::wordedTip(button, [text, key = keys.first()] {
+        return QStringLiteral("%1 (%2)").arg(text(), key.toString(QKeySequence::NativeText));
+    });
     bar->layout()->addWidget(button);
     connect(button, &QToolButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::changed, button, [action, button] { button->setEnabled(action->isEnabled()); });
@@ -198,7 +211,15 @@ void StoredFilesPage::connectParts() {
     connect(timeline_, &TimelinePane::sigOpen, this, &StoredFilesPage::openCurrent);
     connect(timeline_, &TimelinePane::sigMenu, this, &StoredFilesPage::openMenu);
     connect(actions_, &FileActions::sigPlay, this, &StoredFilesPage::sigPlay);
-    connect(actions_, &FileActions::sigMessage, this, &StoredFilesPage::setInfo);
+    // An event that has passed; it keeps the words of its moment.
+    connect(actions_, &FileActions::sigMessage, this,
+            [this](const QString& message) { setInfo([message] { return message; }); });
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, [this] {
+        sayInfo();
+        if (emptyText_)
+            empty_->setText(emptyText_());
+        showDay(day_->day());
+    });
     connect(actions_, &FileActions::sigDeletionStarted, this, [this] { setWorking(true); });
     connect(actions_, &FileActions::sigDeleted, this, &StoredFilesPage::onDeleted);
     connect(cancel_, &QPushButton::clicked, this, [this] {
@@ -285,9 +306,9 @@ void StoredFilesPage::onChoiceChanged() {
     if (search_ == nullptr)
         return;
     dropSearch();
-    setInfo(tr("查找条件已更改，请再次查找"));
+    setInfo([] { return tr("查找条件已更改，请再次查找"); });
     if (files_->count() == 0)
-        empty_->setText(tr("查找条件已更改。\n请点击“查找”。"));
+        setEmpty([] { return tr("查找条件已更改。\n请点击“查找”。"); });
     emit sigResult();
 }
 
@@ -298,7 +319,7 @@ void StoredFilesPage::onSearchEnded() {
     form_->setSearching(false);
     showFiles(std::move(found));
     setWorking(false);
-    setInfo(stopped_ ? tr("已取消，") + foundText() : foundText());
+    setInfo([this] { return stopped_ ? tr("已取消，%1").arg(foundText()) : foundText(); });
     emit sigResult();
 }
 
@@ -313,7 +334,7 @@ void StoredFilesPage::showFiles(storage::FoundFiles files) {
     if (last.isValid() && files_->day(day_->day()).empty())
         day_->setDay(last);
     showDay(day_->day());
-    empty_->setText(tr("没有找到文件。\n请更改时间、设备或类别后再查找。"));
+    setEmpty([] { return tr("没有找到文件。\n请更改时间、设备或类别后再查找。"); });
     changeView(tabs_->currentIndex());
 }
 
@@ -331,7 +352,7 @@ void StoredFilesPage::setWorking(bool working) {
     if (working) {
         progressTimer_.start();
         if (files_->count() == 0)
-            empty_->setText(tr("正在查找..."));
+            setEmpty([] { return tr("正在查找..."); });
         follow();
     } else {
         progressTimer_.stop();
@@ -343,22 +364,36 @@ void StoredFilesPage::follow() {
     if (const FileDeletion* const deletion = actions_->deletion()) {
         progress_->setRange(0, std::max(deletion->total(), 1));
         progress_->setValue(deletion->done());
-        setInfo(tr("正在删除 %1 / %2").arg(fileTexts::count(deletion->done()), fileTexts::count(deletion->total())));
+        setInfo([done = deletion->done(), total = deletion->total()] {
+            return tr("正在删除 %1 / %2").arg(fileTexts::count(done), fileTexts::count(total));
+        });
     } else if (search_ != nullptr) {
         const storage::SearchProgress& search = search_->progress();
         // Until all folders are known, the bar only says that something goes on.
         progress_->setRange(0, search.folders);
         progress_->setValue(search.foldersDone);
-        setInfo(tr("文件夹 %1 / %2，找到 %3 个文件")
-                    .arg(fileTexts::count(search.foldersDone), fileTexts::count(search.folders),
-                         fileTexts::count(search.found)));
+        setInfo([folders = search.folders.load(), done = search.foldersDone.load(), found = search.found.load()] {
+            return tr("文件夹 %1 / %2，找到 %3 个文件")
+                .arg(fileTexts::count(done), fileTexts::count(folders), fileTexts::count(found));
+        });
     }
 }
 
-void StoredFilesPage::setInfo(const QString& text) {
+void StoredFilesPage::setInfo(corvanta::Text text) {
+    infoText_ = std::move(text);
+    sayInfo();
+}
+
+void StoredFilesPage::sayInfo() {
+    const QString text = infoText_ ? infoText_() : QString();
     info_->setText(text);
     info_->setToolTip(text);
     info_->setAccessibleName(text);
+}
+
+void StoredFilesPage::setEmpty(corvanta::Text text) {
+    emptyText_ = std::move(text);
+    empty_->setText(emptyText_());
 }
 
 void StoredFilesPage::changeView(int view) {

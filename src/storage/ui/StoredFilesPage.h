@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/AppContext.h"
+#include "base/ui/Worded.h"
 #include "storage/FoundFiles.h"
 #include "storage/ui/FileActions.h"
 
@@ -63,7 +64,7 @@ private:
     QWidget* buildViews();
     QWidget* buildStatus();
     void addActions();
-    void addAction(const QString& objectName, const QString& text, const QString& drawing,
+    void addAction(const QString& objectName, const corvanta::Text& text, const QString& drawing,
                    const QList<QKeySequence>& keys, const std::function<void()>& act);
     void connectParts();
     void onChoiceChanged();
@@ -74,7 +75,9 @@ private:
     void showDay(const QDate& day);
     void onDeleted(const QSet<QString>& paths);
     void setWorking(bool working);
-    void setInfo(const QString& text);
+    void setInfo(corvanta::Text text);
+    void sayInfo();
+    void setEmpty(corvanta::Text text);
     QString foundText() const;
     void changeView(int view);
     void updateActions();
@@ -102,6 +105,8 @@ private:
     FileTableView* table_ = nullptr;
     TimelinePane* timeline_ = nullptr;
     QLabel* empty_ = nullptr;
+    corvanta::Text infoText_;
+    corvanta::Text emptyText_;
     QLabel* info_ = nullptr;
     QProgressBar* progress_ = nullptr;
     QPushButton* cancel_ = nullptr;

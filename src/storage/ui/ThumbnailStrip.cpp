@@ -3,6 +3,7 @@
 #include "base/SizeText.h"
 #include "base/ui/PlainToolTip.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "storage/ui/FileTexts.h"
 
 #include <QScrollBar>
@@ -68,7 +69,7 @@ ThumbnailStrip::ThumbnailStrip(QWidget* parent)
     : QListView(parent)
     , model_(new ThumbnailModel(this)) {
     setObjectName(QStringLiteral("fileThumbnails"));
-    setAccessibleName(tr("缩略图"));
+    corvanta::wordedName(this, [] { return tr("缩略图"); });
     setModel(model_);
     setFlow(LeftToRight);
     setWrapping(false);

@@ -108,7 +108,7 @@ void LivePane::onReport(const QVariantMap& report) {
 
 void LivePane::showText(const QString& text) {
     tile_->setText(text);
-    state_->setText(text);
+    state_->setText(shownText(text));
 }
 
 void LivePane::apply(const SessionActions& actions) {

@@ -1,6 +1,7 @@
 #include "video/ui/GLYuvWidget.h"
 
 #include <QDebug>
+#include <QEvent>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLShader>
@@ -71,7 +72,17 @@ bool tryContext() {
 GLYuvWidget::GLYuvWidget(QWidget* parent)
     : QOpenGLWidget(parent) {
     setObjectName(QStringLiteral("videoRenderer"));
+    sayName();
+}
+
+void GLYuvWidget::sayName() {
     setAccessibleName(tr("视频画面"));
+}
+
+void GLYuvWidget::changeEvent(QEvent* event) {
+    QOpenGLWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        sayName();
 }
 
 GLYuvWidget::~GLYuvWidget() {

@@ -48,8 +48,10 @@ protected:
     void initializeGL() override;
     void resizeGL(int width, int height) override;
     void paintGL() override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void sayName();
     bool buildProgram();
     void releaseOwnGl();
     void uploadPlane(GLenum unit, GLuint texture, unsigned width, unsigned height, const std::uint8_t* plane);

@@ -54,7 +54,7 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent, PictureBeat* beat)
     , textLine_(new TileTextLine(this))
     , recordMark_(new RecordMark(this)) {
     setObjectName(QStringLiteral("videoTile%1").arg(tileIndex));
-    setAccessibleName(tr("视频窗口 %1").arg(tileIndex + 1));
+    sayName();
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(1, 1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -68,6 +68,19 @@ ItemVideo::ItemVideo(int tileIndex, QWidget* parent, PictureBeat* beat)
 
 ItemVideo::~ItemVideo() {
     beat_->remove(*this);
+}
+
+void ItemVideo::sayName() {
+    setAccessibleName(tr("视频窗口 %1").arg(tileIndex_ + 1));
+}
+
+void ItemVideo::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    sayName();
+    menu_.reset(); // made again, in the new language, when it is wanted
+    emit sig_updateDisplay();
 }
 
 void ItemVideo::setText(const QString& text) {
@@ -241,12 +254,12 @@ QString ItemVideo::shownText() const {
         return tr("无法显示画面");
     }
     if (text_ != corvanta::video::openedText()) {
-        return text_;
+        return corvanta::video::shownText(text_);
     }
     if (secondsSincePicture_ >= stalledSeconds) {
         return hasPicture() ? tr("画面停顿") : tr("等待画面");
     }
-    return secondsSinceText_ < openedTextSeconds ? text_ : QString();
+    return secondsSinceText_ < openedTextSeconds ? corvanta::video::shownText(text_) : QString();
 }
 
 void ItemVideo::updateDisplay() {

@@ -117,6 +117,7 @@ public slots:
     void onPopMenuTriggered(QAction* action);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -132,6 +133,7 @@ private:
     std::uint32_t receivedPictures() const override { return received_.load(std::memory_order_relaxed); }
     bool rest() override;
     void createRenderer();
+    void sayName();
     void placeRenderer();
     void paintHint(QPainter& painter, const QRect& area) const;
     void paintPreview(QPainter& painter) const;

@@ -1,5 +1,6 @@
 #include "video/ui/RecordMark.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -51,12 +52,22 @@ bool RecordMark::show(Kind kind, qint64 seconds) {
     const QRect before = isVisible() ? geometry() : QRect();
     kind_ = kind;
     time_ = seconds < 0 ? QString() : clockText(seconds);
-    setAccessibleName(kind == Kind::None        ? QString()
-                      : kind == Kind::Recording ? tr("正在录像 %1").arg(time_)
-                                                : tr("等待录像"));
+    sayName();
     placeIn(area_);
     update();
     return before != (isVisible() ? geometry() : QRect());
+}
+
+void RecordMark::sayName() {
+    setAccessibleName(kind_ == Kind::None        ? QString()
+                      : kind_ == Kind::Recording ? tr("正在录像 %1").arg(time_)
+                                                 : tr("等待录像"));
+}
+
+void RecordMark::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        sayName();
 }
 
 void RecordMark::placeIn(const QRect& area) {

@@ -17,10 +17,12 @@ public:
     void placeIn(const QRect& area);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QSize wanted() const;
+    void sayName();
 
     Kind kind_ = Kind::None;
     QString time_;
