@@ -16,9 +16,9 @@ constexpr qint64 LongestBlock = 1 << 20; // bytes; more than two seconds of anyt
 constexpr int SlowestRate = 8000;
 constexpr int FastestRate = 48000;
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("Audio", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Audio)
+};
 
 QVariantMap request(const QString& deviceId, const char* wish) {
     return {{QStringLiteral("ipncid"), deviceId},
@@ -69,13 +69,13 @@ bool canTalk(const QVariantMap& streamParameters) {
 QString endedText(int retcode) {
     switch (retcode) {
     case 7:
-        return translated("该设备没有声音");
+        return Texts::tr("该设备没有声音");
     case 8:
-        return translated("该设备不支持对讲");
+        return Texts::tr("该设备不支持对讲");
     case 9:
-        return translated("该设备正在与他人对讲");
+        return Texts::tr("该设备正在与他人对讲");
     default:
-        return translated("音频已断开(%1)").arg(retcode);
+        return Texts::tr("音频已断开(%1)").arg(retcode);
     }
 }
 

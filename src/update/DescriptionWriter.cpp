@@ -15,9 +15,9 @@
 namespace corvanta::update {
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("UpdateDescription", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(UpdateDescription)
+};
 
 /// What a folder contains, in the order in which it is written.
 class Listing final {
@@ -38,7 +38,7 @@ public:
             if (isUserData(path, entry.isDir()))
                 continue;
             if (!dataTree::pathComponent(entry.fileName()))
-                return tr(QT_TRANSLATE_NOOP("UpdateDescription", "文件名非法: %1")).arg(path);
+                return Texts::tr("文件名非法: %1").arg(path);
             if (!entry.isDir())
                 paths_.push_back(path);
             else if (auto problem = collect(path))
@@ -53,7 +53,7 @@ public:
         md5s_ = md5OfFiles(root_, paths_, progress);
         for (std::size_t i = 0; i < paths_.size(); ++i) {
             if (md5s_[i].isEmpty())
-                return tr(QT_TRANSLATE_NOOP("UpdateDescription", "文件无法读取: %1")).arg(paths_[i]);
+                return Texts::tr("文件无法读取: %1").arg(paths_[i]);
         }
         return std::nullopt;
     }
@@ -103,7 +103,7 @@ std::optional<QString> writeDescription(const QString& folder) {
     QFile file(folder + QStringLiteral("/versionMd5.json"));
     const QByteArray text = QJsonDocument(description).toJson();
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate) || file.write(text) != text.size() || !file.flush())
-        return tr(QT_TRANSLATE_NOOP("UpdateDescription", "文件无法写入: %1")).arg(file.fileName());
+        return Texts::tr("文件无法写入: %1").arg(file.fileName());
     return std::nullopt;
 }
 

@@ -26,9 +26,9 @@ constexpr qint64 ReadAhead = 1LL << 20;     // bytes
 constexpr int NotFound = 404;
 constexpr int Ok = 200;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("DowmLoadFileFromFtpServerThread", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(DowmLoadFileFromFtpServerThread)
+};
 
 /// A file as it arrives.
 class ArrivingFile final {
@@ -42,11 +42,11 @@ public:
         const auto length = static_cast<qint64>(count);
         size_ += length;
         if (size_ > largest_)
-            return fail(tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "文件过大")));
+            return fail(Texts::tr("文件过大"));
         if (size_ >= nextLook_) {
             nextLook_ = size_ + RoomLookEvery;
             if (QStorageInfo(file_.fileName()).bytesAvailable() < RoomLeft)
-                return fail(tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "临时目录所在磁盘空间不足")));
+                return fail(Texts::tr("临时目录所在磁盘空间不足"));
         }
         if (file_.write(data, length) != length)
             return fail(file_.errorString());
@@ -108,21 +108,18 @@ public:
         if (file_.problem())
             return {State::Disk, {}, *file_.problem()};
         if (isBroken_)
-            return {State::Broken, {}, tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "数据解压失败"))};
+            return {State::Broken, {}, Texts::tr("数据解压失败")};
         if (status() != 0 && status() != Ok)
             return {State::Refused,
                     {},
                     corvanta::serverErrors::text(status() == NotFound ? QStringLiteral("(http 404)")
                                                                       : QStringLiteral("(http error)"))};
         if (reply_.error() == QNetworkReply::OperationCanceledError)
-            return {State::Broken, {}, tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "服务器响应超时"))};
+            return {State::Broken, {}, Texts::tr("服务器响应超时")};
         if (reply_.error() != QNetworkReply::NoError || status() != Ok)
-            return {
-                State::Broken,
-                {},
-                tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "网络错误(%1)")).arg(reply_.errorString())};
+            return {State::Broken, {}, Texts::tr("网络错误(%1)").arg(reply_.errorString())};
         if (decoder_ != nullptr && !decoder_->isComplete())
-            return {State::Broken, {}, tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "数据不完整"))};
+            return {State::Broken, {}, Texts::tr("数据不完整")};
         if (!file_.close())
             return {State::Disk, {}, *file_.problem()};
         return {State::Here, file_.md5(), {}};
@@ -192,8 +189,7 @@ bool DowmLoadFileFromFtpServerThread::waitFor(QNetworkReply& reply) {
 
 FetchResult DowmLoadFileFromFtpServerThread::fetch() {
     const QString target = folder_.pathOf(path_);
-    FetchResult notWritten{
-        FetchResult::State::Disk, {}, tr(QT_TRANSLATE_NOOP("DowmLoadFileFromFtpServerThread", "无法写入临时目录"))};
+    FetchResult notWritten{FetchResult::State::Disk, {}, Texts::tr("无法写入临时目录")};
     if (!folder_.prepareFor(path_))
         return notWritten;
     QNetworkRequest request(server_.file(path_));

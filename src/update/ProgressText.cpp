@@ -11,9 +11,9 @@ namespace {
 
 constexpr int Whole = 1000; // permille
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("UpdateProgress", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(UpdateProgress)
+};
 
 /// "1:05" or "1:01:05".
 QString duration(int seconds) {
@@ -40,8 +40,8 @@ ProgressText ofDownload(const UpdateDownload::Progress& progress) {
     if (reading.bytesPerSecond > 0)
         parts += sizeText(std::llround(reading.bytesPerSecond)) + QStringLiteral("/s");
     if (reading.secondsLeft)
-        parts += tr(QT_TRANSLATE_NOOP("UpdateProgress", "剩余 %1")).arg(duration(*reading.secondsLeft));
-    const QString what = tr(QT_TRANSLATE_NOOP("UpdateProgress", "正在下载 %1/%2: %3"))
+        parts += Texts::tr("剩余 %1").arg(duration(*reading.secondsLeft));
+    const QString what = Texts::tr("正在下载 %1/%2: %3")
                              .arg(std::min(progress.done + 1, progress.files))
                              .arg(progress.files)
                              .arg(progress.file);
@@ -54,19 +54,15 @@ ProgressText progressText(UpdateDownload::State state, const UpdateDownload::Pro
     using State = UpdateDownload::State;
     switch (state) {
     case State::Comparing:
-        return {counted(tr(QT_TRANSLATE_NOOP("UpdateProgress", "正在比对文件")), progress),
-                {},
-                permille(progress.done, progress.files)};
+        return {counted(Texts::tr("正在比对文件"), progress), {}, permille(progress.done, progress.files)};
     case State::Fetching:
         return ofDownload(progress);
     case State::Ready:
-        return {tr(QT_TRANSLATE_NOOP("UpdateProgress", "下载完成!")), {}, Whole};
+        return {Texts::tr("下载完成!"), {}, Whole};
     case State::Checking:
-        return {counted(tr(QT_TRANSLATE_NOOP("UpdateProgress", "正在校验文件")), progress),
-                {},
-                permille(progress.done, progress.files)};
+        return {counted(Texts::tr("正在校验文件"), progress), {}, permille(progress.done, progress.files)};
     case State::HandedOver:
-        return {tr(QT_TRANSLATE_NOOP("UpdateProgress", "正在启动升级程序")), {}, Whole};
+        return {Texts::tr("正在启动升级程序"), {}, Whole};
     case State::Idle:
         break;
     }

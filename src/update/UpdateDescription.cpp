@@ -21,12 +21,12 @@ constexpr int DeepestFolder = 64;
 constexpr int LongestPath = 1024; // characters
 constexpr int Md5Digits = 32;
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("UpdateDescription", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(UpdateDescription)
+};
 
 QString refusal(const char* reason) {
-    return tr(QT_TRANSLATE_NOOP("UpdateDescription", "更新描述文件不合法(%1)，已拒绝更新!")).arg(tr(reason));
+    return Texts::tr("更新描述文件不合法(%1)，已拒绝更新!").arg(Texts::tr(reason));
 }
 
 std::optional<int> wholeNumber(const QJsonValue& value) {
@@ -99,7 +99,7 @@ private:
 } // namespace
 
 QString noDescriptionText() {
-    return tr(QT_TRANSLATE_NOOP("UpdateDescription", "服务器地址错误或JSON格式错误!"));
+    return Texts::tr("服务器地址错误或JSON格式错误!");
 }
 
 ParsedDescription parseDescription(const QByteArray& text) {

@@ -7,6 +7,7 @@
 #include "base/ui/PageBar.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TipDialog.h"
+#include "base/ui/Worded.h"
 #include "database/SqlHelp.h"
 #include "logs/LogKinds.h"
 #include "logs/ui/ExportDialog.h"
@@ -47,7 +48,7 @@ Check_Log_Widget::Check_Log_Widget(const AppContext& context, QWidget* parent)
     : QWidget(parent)
     , context_(context) {
     setObjectName(QStringLiteral("logPage"));
-    setAccessibleName(tr("日志"));
+    corvanta::wordedName(this, [] { return tr("日志"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     build();
@@ -64,15 +65,19 @@ void Check_Log_Widget::build() {
     top->setContentsMargins(theme::Step, 0, theme::Step, 0);
     tabs_ = new QTabBar(this);
     tabs_->setObjectName(QStringLiteral("logTabs"));
-    tabs_->setAccessibleName(tr("日志类型"));
+    corvanta::wordedName(tabs_, [] { return tr("日志类型"); });
     tabs_->setDrawBase(false);
     tabs_->setExpanding(false);
     tabs_->setFocusPolicy(Qt::TabFocus);
     for (int type = 0; type < static_cast<int>(logs::kinds().size()); ++type)
-        tabs_->addTab(logs::tabText(type));
+        tabs_->addTab(QString());
+    corvanta::worded(tabs_, [this] {
+        for (int type = 0; type < tabs_->count(); ++type)
+            tabs_->setTabText(type, logs::tabText(type));
+    });
     top->addWidget(tabs_, 1);
-    QToolButton* const menu =
-        corvanta::barButton(this, QStringLiteral("logMenu"), tr("显示与导出"), QStringLiteral("more"));
+    QToolButton* const menu = corvanta::barButton(
+        this, QStringLiteral("logMenu"), [] { return tr("显示与导出"); }, QStringLiteral("more"));
     connect(menu, &QToolButton::clicked, this, &Check_Log_Widget::onOutMenu);
     top->addWidget(menu);
     column->addLayout(top);
@@ -109,6 +114,11 @@ void Check_Log_Widget::connectParts() {
     connect(&loader_, &LogLoader::sigProgress, this,
             [this](int rows) { pages_->setInfo(tr("正在读取 %1 条...").arg(counted(rows))); });
     connect(&loader_, &LogLoader::sigFinished, this, &Check_Log_Widget::showRows);
+    // What was found has its header with it, for exports, too.
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, [this] {
+        if (searchedOnce_)
+            onSerchForm();
+    });
 }
 
 void Check_Log_Widget::showEvent(QShowEvent* event) {

@@ -1,6 +1,7 @@
 #include "logs/ui/LogTableView.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "logs/ui/LogTableModel.h"
 
 #include <QApplication>
@@ -17,7 +18,7 @@ LogTableView::LogTableView(QWidget* parent)
     : QTableView(parent)
     , model_(new LogTableModel(this)) {
     setObjectName(QStringLiteral("logTable"));
-    setAccessibleName(tr("日志列表"));
+    corvanta::wordedName(this, [] { return tr("日志列表"); });
     setModel(model_);
     setSelectionBehavior(SelectRows);
     setAlternatingRowColors(true);

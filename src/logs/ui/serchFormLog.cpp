@@ -2,6 +2,7 @@
 
 #include "base/ui/Theme.h"
 #include "base/ui/TimeRangeEdit.h"
+#include "base/ui/Worded.h"
 #include "logs/LogKinds.h"
 
 #include <QCheckBox>
@@ -18,7 +19,7 @@ namespace logs = corvanta::logs;
 serchFormLog::serchFormLog(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("searchForm"));
-    setAccessibleName(tr("查询条件"));
+    corvanta::wordedName(this, [] { return tr("查询条件"); });
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(2 * theme::Step, 2 * theme::Step, 2 * theme::Step, theme::Step);
     column->setSpacing(theme::Step);
@@ -26,13 +27,18 @@ serchFormLog::serchFormLog(QWidget* parent)
     first->setSpacing(2 * theme::Step);
     type_ = new QComboBox(this);
     type_->setObjectName(QStringLiteral("logType"));
-    type_->setAccessibleName(tr("日志类型"));
+    corvanta::wordedName(type_, [] { return tr("日志类型"); });
     for (int type = 0; type < static_cast<int>(logs::kinds().size()); ++type)
-        type_->addItem(logs::tabText(type), type);
+        type_->addItem(QString(), type);
+    corvanta::worded(type_, [this] {
+        for (int i = 0; i < type_->count(); ++i)
+            type_->setItemText(i, logs::tabText(type_->itemData(i).toInt()));
+    });
     first->addWidget(type_);
-    allTime_ = new QCheckBox(tr("全部时间"), this);
+    allTime_ = new QCheckBox(this);
     allTime_->setObjectName(QStringLiteral("allTime"));
-    allTime_->setAccessibleName(allTime_->text());
+    corvanta::wordedText(allTime_, [] { return tr("全部时间"); });
+    corvanta::wordedName(allTime_, [] { return tr("全部时间"); });
     first->addWidget(allTime_);
     first->addStretch(1);
     search_ = new QPushButton(this);
@@ -57,7 +63,7 @@ serchFormLog::serchFormLog(QWidget* parent)
         enter->setContext(Qt::WidgetWithChildrenShortcut);
         connect(enter, &QShortcut::activated, search_, &QPushButton::click);
     }
-    setSearching(false);
+    corvanta::worded(this, [this] { setSearching(searching_); });
     reset();
 }
 

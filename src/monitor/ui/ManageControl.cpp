@@ -114,7 +114,7 @@ void ManageControl::sendRemove(const QString& ipncId, const QString& name) {
         context_, above(),
         {.json = corvanta::requests::accountRequest(QStringLiteral("删除设备"), {{QStringLiteral("ipncid"), ipncId}}),
          .done = [context = context_, ipncId, name](const QVariantMap&) {
-             manage::log(context, tr("删除设备"), ipncId + QLatin1Char(' ') + name);
+             manage::log(context, QStringLiteral("删除设备"), ipncId + QLatin1Char(' ') + name);
          }});
 }
 

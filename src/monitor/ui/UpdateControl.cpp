@@ -98,16 +98,17 @@ void UpdateControl::ignore(int version) {
 }
 
 void UpdateControl::offerInstallation() {
-    TipDialog::offer(
-        {.title = tr("提示"), .text = tr("下载完成!"), .accept = tr("现在安装"), .reject = tr("取消")}, &window_,
-        {.accepted =
-             [this] {
-                 context_.operationLog.addOperateLog(context_.gateway.phoneId(), QDateTime::currentDateTime(),
-                                                     tr("软件更新"), tr("安装新版本"), QString());
-                 download_.install();
-             },
-         .rejected =
-             [this] {
-                 download_.cancel();
-             }});
+    TipDialog::offer({.title = tr("提示"), .text = tr("下载完成!"), .accept = tr("现在安装"), .reject = tr("取消")},
+                     &window_,
+                     {.accepted =
+                          [this] {
+                              context_.operationLog.addOperateLog(
+                                  context_.gateway.phoneId(), QDateTime::currentDateTime(),
+                                  QStringLiteral("软件更新"), QStringLiteral("安装新版本"), QString());
+                              download_.install();
+                          },
+                      .rejected =
+                          [this] {
+                              download_.cancel();
+                          }});
 }

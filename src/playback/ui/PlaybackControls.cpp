@@ -24,10 +24,6 @@ bool isTransport(Action action) {
     return action <= Action::NextRecording;
 }
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("Playback", text);
-}
-
 } // namespace
 
 PlaybackControls::PlaybackControls(QWidget* parent)
@@ -64,14 +60,18 @@ PlaybackControls::PlaybackControls(QWidget* parent)
     transport->addWidget(time_, 1);
     others->addStretch(1);
     buttons_[static_cast<int>(Action::SkipGaps)]->setCheckable(true);
-    setSpeed(1);
     setLoaded(false);
+    corvanta::worded(this, [this] {
+        setSpeed(speedShown_);
+        sayPlaying();
+    });
 }
 
 void PlaybackControls::addButton(const ActionEntry& entry, QBoxLayout* line) {
-    QToolButton* const button = corvanta::barButton(this, QLatin1String(entry.objectName), translated(entry.text),
-                                                    QLatin1String(entry.drawing));
-    button->setToolTip(actionHint(entry));
+    QToolButton* const button = corvanta::barButton(
+        this, QLatin1String(entry.objectName),
+        [text = entry.text] { return QCoreApplication::translate("Playback", text); }, QLatin1String(entry.drawing));
+    corvanta::wordedTip(button, [&entry] { return actionHint(entry); }); // entries live as long as the program
     button->installEventFilter(this);
     line->addWidget(button);
     buttons_.insert(static_cast<int>(entry.action), button);
@@ -88,15 +88,22 @@ void PlaybackControls::setLoaded(bool loaded) {
 }
 
 void PlaybackControls::setPlaying(bool playing) {
+    isPlaying_ = playing;
+    sayPlaying();
+}
+
+void PlaybackControls::sayPlaying() {
+    const bool playing = isPlaying_;
     QToolButton* const button = buttons_[static_cast<int>(Action::TogglePlay)];
     const ActionEntry& entry = entryOf(Action::TogglePlay);
-    const QString text = playing ? tr("暂停") : translated(entry.text);
+    const QString text = playing ? tr("暂停") : QCoreApplication::translate("Playback", entry.text);
     button->setIcon(corvanta::svgIcon(playing ? QStringLiteral("pause") : QStringLiteral("play"), theme::TextOnDark));
     button->setAccessibleName(text);
     button->setToolTip(QStringLiteral("%1（%2）").arg(text, entry.keyLabel));
 }
 
 void PlaybackControls::setSpeed(double speed) {
+    speedShown_ = speed;
     speed_->setText(QStringLiteral("%1×").arg(speed));
     speed_->setAccessibleName(tr("速度 %1 倍").arg(speed));
 }

@@ -36,12 +36,15 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void sayPlaying();
     void addButton(const ActionEntry& entry, QBoxLayout* line);
 
     QBoxLayout* lines_;
     QHash<int, QToolButton*> buttons_; ///< by action
     QLabel* speed_ = nullptr;
     QLabel* time_ = nullptr;
+    bool isPlaying_ = false;
+    double speedShown_ = 1;
 };
 
 } // namespace corvanta::playback

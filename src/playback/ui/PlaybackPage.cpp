@@ -89,11 +89,13 @@ QWidget* PlaybackPage::makeEmptyState() {
     empty->setObjectName(QStringLiteral("playbackEmpty"));
     auto* const column = new QVBoxLayout(empty);
     column->setSpacing(3 * theme::Step);
-    auto* const text = new QLabel(tr("没有要回放的录像。\n请在录像文件中选择，或打开单个文件。"), empty);
+    auto* const text = new QLabel(empty);
+    corvanta::wordedText(text, [] { return tr("没有要回放的录像。\n请在录像文件中选择，或打开单个文件。"); });
     text->setObjectName(QStringLiteral("playbackEmptyText"));
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
-    auto* const open = new QPushButton(tr("打开文件"), empty);
+    auto* const open = new QPushButton(empty);
+    corvanta::wordedText(open, [] { return tr("打开文件"); });
     open->setObjectName(QStringLiteral("openFilesButton"));
     corvanta::wordedName(open, [] { return tr("打开文件"); });
     open->setProperty("onDark", true);

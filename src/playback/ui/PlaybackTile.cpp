@@ -1,6 +1,7 @@
 #include "playback/ui/PlaybackTile.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "video/Placement.h"
 #include "video/ui/GLYuvWidget.h"
 
@@ -21,8 +22,7 @@ PlaybackTile::PlaybackTile(int number, const QString& name, QWidget* parent)
     , number_(number)
     , name_(name) {
     setObjectName(QStringLiteral("playbackTile%1").arg(number));
-    text_ = tr("正在读取录像…");
-    describe();
+    corvanta::worded(this, [this] { describe(); });
 }
 
 PlaybackTile::~PlaybackTile() = default;
@@ -30,9 +30,9 @@ PlaybackTile::~PlaybackTile() = default;
 void PlaybackTile::show(const PlaybackSession::View& view) {
     using State = CameraPlayer::Report::State;
     view_ = view;
-    text_ = view.state == State::Gap      ? (reason_.isEmpty() ? tr("此时没有录像") : reason_)
-            : view.state == State::Broken ? tr("录像文件无法读取")
-                                          : QString();
+    text_ = view.state == State::Gap      ? (reason_.isEmpty() ? QT_TR_NOOP("此时没有录像") : nullptr)
+            : view.state == State::Broken ? QT_TR_NOOP("录像文件无法读取")
+                                          : "";
     if (view.picture != nullptr && GLYuvWidget::isSupported()) {
         if (renderer_ == nullptr)
             renderer_ = std::make_unique<GLYuvWidget>();
@@ -40,7 +40,7 @@ void PlaybackTile::show(const PlaybackSession::View& view) {
         renderer_->slotShowYuv(const_cast<uchar*>(view.picture->bytes.data()), view.picture->size.width,
                                view.picture->size.height);
     } else if (view.picture != nullptr) {
-        text_ = tr("无法显示画面");
+        text_ = QT_TR_NOOP("无法显示画面");
     }
     describe();
     update();
@@ -49,13 +49,18 @@ void PlaybackTile::show(const PlaybackSession::View& view) {
 void PlaybackTile::setReason(const QString& reason) {
     reason_ = reason;
     if (view_.picture == nullptr)
-        text_ = reason;
+        text_ = nullptr;
     describe();
     update();
 }
 
+QString PlaybackTile::text() const {
+    return text_ == nullptr ? reason_ : *text_ == '\0' ? QString() : tr(text_);
+}
+
 void PlaybackTile::describe() {
-    setAccessibleName(text_.isEmpty() ? tr("回放：%1").arg(name_) : tr("回放：%1，%2").arg(name_, text_));
+    const QString text = this->text();
+    setAccessibleName(text.isEmpty() ? tr("回放：%1").arg(name_) : tr("回放：%1，%2").arg(name_, text));
 }
 
 void PlaybackTile::setSelected(bool selected) {
@@ -93,10 +98,10 @@ void PlaybackTile::paintEvent(QPaintEvent*) {
     const int room = strip.width() - fontMetrics().horizontalAdvance(time) - 2 * theme::Step;
     painter.drawText(strip, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(name_, Qt::ElideRight, room));
-    if (!text_.isEmpty()) {
+    if (const QString text = this->text(); !text.isEmpty()) {
         painter.setPen(theme::Panel);
         painter.drawText(rect().adjusted(theme::Step, StripHeight, -theme::Step, 0),
-                         Qt::AlignCenter | Qt::TextWordWrap, text_);
+                         Qt::AlignCenter | Qt::TextWordWrap, text);
     }
 }
 

@@ -29,7 +29,7 @@ public:
     /// Null while there was no picture yet.
     GLYuvWidget* renderer() const { return renderer_.get(); }
     const SharedPicture& picture() const { return view_.picture; }
-    QString text() const { return text_; }
+    QString text() const;
 
 signals:
     void sigPressed(int number);
@@ -46,8 +46,8 @@ private:
     int number_;
     QString name_;
     PlaybackSession::View view_;
-    QString text_;   ///< in place of the picture
-    QString reason_; ///< empty while there is something to be played
+    const char* text_ = QT_TR_NOOP("正在读取录像…"); ///< in place of the picture, to be translated; null: the reason
+    QString reason_;                                 ///< empty while there is something to be played
     bool selected_ = false;
     std::unique_ptr<GLYuvWidget> renderer_; ///< no child: the wall draws it, and widgets need no OpenGL then
 };

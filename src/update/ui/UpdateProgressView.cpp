@@ -1,6 +1,7 @@
 #include "update/ui/UpdateProgressView.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "update/ProgressText.h"
 
 #include <QGridLayout>
@@ -23,7 +24,7 @@ UpdateProgressView::UpdateProgressView(UpdateDownload& download, Shape shape, QW
     , howFar_(new QLabel(this))
     , bar_(new QProgressBar(this)) {
     setObjectName(QStringLiteral("updateProgress"));
-    setAccessibleName(tr("更新进度"));
+    corvanta::wordedName(this, [] { return tr("更新进度"); });
     setAttribute(Qt::WA_StyledBackground);
     what_->setObjectName(QStringLiteral("updateFile"));
     howFar_->setObjectName(QStringLiteral("updateFigures"));
@@ -31,18 +32,19 @@ UpdateProgressView::UpdateProgressView(UpdateDownload& download, Shape shape, QW
         label->setTextFormat(Qt::PlainText);
     what_->setMinimumWidth(1);
     bar_->setObjectName(QStringLiteral("updateBar"));
-    bar_->setAccessibleName(tr("更新进度"));
+    corvanta::wordedName(bar_, [] { return tr("更新进度"); });
     bar_->setTextVisible(false);
     bar_->setFixedHeight(LowestBar);
-    auto* const cancel = new QPushButton(tr("取消更新"), this);
+    auto* const cancel = new QPushButton(this);
     cancel->setObjectName(QStringLiteral("updateCancel"));
-    cancel->setAccessibleName(cancel->text());
+    corvanta::wordedText(cancel, [] { return tr("取消更新"); });
+    corvanta::wordedName(cancel, [] { return tr("取消更新"); });
     cancel->setAutoDefault(false);
     arrange(shape, *cancel);
     connect(cancel, &QPushButton::clicked, &download_, &UpdateDownload::cancel);
     connect(&download_, &UpdateDownload::sigStateChanged, this, &UpdateProgressView::refresh);
     connect(&download_, &UpdateDownload::sigProgress, this, &UpdateProgressView::refresh);
-    refresh();
+    corvanta::worded(this, [this] { refresh(); });
 }
 
 void UpdateProgressView::arrange(Shape shape, QWidget& cancel) {
