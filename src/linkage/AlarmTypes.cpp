@@ -2,7 +2,23 @@
 
 #include "base/Settings.h"
 
+#include <QCoreApplication>
+
 namespace corvanta {
+
+namespace {
+
+/// For the translators' tool: the types' texts.
+[[maybe_unused]] constexpr std::array texts = {
+    QT_TRANSLATE_NOOP("AlarmTypes", "设备异常报警"), QT_TRANSLATE_NOOP("AlarmTypes", "一级阈值报警"),
+    QT_TRANSLATE_NOOP("AlarmTypes", "二级阈值报警"), QT_TRANSLATE_NOOP("AlarmTypes", "三级阈值报警"),
+    QT_TRANSLATE_NOOP("AlarmTypes", "其他报警")};
+
+} // namespace
+
+QString AlarmType::shownText() const {
+    return QCoreApplication::translate("AlarmTypes", text.toUtf8().constData());
+}
 
 const std::array<AlarmType, 5>& alarmTypes() {
     // The key of a sound is the type's text itself.

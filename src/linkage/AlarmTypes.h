@@ -8,10 +8,13 @@ namespace corvanta {
 
 /// One type of alarm and the keys of its settings.
 struct AlarmType {
-    QString text;      ///< the type's text, by which alarms name it
+    QString text;      ///< the type's text, by which alarms name it; stored, so the same in every language
     QString switchKey; ///< whether it sounds
     QString soundKey;  ///< path of its sound file
     const char* id;    ///< for object names
+
+    /// The text as people read it, in the language that is spoken now.
+    QString shownText() const;
 };
 
 /// In the order in which the settings show them.

@@ -2,7 +2,6 @@
 
 #include "base/OperationLog.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 
 #include <array>
@@ -11,17 +10,15 @@ namespace corvanta::linkage {
 namespace {
 
 constexpr int LongestDetail = 500; // characters; a row of a log is to be read
-/// In the order of the subjects.
-constexpr std::array Kinds{QT_TRANSLATE_NOOP("LinkageLog", "联动设置"), QT_TRANSLATE_NOOP("LinkageLog", "通知规则"),
-                           QT_TRANSLATE_NOOP("LinkageLog", "短信管理"), QT_TRANSLATE_NOOP("LinkageLog", "报警处理")};
+/// In the order of the subjects; rows of the log are Chinese whatever the interface's language is.
+constexpr std::array Kinds{"联动设置", "通知规则", "短信管理", "报警处理"};
 
 } // namespace
 
 void logChange(OperationLog& log, const QString& user, LogSubject subject, const QString& what,
                const QString& detail) {
-    log.addOperateLog(user, QDateTime::currentDateTime(),
-                      QCoreApplication::translate("LinkageLog", Kinds[static_cast<std::size_t>(subject)]), what,
-                      detail.left(LongestDetail));
+    log.addOperateLog(user, QDateTime::currentDateTime(), QString::fromUtf8(Kinds[static_cast<std::size_t>(subject)]),
+                      what, detail.left(LongestDetail));
 }
 
 } // namespace corvanta::linkage

@@ -20,9 +20,9 @@ const QString OutputUnionKey = QStringLiteral("outputunion");
 
 constexpr int StoredUnit = 100; // ms
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("LinkagePlan", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(LinkagePlan)
+};
 
 template <typename Read>
 auto read(const QVariant& entries, Read one) {
@@ -172,24 +172,24 @@ QString shownInterval(int stored) {
 
 std::optional<QString> checkInterval(const QString& outMode, const QString& milliseconds) {
     if (outMode == outModes()[1].code && milliseconds.isEmpty())
-        return translated("请输入执行时间间隔!");
+        return Texts::tr("请输入执行时间间隔!");
     // 99 passes, and so does what is no number: both are stored as 0, which devices take for "at once". Plans that
     // were saved like that exist, and can be saved again.
     const int number = milliseconds.toInt();
     if (number >= 1 && number <= 98)
-        return translated("请输入正确的执行时间间隔!");
+        return Texts::tr("请输入正确的执行时间间隔!");
     return std::nullopt;
 }
 
 std::optional<QString> checkPlan(const LinkagePlan& plan, const PlanEntry& entry) {
     if (!areInputsDistinct(plan))
-        return translated("选择的输入不能相同!");
+        return Texts::tr("选择的输入不能相同!");
     if (auto problem = checkInterval(plan.outMode, entry.interval))
         return problem;
     if (entry.hasOwnDuration && entry.duration.isEmpty())
-        return translated("请输入条件有效时长!");
+        return Texts::tr("请输入条件有效时长!");
     if (plan.name.isEmpty())
-        return translated("请输入联动策略名称!");
+        return Texts::tr("请输入联动策略名称!");
     return std::nullopt;
 }
 
@@ -213,7 +213,7 @@ PlanTexts textsOf(const LinkagePlan& plan, const QString& deviceName, const Boar
                                       : QStringLiteral("%1:%2,%3; ").arg(deviceName, text, levels()[level].text);
     };
     if (plan.allInput)
-        addCondition(translated("全部"));
+        addCondition(Texts::tr("全部"));
     for (const PortRef& ref : plan.inputs)
         addCondition(boards.name(ref, PortKind::Input));
     for (const ConditionUnion& one : plan.inputUnions)

@@ -21,9 +21,9 @@ constexpr ListField listFields[] = {
     {"reportmode", &NotifyRule::modes},  {"smslevel", &NotifyRule::smsLevels}, {"applevel", &NotifyRule::appLevels},
 };
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("NotifyRule", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(NotifyRule)
+};
 
 QString separator() {
     return QStringLiteral(", ");
@@ -66,17 +66,17 @@ QVariantMap NotifyRule::toMap() const {
 
 std::optional<QString> checkRule(const NotifyRule& rule) {
     if (rule.name.isEmpty())
-        return translated("通知策略名称不能为空!");
+        return Texts::tr("通知策略名称不能为空!");
     if (!rule.selfUse && rule.phones.isEmpty())
-        return translated("接收人选择不能为空!");
+        return Texts::tr("接收人选择不能为空!");
     if (rule.ipncIds.isEmpty())
-        return translated("关注设备选择不能为空!");
+        return Texts::tr("关注设备选择不能为空!");
     if (rule.types.isEmpty())
-        return translated("通知类型选择不能为空!");
+        return Texts::tr("通知类型选择不能为空!");
     if (rule.modes.isEmpty())
-        return translated("通知方式选择不能为空！!"); // both marks are what users know
+        return Texts::tr("通知方式选择不能为空！!"); // both marks are what users know
     if (rule.smsLevels.isEmpty() && rule.appLevels.isEmpty())
-        return translated("短信接收等级和APP接收等级\n至少选择一种!");
+        return Texts::tr("短信接收等级和APP接收等级\n至少选择一种!");
     return std::nullopt;
 }
 
@@ -119,7 +119,7 @@ QString receiverTexts(const NotifyRule& rule, const QList<Receiver>& receivers) 
 }
 
 QString ownReceiver() {
-    return translated("本机");
+    return Texts::tr("本机");
 }
 
 QStringList watchableDevices(const DeviceModel& devices) {

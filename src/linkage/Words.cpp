@@ -1,5 +1,7 @@
 #include "linkage/Words.h"
 
+#include "base/ServiceWords.h"
+
 #include <QCoreApplication>
 
 namespace corvanta::linkage {
@@ -20,29 +22,26 @@ Words read(const Entry (&entries)[N]) {
 
 } // namespace
 
-const Words& logics() {
+Words logics() {
     static constexpr Entry entries[] = {{"and", QT_TRANSLATE_NOOP("LinkageWords", "与")},
                                         {"or", QT_TRANSLATE_NOOP("LinkageWords", "或")}};
-    static const Words words = read(entries);
-    return words;
+    return read(entries);
 }
 
-const Words& outModes() {
+Words outModes() {
     static constexpr Entry entries[] = {{"all", QT_TRANSLATE_NOOP("LinkageWords", "全部")},
                                         {"loop", QT_TRANSLATE_NOOP("LinkageWords", "轮询")}};
-    static const Words words = read(entries);
-    return words;
+    return read(entries);
 }
 
-const Words& levels() {
+Words levels() {
     static constexpr Entry entries[] = {{"1", QT_TRANSLATE_NOOP("LinkageWords", "一级阀值")},
                                         {"2", QT_TRANSLATE_NOOP("LinkageWords", "二级阀值")},
                                         {"3", QT_TRANSLATE_NOOP("LinkageWords", "三级阀值")}};
-    static const Words words = read(entries);
-    return words;
+    return read(entries);
 }
 
-const Words& durations() {
+Words durations() {
     static constexpr Entry entries[] = {{"-1", QT_TRANSLATE_NOOP("LinkageWords", "永久")},
                                         {"10s", "10s"},
                                         {"20s", "20s"},
@@ -50,11 +49,10 @@ const Words& durations() {
                                         {"60s", "60s"},
                                         {"120s", "120s"},
                                         {"300s", "300s"}};
-    static const Words words = read(entries);
-    return words;
+    return read(entries);
 }
 
-const Words& placeholders() {
+Words placeholders() {
     static constexpr Entry entries[] = {{"($1)", QT_TRANSLATE_NOOP("LinkageWords", "【设备名称】")},
                                         {"($2)", QT_TRANSLATE_NOOP("LinkageWords", "【联动策略名称】")},
                                         {"($3)", QT_TRANSLATE_NOOP("LinkageWords", "【一级阀值】")},
@@ -62,8 +60,7 @@ const Words& placeholders() {
                                         {"($5)", QT_TRANSLATE_NOOP("LinkageWords", "【传感器输入名称】")},
                                         {"($6)", QT_TRANSLATE_NOOP("LinkageWords", "【报警值】")},
                                         {"($7)", QT_TRANSLATE_NOOP("LinkageWords", "【单位】")}};
-    static const Words words = read(entries);
-    return words;
+    return read(entries);
 }
 
 int indexOf(const Words& words, const QString& code) {
@@ -99,7 +96,8 @@ Words wordsFrom(const QVariant& list) {
     Words result;
     for (const QVariant& entry : entries) {
         const QVariantMap map = entry.toMap();
-        const Word word{map.value(QStringLiteral("code")).toString(), map.value(QStringLiteral("name")).toString()};
+        const Word word{map.value(QStringLiteral("code")).toString(),
+                        serviceWord(map.value(QStringLiteral("name")).toString())};
         if (!word.code.isEmpty())
             result += word.text.isEmpty() ? Word{word.code, word.code} : word;
     }

@@ -15,15 +15,15 @@ struct Word {
 using Words = QList<Word>;
 
 /// How conditions belong together: "and", "or". The first is meant where nothing is said.
-const Words& logics();
+Words logics();
 /// How the actions of a combination are carried out: "all" at once, or one after the other ("loop").
-const Words& outModes();
+Words outModes();
 /// Threshold levels "1", "2", "3".
-const Words& levels();
+Words levels();
 /// Durations that are offered; the code is what is stored. "-1" (for ever) is stored as a number.
-const Words& durations();
+Words durations();
 /// What a template may hold, "($1)" to "($7)", and what it stands for.
-const Words& placeholders();
+Words placeholders();
 
 /// The text of a code; a code that is not in the table reads as it is.
 QString textOf(const Words& words, const QString& code);

@@ -1,6 +1,7 @@
 #include "sensor/SensorTypes.h"
 
 #include "base/DeviceModel.h"
+#include "base/ServiceWords.h"
 #include "sensor/Samples.h"
 
 #include <QCoreApplication>
@@ -20,9 +21,9 @@ QVariant at(const QVariantMap& map, const char* key) {
     return map.value(QLatin1String(key));
 }
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("SensorTypes", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(SensorTypes)
+};
 
 std::optional<Field::Kind> kindOf(const QString& name) {
     static constexpr std::array<std::pair<const char*, Field::Kind>, 5> kinds{{{"int", Field::Kind::Int},
@@ -52,7 +53,7 @@ std::optional<Field> Field::fromMap(const QVariantMap& map) {
         return std::nullopt;
     }
     field.kind = *kind;
-    field.name = at(map, "name").toString();
+    field.name = serviceWord(at(map, "name").toString());
     if (field.name.isEmpty())
         field.name = field.key;
     field.low = readNumber(at(map, "low"));
@@ -61,7 +62,7 @@ std::optional<Field> Field::fromMap(const QVariantMap& map) {
     const QVariantList choices = at(map, "choices").toList();
     for (const QVariant& entry : choices) {
         const QVariantMap choice = entry.toMap();
-        const QString name = at(choice, "name").toString();
+        const QString name = serviceWord(at(choice, "name").toString());
         field.choices += {at(choice, "value"), name.isEmpty() ? at(choice, "value").toString() : name};
     }
     const QVariantMap when = at(map, "when").toMap();
@@ -89,17 +90,17 @@ std::optional<QString> Field::problem(const QVariant& value) const {
         const bool isOne = std::any_of(choices.begin(), choices.end(), [&value](const Option& option) {
             return option.value.toString() == value.toString();
         });
-        return isOne ? std::nullopt : std::optional(tr("请选择%1!").arg(name));
+        return isOne ? std::nullopt : std::optional(Texts::tr("请选择%1!").arg(name));
     }
     if (kind == Kind::Text || kind == Kind::Secret) {
         const int longest = high ? static_cast<int>(std::clamp(*high, 0.0, 1e6)) : LongestText;
-        return value.toString().size() > longest ? std::optional(tr("%1过长!").arg(name)) : std::nullopt;
+        return value.toString().size() > longest ? std::optional(Texts::tr("%1过长!").arg(name)) : std::nullopt;
     }
     const auto number = readNumber(value);
     if (!number || (kind == Kind::Int && *number != std::floor(*number)))
-        return tr(kind == Kind::Int ? "%1应为整数!" : "%1应为数字!").arg(name);
+        return (kind == Kind::Int ? Texts::tr("%1应为整数!") : Texts::tr("%1应为数字!")).arg(name);
     if ((low && *number < *low) || (high && *number > *high))
-        return tr("%1应在%2到%3之间!")
+        return Texts::tr("%1应在%2到%3之间!")
             .arg(name, low ? numberText(*low) : QStringLiteral("-∞"), high ? numberText(*high) : QStringLiteral("∞"));
     return std::nullopt;
 }
@@ -123,7 +124,7 @@ SensorTypes SensorTypes::fromReply(const QVariantMap& resp) {
     for (const QVariant& entry : types) {
         const QVariantMap map = entry.toMap();
         SensorType type{at(map, "type").toString(),
-                        at(map, "name").toString(),
+                        serviceWord(at(map, "name").toString()),
                         at(map, "sublist").toBool(),
                         Field::listFrom(at(map, "fields")),
                         Field::listFrom(at(map, "inputfields")),

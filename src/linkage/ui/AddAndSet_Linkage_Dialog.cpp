@@ -340,7 +340,8 @@ void AddAndSet_Linkage_Dialog::save() {
                    .busy = save_,
                    .done = [this, isNew, name = plan_.name](const QVariantMap&) {
                        linkage::logChange(context_.operationLog, context_.gateway.phoneId(),
-                                          linkage::LogSubject::Plans, isNew ? tr("新增联动策略") : tr("编辑联动策略"),
+                                          linkage::LogSubject::Plans,
+                                          isNew ? QStringLiteral("新增联动策略") : QStringLiteral("编辑联动策略"),
                                           plan_.ipncId + QLatin1Char(' ') + name);
                        account::tell(tr("保存成功!"), parentWidget());
                        emit sigSaved();

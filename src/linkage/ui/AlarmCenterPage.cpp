@@ -5,6 +5,7 @@
 #include "base/SdkGateway.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TipDialog.h"
+#include "base/ui/Worded.h"
 #include "linkage/AlarmPictures.h"
 #include "linkage/LinkageLog.h"
 #include "linkage/ui/AlarmTableModel.h"
@@ -63,7 +64,7 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
     , storage_(storage)
     , model_(new AlarmTableModel(this)) {
     setObjectName(QStringLiteral("alarmCenterPage"));
-    setAccessibleName(tr("报警中心"));
+    corvanta::wordedName(this, [] { return tr("报警中心"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     auto* const column = new QVBoxLayout(this);
@@ -76,7 +77,7 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
     stack_ = new QStackedWidget(splitter);
     table_ = new QTableView(stack_);
     table_->setObjectName(QStringLiteral("alarmTable"));
-    table_->setAccessibleName(tr("未确认报警"));
+    corvanta::wordedName(table_, [] { return tr("未确认报警"); });
     table_->setModel(model_);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -93,7 +94,8 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
     table_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as they come
     table_->setSortingEnabled(true);
     stack_->addWidget(table_);
-    auto* const empty = new QLabel(tr("没有未确认的报警"), stack_);
+    auto* const empty = new QLabel(stack_);
+    corvanta::wordedText(empty, [] { return tr("没有未确认的报警"); });
     empty->setObjectName(QStringLiteral("alarmEmpty"));
     empty->setAlignment(Qt::AlignCenter);
     empty->setProperty("role", QStringLiteral("faint"));
@@ -110,6 +112,13 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
             picture_->show(image, tr("图片无法显示"));
     });
     refresh();
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, [this] {
+        table_->horizontalHeader()->viewport()->update();
+        table_->viewport()->update();
+        refresh();
+        if (pictures_.isEmpty())
+            showPicture(0); // says that there is none
+    });
 }
 
 QWidget* AlarmCenterPage::makeButtons() {
@@ -117,18 +126,19 @@ QWidget* AlarmCenterPage::makeButtons() {
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2 * theme::Step);
-    const auto add = [bar, row](const QString& text, const char* objectName) {
-        auto* const button = new QPushButton(text, bar);
+    const auto add = [bar, row](const corvanta::Text& text, const char* objectName) {
+        auto* const button = new QPushButton(bar);
         button->setObjectName(QLatin1String(objectName));
-        button->setAccessibleName(text);
+        corvanta::wordedText(button, text);
+        corvanta::wordedName(button, text);
         row->addWidget(button);
         return button;
     };
-    confirm_ = add(tr("确认"), "alarmConfirm");
-    confirmAll_ = add(tr("全部确认"), "alarmConfirmAll");
-    live_ = add(tr("实时视频"), "alarmLive");
-    playback_ = add(tr("回放"), "alarmPlayback");
-    map_ = add(tr("电子地图"), "alarmMap");
+    confirm_ = add([] { return tr("确认"); }, "alarmConfirm");
+    confirmAll_ = add([] { return tr("全部确认"); }, "alarmConfirmAll");
+    live_ = add([] { return tr("实时视频"); }, "alarmLive");
+    playback_ = add([] { return tr("回放"); }, "alarmPlayback");
+    map_ = add([] { return tr("电子地图"); }, "alarmMap");
     count_ = new WholeLabel(bar);
     count_->setObjectName(QStringLiteral("alarmCount"));
     row->addWidget(count_, 1);
@@ -157,11 +167,12 @@ QWidget* AlarmCenterPage::makeDetail() {
     column->setSpacing(2 * theme::Step);
     picture_ = new PictureView(detail);
     picture_->setObjectName(QStringLiteral("alarmPicture"));
-    picture_->setAccessibleName(tr("报警图片"));
+    corvanta::wordedName(picture_, [] { return tr("报警图片"); });
     column->addWidget(picture_, 1);
-    nextPicture_ = new QPushButton(tr("下一张"), detail);
+    nextPicture_ = new QPushButton(detail);
+    corvanta::wordedText(nextPicture_, [] { return tr("下一张"); });
     nextPicture_->setObjectName(QStringLiteral("alarmNextPicture"));
-    nextPicture_->setAccessibleName(tr("下一张图片"));
+    corvanta::wordedName(nextPicture_, [] { return tr("下一张图片"); });
     connect(nextPicture_, &QPushButton::clicked, this,
             [this] { showPicture((shownPicture_ + 1) % pictures_.size()); });
     column->addWidget(nextPicture_, 0, Qt::AlignLeft);
@@ -252,8 +263,8 @@ void AlarmCenterPage::acknowledge(const QStringList& keys) {
         if (const linkage::OpenAlarm* const alarm = context_.alarms.find(key))
             names += alarm->device + QLatin1Char(' ') + alarm->content.simplified();
     }
-    linkage::logChange(context_.operationLog, context_.gateway.phoneId(), linkage::LogSubject::Alarms, tr("确认报警"),
-                       names.join(QStringLiteral("; ")));
+    linkage::logChange(context_.operationLog, context_.gateway.phoneId(), linkage::LogSubject::Alarms,
+                       QStringLiteral("确认报警"), names.join(QStringLiteral("; ")));
     context_.alarms.acknowledge(keys);
 }
 
@@ -265,7 +276,7 @@ void AlarmCenterPage::askToAcknowledgeAll() {
                       .reject = tr("取消")},
                      this, {.accepted = [this, number] {
                          linkage::logChange(context_.operationLog, context_.gateway.phoneId(),
-                                            linkage::LogSubject::Alarms, tr("全部确认报警"), number);
+                                            linkage::LogSubject::Alarms, QStringLiteral("全部确认报警"), number);
                          context_.alarms.acknowledgeAll();
                      }});
 }

@@ -34,7 +34,7 @@ int AlarmTableModel::rowOf(const QString& key) const {
 QString AlarmTableModel::text(const OpenAlarm& alarm, int column) {
     switch (column) {
     case Level:
-        return corvanta::alarmTypeOf(alarm.level).text;
+        return corvanta::alarmTypeOf(alarm.level).shownText();
     case Device:
         return alarm.device;
     case Plan:

@@ -137,7 +137,7 @@ void NewSet_Linkage_Dialog::sendDelete(const linkage::LinkagePlan& plan) {
          .busy = delete_,
          .done = [this, name = plan.name](const QVariantMap&) {
              linkage::logChange(context().operationLog, context().gateway.phoneId(), linkage::LogSubject::Plans,
-                                tr("删除联动策略"), ipncId_ + QLatin1Char(' ') + name);
+                                QStringLiteral("删除联动策略"), ipncId_ + QLatin1Char(' ') + name);
              account::tell(tr("删除成功!"), this);
              load();
              emit sig_updateSensorList();

@@ -244,9 +244,9 @@ void NewSet_Notify_Dialog::save() {
                    .parameters = {{QStringLiteral("reportrules"), rule_.toMap()}},
                    .busy = save_,
                    .done = [this, isNew, name = rule_.name](const QVariantMap&) {
-                       linkage::logChange(context_.operationLog, context_.gateway.phoneId(),
-                                          linkage::LogSubject::Rules, isNew ? tr("新增通知规则") : tr("编辑通知规则"),
-                                          name);
+                       linkage::logChange(
+                           context_.operationLog, context_.gateway.phoneId(), linkage::LogSubject::Rules,
+                           isNew ? QStringLiteral("新增通知规则") : QStringLiteral("编辑通知规则"), name);
                        account::tell(tr("保存成功!"), parentWidget());
                        emit sigSaved();
                        accept();

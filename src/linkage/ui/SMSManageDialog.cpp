@@ -172,7 +172,7 @@ void SMSManageDialog::saveReminder() {
                    .busy = save_,
                    .done = [this, phone, warnAt](const QVariantMap&) {
                        linkage::logChange(context_.operationLog, context_.gateway.phoneId(),
-                                          linkage::LogSubject::TextMessages, tr("设置短信提醒"),
+                                          linkage::LogSubject::TextMessages, QStringLiteral("设置短信提醒"),
                                           phone + QLatin1Char(' ') + QString::number(warnAt));
                        account::tell(tr("保存成功!"), this);
                    }});

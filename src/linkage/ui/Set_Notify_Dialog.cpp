@@ -121,7 +121,7 @@ void Set_Notify_Dialog::sendDelete(int id, const QString& name) {
                    .busy = delete_,
                    .done = [this, name](const QVariantMap&) {
                        linkage::logChange(context().operationLog, context().gateway.phoneId(),
-                                          linkage::LogSubject::Rules, tr("删除通知规则"), name);
+                                          linkage::LogSubject::Rules, QStringLiteral("删除通知规则"), name);
                        account::tell(tr("删除成功!"), this);
                        onUpTableData();
                    }});

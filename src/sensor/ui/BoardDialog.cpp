@@ -237,9 +237,10 @@ void BoardDialog::save() {
                                                                          {QStringLiteral("sensorinfo"), entered}}),
          .busy = save_,
          .done = [this, entered](const QVariantMap&) {
-             const QString what = entered.contains(QStringLiteral("pid")) ? tr("编辑传感器") : tr("新增传感器");
+             const QString what = entered.contains(QStringLiteral("pid")) ? QStringLiteral("编辑传感器")
+                                                                          : QStringLiteral("新增传感器");
              logChange(context_, what,
-                       tr("%1 %2，采集输入 %3 个，控制输出 %4 个")
+                       QStringLiteral("%1 %2，采集输入 %3 个，控制输出 %4 个")
                            .arg(subject_.ipncId, textOf(entered, "name"), QString::number(inputs_.list.size()),
                                 QString::number(outputs_.list.size())));
              accept();

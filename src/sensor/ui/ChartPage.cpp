@@ -4,6 +4,7 @@
 #include "base/ui/BarButton.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TipDialog.h"
+#include "base/ui/Worded.h"
 #include "database/SqlHelp.h"
 #include "sensor/ChartSetup.h"
 #include "sensor/ui/ChartTile.h"
@@ -31,7 +32,7 @@ ChartPage::ChartPage(const AppContext& context, RecordingStorage& storage, QWidg
     , chosen_(chartInputs(context.settings.get(keys::ChartInputs)))
     , tiles_(MostTiles, nullptr) {
     setObjectName(QStringLiteral("chartPage"));
-    setAccessibleName(tr("图表"));
+    corvanta::wordedName(this, [] { return tr("图表"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     auto* const column = new QVBoxLayout(this);
@@ -60,8 +61,9 @@ QWidget* ChartPage::makeBar() {
     row->setSpacing(theme::Step);
     for (int i = 0; i < static_cast<int>(ChartLayouts.size()); ++i) {
         const int tiles = ChartLayouts[static_cast<std::size_t>(i)].tiles();
-        QToolButton* const button = barButton(bar, QStringLiteral("chartLayout%1").arg(tiles),
-                                              tr("%1 个图表").arg(tiles), QStringLiteral("%1_pic").arg(tiles));
+        QToolButton* const button = barButton(
+            bar, QStringLiteral("chartLayout%1").arg(tiles), [tiles] { return tr("%1 个图表").arg(tiles); },
+            QStringLiteral("%1_pic").arg(tiles));
         button->setCheckable(true);
         connect(button, &QToolButton::clicked, this, [this, i] {
             showLayout(i);
@@ -72,13 +74,14 @@ QWidget* ChartPage::makeBar() {
         row->addWidget(button);
     }
     row->addStretch(1);
-    datButton_ = barButton(bar, QStringLiteral("chartDats"), tr("报警数据"), QStringLiteral("alarm"));
+    datButton_ = barButton(
+        bar, QStringLiteral("chartDats"), [] { return tr("报警数据"); }, QStringLiteral("alarm"));
     datButton_->setCheckable(true);
     connect(datButton_, &QToolButton::clicked, this,
             [this](bool on) { stack_->setCurrentWidget(on ? static_cast<QWidget*>(dats_) : wall_); });
     row->addWidget(datButton_);
-    QToolButton* const report =
-        barButton(bar, QStringLiteral("chartReport"), tr("数据报表"), QStringLiteral("export"));
+    QToolButton* const report = barButton(
+        bar, QStringLiteral("chartReport"), [] { return tr("数据报表"); }, QStringLiteral("export"));
     connect(report, &QToolButton::clicked, this, [this] {
         QVector<int> shown;
         for (int i = 0; i < ChartLayouts[static_cast<std::size_t>(layout_)].tiles(); ++i)

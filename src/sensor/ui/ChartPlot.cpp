@@ -1,6 +1,7 @@
 #include "sensor/ui/ChartPlot.h"
 
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -87,7 +88,10 @@ ChartPlot::ChartPlot(Source source, QWidget* parent)
     , source_(std::move(source))
     , time_(new QtCharts::QDateTimeAxis) {
     setObjectName(QStringLiteral("chartPlot"));
-    setAccessibleName(tr("曲线"));
+    worded(this, [this] {
+        setAccessibleName(tr("曲线"));
+        viewport()->update();
+    });
     setRenderHint(QPainter::Antialiasing);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);

@@ -67,7 +67,7 @@ ChartTile::ChartTile(int number, const InputFields& fields, QWidget* parent)
           },
           this)) {
     setObjectName(QStringLiteral("chartTile%1").arg(number));
-    setAccessibleName(tr("图表 %1").arg(number + 1));
+    wordedName(this, [number] { return tr("图表 %1").arg(number + 1); });
     setAcceptDrops(true);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored); // all tiles are alike
     plot_->setAcceptDrops(false);                              // the tile takes them
@@ -76,7 +76,8 @@ ChartTile::ChartTile(int number, const InputFields& fields, QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeHead());
-    empty_ = new QLabel(tr("将设备拖到此处，或点击“添加采集输入”"), this);
+    empty_ = new QLabel(this);
+    wordedText(empty_, [] { return tr("将设备拖到此处，或点击“添加采集输入”"); });
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setWordWrap(true);
     empty_->setProperty("role", QStringLiteral("faint"));
@@ -93,12 +94,13 @@ ChartTile::ChartTile(int number, const InputFields& fields, QWidget* parent)
     connect(&beat_, &QTimer::timeout, this, &ChartTile::tick);
     setInputs({});
     setSpan(FirstSpan);
+    connect(&LanguageNotice::instance(), &LanguageNotice::changed, this, &ChartTile::showValues);
 }
 
 ChartTile::~ChartTile() = default;
 
-QToolButton* ChartTile::headButton(const char* name, const QString& text, const QString& drawing) {
-    QToolButton* const button = barButton(this, QLatin1String(name), text, drawing);
+QToolButton* ChartTile::headButton(const char* name, Text text, const QString& drawing) {
+    QToolButton* const button = barButton(this, QLatin1String(name), std::move(text), drawing);
     button->setIconSize(QSize(16, 16));
     return button;
 }
@@ -111,15 +113,19 @@ QWidget* ChartTile::makeHead() {
     legend_ = new QWidget(head);
     legend_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     row->addWidget(legend_, 1);
-    live_ = headButton("chartLive", tr("跟随最新数据"), QStringLiteral("skip-gaps"));
+    live_ = headButton(
+        "chartLive", [] { return tr("跟随最新数据"); }, QStringLiteral("skip-gaps"));
     live_->setCheckable(true);
     connect(live_, &QToolButton::clicked, this, [this](bool on) { setLive(on); });
-    QToolButton* const span = headButton("chartSpan", tr("时间范围"), QStringLiteral("calendar"));
+    QToolButton* const span = headButton(
+        "chartSpan", [] { return tr("时间范围"); }, QStringLiteral("calendar"));
     connect(span, &QToolButton::clicked, this,
             [this, span] { chooseSpan(span->mapToGlobal(QPoint(0, span->height()))); });
-    QToolButton* const save = headButton("chartSave", tr("保存为图片"), QStringLiteral("snapshot"));
+    QToolButton* const save = headButton(
+        "chartSave", [] { return tr("保存为图片"); }, QStringLiteral("snapshot"));
     connect(save, &QToolButton::clicked, this, &ChartTile::savePicture);
-    add_ = headButton("chartAdd", tr("添加采集输入"), QStringLiteral("add"));
+    add_ = headButton(
+        "chartAdd", [] { return tr("添加采集输入"); }, QStringLiteral("add"));
     connect(add_, &QToolButton::clicked, this, [this] { emit sigAdd(number_); });
     for (QToolButton* const button : {live_, span, save, add_})
         row->addWidget(button);

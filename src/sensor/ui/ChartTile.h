@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/Worded.h"
 #include "sensor/ChartTrack.h"
 #include "sensor/ui/ChartPlot.h"
 
@@ -69,7 +70,7 @@ protected:
 
 private:
     QWidget* makeHead();
-    QToolButton* headButton(const char* name, const QString& text, const QString& drawing);
+    QToolButton* headButton(const char* name, Text text, const QString& drawing);
     void fillLegend();
     void showValues();
     void inputMenu(int input, const QPoint& place);

@@ -2,6 +2,7 @@
 
 #include "base/DeviceModel.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "sensor/ui/ChartTile.h"
 #include "storage/RecordingStorage.h"
 
@@ -24,15 +25,15 @@ DatPage::DatPage(const AppContext& context, RecordingStorage& storage, QWidget* 
     , context_(context)
     , storage_(storage) {
     setObjectName(QStringLiteral("datPage"));
-    setAccessibleName(tr("报警数据"));
+    corvanta::wordedName(this, [] { return tr("报警数据"); });
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     auto* const splitter = new QSplitter(this);
     splitter->setChildrenCollapsible(false);
     list_ = new QTreeWidget(splitter);
     list_->setObjectName(QStringLiteral("datList"));
-    list_->setAccessibleName(tr("报警数据文件"));
-    list_->setHeaderLabels({tr("时间"), tr("设备"), tr("文件")});
+    corvanta::wordedName(list_, [] { return tr("报警数据文件"); });
+    worded(list_, [this] { list_->setHeaderLabels({tr("时间"), tr("设备"), tr("文件")}); });
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setMinimumWidth(120);            // px
@@ -49,7 +50,7 @@ DatPage::DatPage(const AppContext& context, RecordingStorage& storage, QWidget* 
     hint_->setProperty("role", QStringLiteral("faint"));
     chart_ = new ChartTile(-1, context_.inputFields, right);
     chart_->setObjectName(QStringLiteral("datChart"));
-    chart_->setAccessibleName(tr("报警数据图表"));
+    corvanta::wordedName(chart_, [] { return tr("报警数据图表"); });
     chart_->hide();
     rightColumn->addWidget(hint_, 1);
     rightColumn->addWidget(chart_, 1);
@@ -60,6 +61,10 @@ DatPage::DatPage(const AppContext& context, RecordingStorage& storage, QWidget* 
             showFile(item->data(0, PathRole).toString());
     });
     connect(chart_, &ChartTile::sigThresholds, this, &DatPage::sigThresholds);
+    connect(&LanguageNotice::instance(), &LanguageNotice::changed, this, [this] {
+        if (isVisible())
+            refresh();
+    });
 }
 
 void DatPage::showEvent(QShowEvent* event) {

@@ -197,7 +197,8 @@ void DataReportDialog::follow() {
     timer_.stop();
     writing_.reset();
     if (state == LogExport::State::Done)
-        logChange(context_, tr("导出数据报表"), tr("采集输入 %1 个，%2").arg(chosen_.size()).arg(file_));
+        logChange(context_, QStringLiteral("导出数据报表"),
+                  QStringLiteral("采集输入 %1 个，%2").arg(chosen_.size()).arg(file_));
     finish(state == LogExport::State::Done        ? tr("导出完成：%1").arg(file_)
            : state == LogExport::State::Cancelled ? tr("导出已取消")
                                                   : tr("文件写入失败!"));

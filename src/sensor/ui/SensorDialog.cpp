@@ -201,18 +201,19 @@ void SensorDialog::remove() {
     const int pid = board->value(QStringLiteral("pid")).toInt();
     const QString name = textOf(*board, "name");
     const QString text = tr("确定删除传感器“%1”? 其采集输入和数据记录也会被删除。").arg(name.left(64));
-    TipDialog::offer({tr("删除传感器"), text, tr("删除"), tr("取消"), true}, this, {[this, pid, name] {
-                         manage::send(context_, this,
-                                      {.json = requests::accountRequest(
-                                           QStringLiteral("删除传感器"),
-                                           {{QStringLiteral("ipncid"), ipncId_}, {QStringLiteral("pid"), pid}}),
-                                       .busy = remove_,
-                                       .done = [this, pid, name](const QVariantMap&) {
-                                           logChange(context_, tr("删除传感器"), ipncId_ + QLatin1Char(' ') + name);
-                                           emit context_.events.sig_DeleteMapIcon(QString::number(pid));
-                                           readInterfaces();
-                                       }});
-                     }});
+    TipDialog::offer(
+        {tr("删除传感器"), text, tr("删除"), tr("取消"), true}, this, {[this, pid, name] {
+            manage::send(
+                context_, this,
+                {.json = requests::accountRequest(QStringLiteral("删除传感器"), {{QStringLiteral("ipncid"), ipncId_},
+                                                                                 {QStringLiteral("pid"), pid}}),
+                 .busy = remove_,
+                 .done = [this, pid, name](const QVariantMap&) {
+                     logChange(context_, QStringLiteral("删除传感器"), ipncId_ + QLatin1Char(' ') + name);
+                     emit context_.events.sig_DeleteMapIcon(QString::number(pid));
+                     readInterfaces();
+                 }});
+        }});
 }
 
 } // namespace corvanta::sensor

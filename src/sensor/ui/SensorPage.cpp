@@ -5,6 +5,7 @@
 #include "base/ui/BarButton.h"
 #include "base/ui/FaintHint.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -26,10 +27,10 @@ QString widthsKey() {
     return QStringLiteral("数据列宽");
 }
 
-QComboBox* makeChoice(QWidget* parent, const QString& objectName, const QString& name) {
+QComboBox* makeChoice(QWidget* parent, const QString& objectName, Text name) {
     auto* const choice = new QComboBox(parent);
     choice->setObjectName(objectName);
-    choice->setAccessibleName(name);
+    wordedName(choice, std::move(name));
     choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     choice->setMinimumContentsLength(8);
     return choice;
@@ -54,7 +55,7 @@ SensorPage::SensorPage(const AppContext& context, QWidget* parent)
     , model_(context.inputFields)
     , filter_(model_) {
     setObjectName(QStringLiteral("sensorPage"));
-    setAccessibleName(tr("数据"));
+    corvanta::wordedName(this, [] { return tr("数据"); });
     setProperty("page", QStringLiteral("dark"));
     setAttribute(Qt::WA_StyledBackground);
     auto* const column = new QVBoxLayout(this);
@@ -64,8 +65,8 @@ SensorPage::SensorPage(const AppContext& context, QWidget* parent)
     stack_ = new QStackedWidget(this);
     makeTable();
     stack_->addWidget(table_);
-    auto* const empty =
-        new QLabel(tr("没有采集输入。\n登录后，在设备树中右击设备，选择“传感器设置”添加传感器。"), this);
+    auto* const empty = new QLabel(this);
+    wordedText(empty, [] { return tr("没有采集输入。\n登录后，在设备树中右击设备，选择“传感器设置”添加传感器。"); });
     empty->setObjectName(QStringLiteral("sensorEmpty"));
     empty->setAlignment(Qt::AlignCenter);
     empty->setWordWrap(true);
@@ -73,6 +74,12 @@ SensorPage::SensorPage(const AppContext& context, QWidget* parent)
     stack_->addWidget(empty);
     column->addWidget(stack_, 1);
     setInputs({});
+    connect(&LanguageNotice::instance(), &LanguageNotice::changed, this, [this] {
+        fillChoices();
+        filter();
+        table_->horizontalHeader()->viewport()->update();
+        table_->viewport()->update();
+    });
 }
 
 SensorPage::~SensorPage() = default;
@@ -82,19 +89,19 @@ QWidget* SensorPage::makeBar() {
     auto* const row = new QHBoxLayout(bar);
     row->setContentsMargins(2 * theme::Step, theme::Step, theme::Step, theme::Step);
     row->setSpacing(2 * theme::Step);
-    group_ = makeChoice(bar, QStringLiteral("sensorGroup"), tr("所属分组"));
-    device_ = makeChoice(bar, QStringLiteral("sensorDevice"), tr("设备"));
+    group_ = makeChoice(bar, QStringLiteral("sensorGroup"), [] { return tr("所属分组"); });
+    device_ = makeChoice(bar, QStringLiteral("sensorDevice"), [] { return tr("设备"); });
     search_ = new QLineEdit(bar);
     search_->setObjectName(QStringLiteral("sensorSearch"));
-    search_->setAccessibleName(tr("搜索采集输入"));
-    search_->setPlaceholderText(tr("搜索"));
+    corvanta::wordedName(search_, [] { return tr("搜索采集输入"); });
+    corvanta::wordedHint(search_, [] { return tr("搜索"); });
     search_->setClearButtonEnabled(true);
     faintHint(*search_);
     count_ = new QLabel(bar);
     count_->setObjectName(QStringLiteral("sensorCount"));
     count_->setProperty("role", QStringLiteral("faint"));
-    QToolButton* const report =
-        barButton(bar, QStringLiteral("sensorReport"), tr("数据报表"), QStringLiteral("export"));
+    QToolButton* const report = barButton(
+        bar, QStringLiteral("sensorReport"), [] { return tr("数据报表"); }, QStringLiteral("export"));
     row->addWidget(group_);
     row->addWidget(device_);
     row->addWidget(search_, 1);
@@ -113,7 +120,7 @@ QWidget* SensorPage::makeBar() {
 void SensorPage::makeTable() {
     table_ = new QTableView(stack_);
     table_->setObjectName(QStringLiteral("sensorTable"));
-    table_->setAccessibleName(tr("采集输入列表"));
+    corvanta::wordedName(table_, [] { return tr("采集输入列表"); });
     table_->setModel(&filter_);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setAlternatingRowColors(true);

@@ -5,7 +5,6 @@
 #include "base/SdkGateway.h"
 #include "manageWidget/ui/ManageSend.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 
 namespace corvanta::sensor {
@@ -15,8 +14,7 @@ constexpr int LongestDetail = 500; // characters; a row of a log is to be read
 
 void logChange(const AppContext& context, const QString& what, const QString& detail) {
     context.operationLog.addOperateLog(context.gateway.phoneId(), QDateTime::currentDateTime(),
-                                       QCoreApplication::translate("SensorLog", "传感器设置"), what,
-                                       detail.left(LongestDetail));
+                                       QStringLiteral("传感器设置"), what, detail.left(LongestDetail));
 }
 
 void readNow(const AppContext& context, QWidget* dialog, const QString& ipncId, int pid, QAbstractButton* busy,

@@ -45,7 +45,7 @@ void ThresholdDialog::save() {
                                                                        {QStringLiteral("input"), values}}),
          .busy = save_,
          .done = [this, values](const QVariantMap&) {
-             logChange(context_, tr("阈值设置"),
+             logChange(context_, QStringLiteral("阈值设置"),
                        input_.path() + QLatin1Char(' ') + QString::fromStdString(json::toText(values)));
              accept();
          }});

@@ -45,7 +45,7 @@ void WriteDialog::write() {
                                                                           {QStringLiteral("sensorwrite"), command}}),
          .busy = write_,
          .done = [this, value = *value](const QVariantMap&) {
-             logChange(context_, tr("写入控制输出"),
+             logChange(context_, QStringLiteral("写入控制输出"),
                        QStringLiteral("%1 %2 = %3").arg(output_.ipncId, output_.name, numberText(value)));
              accept();
          }});

@@ -30,7 +30,7 @@ AlarmPage::AlarmPage(QWidget* parent)
     form.addSection(tr("报警声音"));
     for (const corvanta::AlarmType& type : alarmTypes()) {
         const auto [box, sound] =
-            form.addCheckedFile(type.text, QStringLiteral("alarm") + QLatin1String(type.id), soundFilter());
+            form.addCheckedFile(type.shownText(), QStringLiteral("alarm") + QLatin1String(type.id), soundFilter());
         connect(box, &QCheckBox::toggled, sound, &QWidget::setEnabled);
         rows_.push_back({box, sound});
     }
@@ -61,7 +61,7 @@ std::optional<QString> AlarmPage::check() const {
         // A file that was chosen once and has gone since does not keep the user from changing the others.
         if (!isKeyChanged(alarmTypes()[i].soundKey))
             continue;
-        if (auto problem = corvanta::settings::checkSoundFile(alarmTypes()[i].text, rows_[i].sound->path()))
+        if (auto problem = corvanta::settings::checkSoundFile(alarmTypes()[i].shownText(), rows_[i].sound->path()))
             return problem;
     }
     return std::nullopt;
