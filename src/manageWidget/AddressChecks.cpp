@@ -17,11 +17,9 @@ constexpr quint32 ClassA = 0xFF000000;
 constexpr quint32 Loopback = 0x7F000000;
 constexpr quint32 Multicast = 0xE0000000; ///< from here on no host
 
-#define TEXT(text) QT_TRANSLATE_NOOP("AddressChecks", text)
-
-QString translated(const char* text) {
-    return QCoreApplication::translate("AddressChecks", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(AddressChecks)
+};
 
 bool isMask(quint32 mask) {
     const quint32 rest = ~mask;
@@ -71,52 +69,50 @@ std::optional<QString> checkWired(const WiredAddress& address) {
         return std::nullopt;
     const auto mask = ipv4(address.mask);
     if (!mask || !isMask(*mask))
-        return translated(TEXT("子网掩码不正确!"));
+        return Texts::tr("子网掩码不正确!");
     const auto ip = ipv4(address.ip);
     if (!ip || !isHost(*ip, *mask))
-        return translated(TEXT("IP地址不正确!"));
+        return Texts::tr("IP地址不正确!");
     const auto gateway = ipv4(address.gateway);
     if (!gateway || !isHost(*gateway, *mask))
-        return translated(TEXT("网关不正确!"));
+        return Texts::tr("网关不正确!");
     if ((*gateway & *mask) != (*ip & *mask))
-        return translated(TEXT("网关与IP地址不在同一网段!"));
+        return Texts::tr("网关与IP地址不在同一网段!");
     if (*gateway == *ip)
-        return translated(TEXT("网关不能与IP地址相同!"));
+        return Texts::tr("网关不能与IP地址相同!");
     if (!address.dns.isEmpty() && !ipv4(address.dns))
-        return translated(TEXT("DNS不正确!"));
+        return Texts::tr("DNS不正确!");
     return std::nullopt;
 }
 
 std::optional<QString> checkWifi(const QString& ssid, const QString& password, const QString& security) {
     if (ssid.isEmpty())
-        return translated(TEXT("请输入无线网络名称!"));
+        return Texts::tr("请输入无线网络名称!");
     if (ssid.toUtf8().size() > LongestSsid)
-        return translated(TEXT("无线网络名称过长，最多32个字节!"));
+        return Texts::tr("无线网络名称过长，最多32个字节!");
     const auto isControl = [](QChar one) {
         return one.category() == QChar::Other_Control;
     };
     if (std::any_of(ssid.begin(), ssid.end(), isControl) || std::any_of(password.begin(), password.end(), isControl))
-        return translated(TEXT("不能包含控制字符!"));
+        return Texts::tr("不能包含控制字符!");
     if (security == QLatin1String("open"))
-        return password.isEmpty() ? std::nullopt : std::optional(translated(TEXT("开放的网络没有密码!")));
+        return password.isEmpty() ? std::nullopt : std::optional(Texts::tr("开放的网络没有密码!"));
     if (password.size() < ShortestPassword || password.size() > LongestPassword)
-        return translated(TEXT("无线密码为8到63个字符!"));
+        return Texts::tr("无线密码为8到63个字符!");
     return std::nullopt;
 }
 
 std::optional<QString> checkRtsp(const QString& label, const QString& address) {
     if (isUrl(address, {QStringLiteral("rtsp")}))
         return std::nullopt;
-    return translated(TEXT("%1不正确，格式为 rtsp://主机[:端口]/路径")).arg(label);
+    return Texts::tr("%1不正确，格式为 rtsp://主机[:端口]/路径").arg(label);
 }
 
 std::optional<QString> checkCameraService(const QString& address) {
     const QString whole = address.contains(QStringLiteral("://")) ? address : QStringLiteral("http://") + address;
     if (isUrl(whole, {QStringLiteral("http"), QStringLiteral("https")}))
         return std::nullopt;
-    return translated(TEXT("摄像机地址不正确!"));
+    return Texts::tr("摄像机地址不正确!");
 }
-
-#undef TEXT
 
 } // namespace corvanta::manage

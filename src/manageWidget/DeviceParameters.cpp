@@ -11,19 +11,18 @@ namespace {
 using Page = ParameterPage;
 using Kind = ParameterKind;
 
-#define TEXT(text) QT_TRANSLATE_NOOP("DeviceParameters", text)
-
-constexpr const char* MainStream = TEXT("主码流");
-constexpr const char* LightStream = TEXT("子码流");
-constexpr const char* Colours = TEXT("色彩");
-constexpr const char* Direction = TEXT("画面方向");
-constexpr const char* Snapshots = TEXT("抓拍");
-constexpr const char* Alarms = TEXT("报警");
-constexpr const char* Recordings = TEXT("录像");
-constexpr const char* Server = TEXT("FTP服务器");
-constexpr const char* Uploads = TEXT("上传内容");
-constexpr const char* Corners = TEXT("左上角|右上角|左下角|右下角");
-constexpr const char* PushWays = TEXT("不保存|上传FTP|保存到SD卡|上传FTP并保存到SD卡");
+constexpr const char* MainStream = QT_TRANSLATE_NOOP("DeviceParameters", "主码流");
+constexpr const char* LightStream = QT_TRANSLATE_NOOP("DeviceParameters", "子码流");
+constexpr const char* Colours = QT_TRANSLATE_NOOP("DeviceParameters", "色彩");
+constexpr const char* Direction = QT_TRANSLATE_NOOP("DeviceParameters", "画面方向");
+constexpr const char* Snapshots = QT_TRANSLATE_NOOP("DeviceParameters", "抓拍");
+constexpr const char* Alarms = QT_TRANSLATE_NOOP("DeviceParameters", "报警");
+constexpr const char* Recordings = QT_TRANSLATE_NOOP("DeviceParameters", "录像");
+constexpr const char* Server = QT_TRANSLATE_NOOP("DeviceParameters", "FTP服务器");
+constexpr const char* Uploads = QT_TRANSLATE_NOOP("DeviceParameters", "上传内容");
+constexpr const char* Corners = QT_TRANSLATE_NOOP("DeviceParameters", "左上角|右上角|左下角|右下角");
+constexpr const char* PushWays =
+    QT_TRANSLATE_NOOP("DeviceParameters", "不保存|上传FTP|保存到SD卡|上传FTP并保存到SD卡");
 
 constexpr int Byte = 255;
 constexpr int Day = 86400; // s
@@ -33,55 +32,69 @@ constexpr int ShortText = 64;
 // Names and limits are the device's (docs/service-protocol.md).
 const std::vector<Parameter>& table() {
     static const std::vector<Parameter> rows = {
-        {"bitrate1", Page::Video, Kind::Number, MainStream, TEXT("码率"), 64, 16384, TEXT("kbit/s")},
-        {"framerate1", Page::Video, Kind::Number, MainStream, TEXT("帧率"), 1, 60, TEXT("帧/秒")},
-        {"bitrate2", Page::Video, Kind::Number, LightStream, TEXT("码率"), 64, 16384, TEXT("kbit/s")},
-        {"framerate2", Page::Video, Kind::Number, LightStream, TEXT("帧率"), 1, 60, TEXT("帧/秒")},
-        {"brightness", Page::Image, Kind::Number, Colours, TEXT("亮度"), 0, Byte},
-        {"contrast", Page::Image, Kind::Number, Colours, TEXT("对比度"), 0, Byte},
-        {"saturation", Page::Image, Kind::Number, Colours, TEXT("饱和度"), 0, Byte},
-        {"sharpness", Page::Image, Kind::Number, Colours, TEXT("锐度"), 0, Byte},
-        {"hue", Page::Image, Kind::Number, Colours, TEXT("色调"), 0, Byte},
-        {"mirror", Page::Image, Kind::Flag, Direction, TEXT("左右镜像")},
-        {"flip", Page::Image, Kind::Flag, Direction, TEXT("上下翻转")},
-        {"datestampenable1", Page::Osd, Kind::Flag, MainStream, TEXT("显示日期")},
-        {"timestampenable1", Page::Osd, Kind::Flag, MainStream, TEXT("显示时间")},
-        {"logoenable1", Page::Osd, Kind::Flag, MainStream, TEXT("显示标志")},
-        {"logoposition1", Page::Osd, Kind::Choice, MainStream, TEXT("标志位置"), 0, 3, "", Corners},
-        {"textenable1", Page::Osd, Kind::Flag, MainStream, TEXT("显示文字")},
-        {"detailinfo1", Page::Osd, Kind::Text, MainStream, TEXT("文字内容"), 0, ShortText},
-        {"datestampenable2", Page::Osd, Kind::Flag, LightStream, TEXT("显示日期")},
-        {"timestampenable2", Page::Osd, Kind::Flag, LightStream, TEXT("显示时间")},
-        {"logoenable2", Page::Osd, Kind::Flag, LightStream, TEXT("显示标志")},
-        {"logoposition2", Page::Osd, Kind::Choice, LightStream, TEXT("标志位置"), 0, 3, "", Corners},
-        {"textenable2", Page::Osd, Kind::Flag, LightStream, TEXT("显示文字")},
-        {"detailinfo2", Page::Osd, Kind::Text, LightStream, TEXT("文字内容"), 0, ShortText},
-        {"jpgpushtype", Page::Record, Kind::Choice, Snapshots, TEXT("抓拍保存方式"), 0, 3, "", PushWays},
-        {"jpgtimerduration", Page::Record, Kind::Number, Snapshots, TEXT("定时抓拍间隔"), 0, Day, TEXT("秒")},
-        {"alarmenablejpg", Page::Record, Kind::Flag, Snapshots, TEXT("报警时抓拍")},
-        {"alarmjpgformart", Page::Record, Kind::Number, Snapshots, TEXT("抓拍格式"), 0, 9},
-        {"motionenable", Page::Record, Kind::Flag, Alarms, TEXT("移动侦测")},
-        {"exttriggerinput", Page::Record, Kind::Flag, Alarms, TEXT("外部触发输入")},
-        {"alarmduration", Page::Record, Kind::Number, Alarms, TEXT("报警持续时间"), 0, Hour, TEXT("秒")},
-        {"sdaenable", Page::Record, Kind::Flag, Recordings, TEXT("报警录像到SD卡")},
-        {"sdrenable", Page::Record, Kind::Flag, Recordings, TEXT("持续录像到SD卡")},
-        {"packetTime", Page::Record, Kind::Number, Recordings, TEXT("打包时长"), 1, 120, TEXT("分钟")},
-        {"recordduration", Page::Record, Kind::Number, Recordings, TEXT("报警录像时长"), 0, Day, TEXT("秒")},
-        {"schedulalarmtiming", Page::Record, Kind::Text, Recordings, TEXT("布防时段"), 0, 1000},
-        {"ftpenable", Page::Ftp, Kind::Flag, Server, TEXT("启用FTP上传")},
-        {"ftpip", Page::Ftp, Kind::Text, Server, TEXT("服务器地址"), 0, Byte},
-        {"ftpport", Page::Ftp, Kind::Number, Server, TEXT("端口"), 1, 65535},
-        {"ftpusr", Page::Ftp, Kind::Text, Server, TEXT("用户名"), 0, ShortText},
-        {"ftppwd", Page::Ftp, Kind::Secret, Server, TEXT("密码"), 0, ShortText},
-        {"ftprecord", Page::Ftp, Kind::Flag, Uploads, TEXT("上传录像")},
-        {"ftpjpg", Page::Ftp, Kind::Flag, Uploads, TEXT("上传图片")},
-        {"ftpdat", Page::Ftp, Kind::Flag, Uploads, TEXT("上传数据")},
-        {"ftpoffsaveday", Page::Ftp, Kind::Number, Uploads, TEXT("断网后保存"), 0, 365, TEXT("天")},
+        {"bitrate1", Page::Video, Kind::Number, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "码率"), 64, 16384,
+         QT_TRANSLATE_NOOP("DeviceParameters", "kbit/s")},
+        {"framerate1", Page::Video, Kind::Number, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "帧率"), 1, 60,
+         QT_TRANSLATE_NOOP("DeviceParameters", "帧/秒")},
+        {"bitrate2", Page::Video, Kind::Number, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "码率"), 64, 16384,
+         QT_TRANSLATE_NOOP("DeviceParameters", "kbit/s")},
+        {"framerate2", Page::Video, Kind::Number, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "帧率"), 1, 60,
+         QT_TRANSLATE_NOOP("DeviceParameters", "帧/秒")},
+        {"brightness", Page::Image, Kind::Number, Colours, QT_TRANSLATE_NOOP("DeviceParameters", "亮度"), 0, Byte},
+        {"contrast", Page::Image, Kind::Number, Colours, QT_TRANSLATE_NOOP("DeviceParameters", "对比度"), 0, Byte},
+        {"saturation", Page::Image, Kind::Number, Colours, QT_TRANSLATE_NOOP("DeviceParameters", "饱和度"), 0, Byte},
+        {"sharpness", Page::Image, Kind::Number, Colours, QT_TRANSLATE_NOOP("DeviceParameters", "锐度"), 0, Byte},
+        {"hue", Page::Image, Kind::Number, Colours, QT_TRANSLATE_NOOP("DeviceParameters", "色调"), 0, Byte},
+        {"mirror", Page::Image, Kind::Flag, Direction, QT_TRANSLATE_NOOP("DeviceParameters", "左右镜像")},
+        {"flip", Page::Image, Kind::Flag, Direction, QT_TRANSLATE_NOOP("DeviceParameters", "上下翻转")},
+        {"datestampenable1", Page::Osd, Kind::Flag, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示日期")},
+        {"timestampenable1", Page::Osd, Kind::Flag, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示时间")},
+        {"logoenable1", Page::Osd, Kind::Flag, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示标志")},
+        {"logoposition1", Page::Osd, Kind::Choice, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "标志位置"), 0,
+         3, "", Corners},
+        {"textenable1", Page::Osd, Kind::Flag, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示文字")},
+        {"detailinfo1", Page::Osd, Kind::Text, MainStream, QT_TRANSLATE_NOOP("DeviceParameters", "文字内容"), 0,
+         ShortText},
+        {"datestampenable2", Page::Osd, Kind::Flag, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示日期")},
+        {"timestampenable2", Page::Osd, Kind::Flag, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示时间")},
+        {"logoenable2", Page::Osd, Kind::Flag, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示标志")},
+        {"logoposition2", Page::Osd, Kind::Choice, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "标志位置"), 0,
+         3, "", Corners},
+        {"textenable2", Page::Osd, Kind::Flag, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "显示文字")},
+        {"detailinfo2", Page::Osd, Kind::Text, LightStream, QT_TRANSLATE_NOOP("DeviceParameters", "文字内容"), 0,
+         ShortText},
+        {"jpgpushtype", Page::Record, Kind::Choice, Snapshots, QT_TRANSLATE_NOOP("DeviceParameters", "抓拍保存方式"),
+         0, 3, "", PushWays},
+        {"jpgtimerduration", Page::Record, Kind::Number, Snapshots,
+         QT_TRANSLATE_NOOP("DeviceParameters", "定时抓拍间隔"), 0, Day, QT_TRANSLATE_NOOP("DeviceParameters", "秒")},
+        {"alarmenablejpg", Page::Record, Kind::Flag, Snapshots, QT_TRANSLATE_NOOP("DeviceParameters", "报警时抓拍")},
+        {"alarmjpgformart", Page::Record, Kind::Number, Snapshots, QT_TRANSLATE_NOOP("DeviceParameters", "抓拍格式"),
+         0, 9},
+        {"motionenable", Page::Record, Kind::Flag, Alarms, QT_TRANSLATE_NOOP("DeviceParameters", "移动侦测")},
+        {"exttriggerinput", Page::Record, Kind::Flag, Alarms, QT_TRANSLATE_NOOP("DeviceParameters", "外部触发输入")},
+        {"alarmduration", Page::Record, Kind::Number, Alarms, QT_TRANSLATE_NOOP("DeviceParameters", "报警持续时间"),
+         0, Hour, QT_TRANSLATE_NOOP("DeviceParameters", "秒")},
+        {"sdaenable", Page::Record, Kind::Flag, Recordings, QT_TRANSLATE_NOOP("DeviceParameters", "报警录像到SD卡")},
+        {"sdrenable", Page::Record, Kind::Flag, Recordings, QT_TRANSLATE_NOOP("DeviceParameters", "持续录像到SD卡")},
+        {"packetTime", Page::Record, Kind::Number, Recordings, QT_TRANSLATE_NOOP("DeviceParameters", "打包时长"), 1,
+         120, QT_TRANSLATE_NOOP("DeviceParameters", "分钟")},
+        {"recordduration", Page::Record, Kind::Number, Recordings,
+         QT_TRANSLATE_NOOP("DeviceParameters", "报警录像时长"), 0, Day, QT_TRANSLATE_NOOP("DeviceParameters", "秒")},
+        {"schedulalarmtiming", Page::Record, Kind::Text, Recordings,
+         QT_TRANSLATE_NOOP("DeviceParameters", "布防时段"), 0, 1000},
+        {"ftpenable", Page::Ftp, Kind::Flag, Server, QT_TRANSLATE_NOOP("DeviceParameters", "启用FTP上传")},
+        {"ftpip", Page::Ftp, Kind::Text, Server, QT_TRANSLATE_NOOP("DeviceParameters", "服务器地址"), 0, Byte},
+        {"ftpport", Page::Ftp, Kind::Number, Server, QT_TRANSLATE_NOOP("DeviceParameters", "端口"), 1, 65535},
+        {"ftpusr", Page::Ftp, Kind::Text, Server, QT_TRANSLATE_NOOP("DeviceParameters", "用户名"), 0, ShortText},
+        {"ftppwd", Page::Ftp, Kind::Secret, Server, QT_TRANSLATE_NOOP("DeviceParameters", "密码"), 0, ShortText},
+        {"ftprecord", Page::Ftp, Kind::Flag, Uploads, QT_TRANSLATE_NOOP("DeviceParameters", "上传录像")},
+        {"ftpjpg", Page::Ftp, Kind::Flag, Uploads, QT_TRANSLATE_NOOP("DeviceParameters", "上传图片")},
+        {"ftpdat", Page::Ftp, Kind::Flag, Uploads, QT_TRANSLATE_NOOP("DeviceParameters", "上传数据")},
+        {"ftpoffsaveday", Page::Ftp, Kind::Number, Uploads, QT_TRANSLATE_NOOP("DeviceParameters", "断网后保存"), 0,
+         365, QT_TRANSLATE_NOOP("DeviceParameters", "天")},
     };
     return rows;
 }
-
-#undef TEXT
 
 QString translated(const char* text) {
     return *text == '\0' ? QString() : QCoreApplication::translate("DeviceParameters", text);

@@ -2,7 +2,6 @@
 
 #include "base/OperationLog.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 
 namespace corvanta::manage {
@@ -11,7 +10,7 @@ constexpr int LongestDetail = 500; // characters; a row of a log is to be read
 } // namespace
 
 void logChange(OperationLog& log, const QString& user, const QString& what, const QString& detail) {
-    log.addOperateLog(user, QDateTime::currentDateTime(), QCoreApplication::translate("ManageLog", "设备管理"), what,
+    log.addOperateLog(user, QDateTime::currentDateTime(), QStringLiteral("设备管理"), what,
                       detail.left(LongestDetail));
 }
 

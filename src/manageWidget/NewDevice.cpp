@@ -11,48 +11,46 @@
 namespace corvanta::manage {
 namespace {
 
-#define TEXT(text) QT_TRANSLATE_NOOP("NewDevice", text)
-
-QString translated(const char* text) {
-    return QCoreApplication::translate("NewDevice", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(NewDevice)
+};
 
 std::optional<QString> fieldProblem(const char* label, const QString& text) {
     const auto isControl = [](QChar one) {
         return one.category() == QChar::Other_Control;
     };
     if (text.size() > NewDevice::LongestField)
-        return translated(TEXT("%1过长!")).arg(translated(label));
+        return Texts::tr("%1过长!").arg(Texts::tr(label));
     if (std::any_of(text.begin(), text.end(), isControl))
-        return translated(TEXT("%1不能包含控制字符!")).arg(translated(label));
+        return Texts::tr("%1不能包含控制字符!").arg(Texts::tr(label));
     return std::nullopt;
 }
 
 std::optional<QString> numberProblem(const NewDevice& device) {
     if (device.ipncId.isEmpty())
-        return translated(TEXT("请输入设备编号!"));
+        return Texts::tr("请输入设备编号!");
     if (device.word.isEmpty())
-        return translated(TEXT("请输入设备验证码!"));
-    if (auto text = fieldProblem(TEXT("设备编号"), device.ipncId))
+        return Texts::tr("请输入设备验证码!");
+    if (auto text = fieldProblem(QT_TRANSLATE_NOOP("NewDevice", "设备编号"), device.ipncId))
         return text;
-    return fieldProblem(TEXT("设备验证码"), device.word);
+    return fieldProblem(QT_TRANSLATE_NOOP("NewDevice", "设备验证码"), device.word);
 }
 
 std::optional<QString> cameraProblem(const NewDevice& device) {
     if (device.main.isEmpty())
-        return translated(TEXT("请输入主码流地址!"));
-    if (auto text = checkRtsp(translated(TEXT("主码流地址")), device.main))
+        return Texts::tr("请输入主码流地址!");
+    if (auto text = checkRtsp(Texts::tr("主码流地址"), device.main))
         return text;
     if (!device.light.isEmpty()) {
-        if (auto text = checkRtsp(translated(TEXT("子码流地址")), device.light))
+        if (auto text = checkRtsp(Texts::tr("子码流地址"), device.light))
             return text;
     }
-    if (auto text = fieldProblem(TEXT("用户名"), device.user))
+    if (auto text = fieldProblem(QT_TRANSLATE_NOOP("NewDevice", "用户名"), device.user))
         return text;
-    if (auto text = fieldProblem(TEXT("密码"), device.password))
+    if (auto text = fieldProblem(QT_TRANSLATE_NOOP("NewDevice", "密码"), device.password))
         return text;
     if (device.user.isEmpty() && !device.password.isEmpty())
-        return translated(TEXT("请输入用户名!"));
+        return Texts::tr("请输入用户名!");
     return device.onvif.isEmpty() ? std::nullopt : checkCameraService(device.onvif);
 }
 
@@ -64,7 +62,7 @@ std::optional<QString> problem(const NewDevice& device) {
         return text;
     if (device.name.isEmpty() && !isCamera)
         return std::nullopt;
-    return account::checkName(device.name, translated(TEXT("请输入设备名称!")));
+    return account::checkName(device.name, Texts::tr("请输入设备名称!"));
 }
 
 QVariantMap parameters(const NewDevice& device) {
@@ -87,8 +85,6 @@ QVariantMap parameters(const NewDevice& device) {
     add("onvif", device.onvif);
     return result;
 }
-
-#undef TEXT
 
 QVector<FoundDevice> FoundDevice::listFrom(const QVariantMap& freshlocal) {
     QVector<FoundDevice> found;

@@ -18,19 +18,18 @@ struct Wording {
     const char* less;
     const char* more;
 };
-constexpr std::array Wordings{
-    Wording{&PtzMotion::pan, QT_TRANSLATE_NOOP("PtzLine", "左"), QT_TRANSLATE_NOOP("PtzLine", "右")},
-    Wording{&PtzMotion::tilt, QT_TRANSLATE_NOOP("PtzLine", "下"), QT_TRANSLATE_NOOP("PtzLine", "上")},
-    Wording{&PtzMotion::zoom, QT_TRANSLATE_NOOP("PtzLine", "缩小"), QT_TRANSLATE_NOOP("PtzLine", "放大")},
-    Wording{&PtzMotion::focus, QT_TRANSLATE_NOOP("PtzLine", "聚焦近"), QT_TRANSLATE_NOOP("PtzLine", "聚焦远")},
-    Wording{&PtzMotion::iris, QT_TRANSLATE_NOOP("PtzLine", "光圈关"), QT_TRANSLATE_NOOP("PtzLine", "光圈开")}};
+constexpr std::array Wordings{Wording{&PtzMotion::pan, "左", "右"}, Wording{&PtzMotion::tilt, "下", "上"},
+                              Wording{&PtzMotion::zoom, "缩小", "放大"},
+                              Wording{&PtzMotion::focus, "聚焦近", "聚焦远"},
+                              Wording{&PtzMotion::iris, "光圈关", "光圈开"}};
 
+/// For the log, whose rows are Chinese in every language.
 QString textOf(const PtzMotion& motion) {
     QStringList parts;
     for (const Wording& wording : Wordings) {
         const int way = motion.*wording.axis;
         if (way != 0)
-            parts += PtzLine::tr(way > 0 ? wording.more : wording.less);
+            parts += QString::fromUtf8(way > 0 ? wording.more : wording.less);
     }
     return parts.join(QLatin1Char(' '));
 }
@@ -88,7 +87,7 @@ void PtzLine::home() {
     gateway_.request(request({{QStringLiteral("ptzhome"), 1}}), this,
                      [this, device = device_](const QVariantMap& reply) {
                          if (corvanta::serverErrors::isSuccess(reply))
-                             write(tr("云台回到初始位置"), device);
+                             write(QStringLiteral("云台回到初始位置"), device);
                          else
                              emit sigProblem(corvanta::serverErrors::textOfReply(reply));
                      });
@@ -100,7 +99,7 @@ void PtzLine::send(const QVariantMap& commands) {
     const auto onReply = [this, number, begun, device = device_](const QVariantMap& reply) {
         const bool ok = corvanta::serverErrors::isSuccess(reply);
         if (ok && !begun.isEmpty())
-            write(tr("移动摄像机"), device + QLatin1Char(' ') + begun);
+            write(QStringLiteral("移动摄像机"), device + QLatin1Char(' ') + begun);
         if (number != message_)
             return;
         control_.answered(ok, clock_.elapsed());

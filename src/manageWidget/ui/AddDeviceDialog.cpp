@@ -341,7 +341,7 @@ void AddDeviceDialog::save() {
                   .busy = save_,
                   .done = [this, device](const QVariantMap& resp) {
                       const QString id = resp.value(QStringLiteral("ipncid"), device.ipncId).toString();
-                      manage::log(context_, tr("添加设备"), id + QLatin1Char(' ') + device.name);
+                      manage::log(context_, QStringLiteral("添加设备"), id + QLatin1Char(' ') + device.name);
                       account::tell(tr("添加成功!"), parentWidget());
                       accept();
                   }});

@@ -210,7 +210,7 @@ void DeviceManageDialog::move(const QString& ipncId, const QString& groupId, int
                                                                            {QStringLiteral("index"), index}}),
          .done = [this, ipncId, groupId, index](const QVariantMap&) {
              const GroupRecord* const group = context_.devices.group(groupId);
-             manage::log(context_, tr("移动设备"),
+             manage::log(context_, QStringLiteral("移动设备"),
                          ipncId + QStringLiteral(" → ") + (group == nullptr ? groupId : group->name) +
                              QLatin1Char(' ') + QString::number(index + 1));
              emit context_.events.sig_updateDeviceIndex();

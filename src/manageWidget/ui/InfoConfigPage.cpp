@@ -90,7 +90,7 @@ void InfoConfigPage::saveZone() {
     if (zone.isEmpty())
         return;
     run(QStringLiteral("设置时区"), {{QStringLiteral("timezone"), zone}}, save_, [this, zone](const QVariantMap&) {
-        log(tr("设置时区"), zone);
+        log(QStringLiteral("设置时区"), zone);
         account::tell(tr("保存成功!"), this);
     });
 }

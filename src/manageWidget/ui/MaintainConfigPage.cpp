@@ -30,9 +30,9 @@ void MaintainConfigPage::addAction(const QString& title, const QString& hint, co
     button->disconnect();
     button->setEnabled(canWrite());
     connect(button, &QPushButton::clicked, this, [this, title, question, operation, button] {
-        ask(question, title, [this, title, operation, button] {
-            run(operation, {}, button, [this, title](const QVariantMap&) {
-                log(title, {});
+        ask(question, title, [this, operation, button] {
+            run(operation, {}, button, [this, operation](const QVariantMap&) {
+                log(operation, {}); // the same words, as the log has them in every language
                 corvanta::account::tell(tr("命令已发送，请稍候。"), this);
             });
         });

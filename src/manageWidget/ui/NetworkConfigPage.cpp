@@ -119,7 +119,7 @@ void NetworkConfigPage::saveWired() {
              {QStringLiteral("gateway"), address.gateway},
              {QStringLiteral("dns"), address.dns},
              {QStringLiteral("dhcp"), address.dhcp}},
-            saveWired_, tr("修改有线网络"), address.dhcp ? QStringLiteral("DHCP") : address.ip);
+            saveWired_, QStringLiteral("修改有线网络"), address.dhcp ? QStringLiteral("DHCP") : address.ip);
 }
 
 void NetworkConfigPage::saveWifi() {
@@ -132,7 +132,7 @@ void NetworkConfigPage::saveWifi() {
             {{QStringLiteral("ssid"), ssid_->text()},
              {QStringLiteral("password"), password_->text()},
              {QStringLiteral("security"), security}},
-            saveWifi_, tr("修改无线网络"), ssid_->text());
+            saveWifi_, QStringLiteral("修改无线网络"), ssid_->text());
 }
 
 void NetworkConfigPage::command(const QString& operation, QVariantMap parameters, QPushButton* busy,

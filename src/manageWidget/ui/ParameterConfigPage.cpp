@@ -114,12 +114,13 @@ void ParameterConfigPage::save() {
     }
     if (values.isEmpty())
         return;
-    write(writeOperation(page_), values, save_, tr("修改设备参数"), manage::describe(values), [this, wanted] {
-        saved_ = wanted;
-        applied_ = wanted;
-        showButtons();
-        corvanta::account::tell(tr("保存成功!"), this);
-    });
+    write(writeOperation(page_), values, save_, QStringLiteral("修改设备参数"), manage::describe(values),
+          [this, wanted] {
+              saved_ = wanted;
+              applied_ = wanted;
+              showButtons();
+              corvanta::account::tell(tr("保存成功!"), this);
+          });
 }
 
 void ParameterConfigPage::discard() {

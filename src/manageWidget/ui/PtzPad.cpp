@@ -19,43 +19,46 @@ PtzPad::PtzPad(Extent extent, QWidget* parent)
     , onPicture_(extent == Extent::Small)
     , grid_(new QGridLayout(this)) {
     setObjectName(QStringLiteral("ptzPad"));
-    setAccessibleName(tr("云台控制"));
+    corvanta::wordedName(this, [] { return tr("云台控制"); });
     setProperty("onPicture", onPicture_);
     setAttribute(Qt::WA_StyledBackground);
     grid_->setContentsMargins(theme::Step, theme::Step, theme::Step, theme::Step);
     grid_->setSpacing(theme::Step);
     addDirections();
-    addButton("zoom-in", tr("放大"), 0, 3, Need::Zoom, {.zoom = 1});
-    addButton("zoom-out", tr("缩小"), 1, 3, Need::Zoom, {.zoom = -1});
+    addButton("zoom-in", [] { return tr("放大"); }, 0, 3, Need::Zoom, {.zoom = 1});
+    addButton("zoom-out", [] { return tr("缩小"); }, 1, 3, Need::Zoom, {.zoom = -1});
     if (onPicture_) {
-        connect(addPlain("more", tr("云台设置"), 2, 3), &QAbstractButton::clicked, this, &PtzPad::sigMore);
+        connect(addPlain(
+                    "more", [] { return tr("云台设置"); }, 2, 3),
+                &QAbstractButton::clicked, this, &PtzPad::sigMore);
     } else {
-        addButton("focus-near", tr("聚焦近"), 0, 4, Need::Focus, {.focus = -1});
-        addButton("focus-far", tr("聚焦远"), 1, 4, Need::Focus, {.focus = 1});
-        addButton("iris-open", tr("光圈开"), 0, 5, Need::Iris, {.iris = 1});
-        addButton("iris-close", tr("光圈关"), 1, 5, Need::Iris, {.iris = -1});
+        addButton("focus-near", [] { return tr("聚焦近"); }, 0, 4, Need::Focus, {.focus = -1});
+        addButton("focus-far", [] { return tr("聚焦远"); }, 1, 4, Need::Focus, {.focus = 1});
+        addButton("iris-open", [] { return tr("光圈开"); }, 0, 5, Need::Iris, {.iris = 1});
+        addButton("iris-close", [] { return tr("光圈关"); }, 1, 5, Need::Iris, {.iris = -1});
     }
     setCaps({});
 }
 
 void PtzPad::addDirections() {
-    addButton("ptz-up-left", tr("左上"), 0, 0, Need::PanTilt, {.pan = -1, .tilt = 1});
-    addButton("ptz-up", tr("上"), 0, 1, Need::Tilt, {.tilt = 1});
-    addButton("ptz-up-right", tr("右上"), 0, 2, Need::PanTilt, {.pan = 1, .tilt = 1});
-    addButton("ptz-left", tr("左"), 1, 0, Need::Pan, {.pan = -1});
-    home_ = addPlain("ptz-home", tr("回到初始位置"), 1, 1);
+    addButton("ptz-up-left", [] { return tr("左上"); }, 0, 0, Need::PanTilt, {.pan = -1, .tilt = 1});
+    addButton("ptz-up", [] { return tr("上"); }, 0, 1, Need::Tilt, {.tilt = 1});
+    addButton("ptz-up-right", [] { return tr("右上"); }, 0, 2, Need::PanTilt, {.pan = 1, .tilt = 1});
+    addButton("ptz-left", [] { return tr("左"); }, 1, 0, Need::Pan, {.pan = -1});
+    home_ = addPlain(
+        "ptz-home", [] { return tr("回到初始位置"); }, 1, 1);
     connect(home_, &QAbstractButton::clicked, this, &PtzPad::sigHome);
-    addButton("ptz-right", tr("右"), 1, 2, Need::Pan, {.pan = 1});
-    addButton("ptz-down-left", tr("左下"), 2, 0, Need::PanTilt, {.pan = -1, .tilt = -1});
-    addButton("ptz-down", tr("下"), 2, 1, Need::Tilt, {.tilt = -1});
-    addButton("ptz-down-right", tr("右下"), 2, 2, Need::PanTilt, {.pan = 1, .tilt = -1});
+    addButton("ptz-right", [] { return tr("右"); }, 1, 2, Need::Pan, {.pan = 1});
+    addButton("ptz-down-left", [] { return tr("左下"); }, 2, 0, Need::PanTilt, {.pan = -1, .tilt = -1});
+    addButton("ptz-down", [] { return tr("下"); }, 2, 1, Need::Tilt, {.tilt = -1});
+    addButton("ptz-down-right", [] { return tr("右下"); }, 2, 2, Need::PanTilt, {.pan = 1, .tilt = -1});
 }
 
-QAbstractButton* PtzPad::addPlain(const char* drawing, const QString& text, int row, int column) {
+QAbstractButton* PtzPad::addPlain(const char* drawing, const corvanta::Text& text, int row, int column) {
     auto* const button = new QToolButton(this);
     button->setObjectName(QLatin1String("pad-") + QLatin1String(drawing));
-    button->setAccessibleName(text);
-    button->setToolTip(text);
+    corvanta::wordedName(button, text);
+    corvanta::wordedTip(button, text);
     button->setIcon(corvanta::svgIcon(QLatin1String(drawing), onPicture_ ? theme::TextOnDark : theme::TextOnLight));
     button->setIconSize(QSize(theme::IconSize, theme::IconSize));
     // Over a picture the keys stay the tile's.
@@ -64,7 +67,7 @@ QAbstractButton* PtzPad::addPlain(const char* drawing, const QString& text, int 
     return button;
 }
 
-void PtzPad::addButton(const char* drawing, const QString& text, int row, int column, Need need,
+void PtzPad::addButton(const char* drawing, const corvanta::Text& text, int row, int column, Need need,
                        const PtzMotion& motion) {
     QAbstractButton* const button = addPlain(drawing, text, row, column);
     buttons_ += Button{button, need};

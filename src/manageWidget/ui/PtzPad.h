@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/Worded.h"
 #include "manageWidget/PtzCaps.h"
 #include "manageWidget/PtzControl.h"
 
@@ -41,9 +42,9 @@ private:
         Need need;
     };
 
-    void addButton(const char* drawing, const QString& text, int row, int column, Need need,
+    void addButton(const char* drawing, const corvanta::Text& text, int row, int column, Need need,
                    const corvanta::manage::PtzMotion& motion);
-    QAbstractButton* addPlain(const char* drawing, const QString& text, int row, int column);
+    QAbstractButton* addPlain(const char* drawing, const corvanta::Text& text, int row, int column);
     void addDirections();
     void release();
 

@@ -93,7 +93,7 @@ PtzPresetPage::PtzPresetPage(const AppContext& context, const QString& ipncId, Q
     auto* const row = new QHBoxLayout;
     set_ = addButton(tr("设为当前位置"), QStringLiteral("presetSet"), [this] { set(); });
     go_ = addButton(tr("转到"), QStringLiteral("presetGo"), [this] {
-        command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, tr("转到预置位"),
+        command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, QStringLiteral("转到预置位"),
                 QString::number(index_->value()));
     });
     remove_ = addButton(tr("删除"), QStringLiteral("presetDelete"), [this] { remove(); });
@@ -131,14 +131,14 @@ void PtzPresetPage::set() {
     }
     command(QStringLiteral("ptzpresetset"),
             QVariantMap{{QStringLiteral("index"), index_->value()}, {QStringLiteral("name"), name}}, set_,
-            tr("设置预置位"), QString::number(index_->value()) + QLatin1Char(' ') + name);
+            QStringLiteral("设置预置位"), QString::number(index_->value()) + QLatin1Char(' ') + name);
 }
 
 void PtzPresetPage::remove() {
     TipDialog::offer({tr("提示"), tr("确定删除预置位%1?").arg(index_->value()), tr("确定"), tr("取消"), true}, this,
                      {[this] {
-                         command(QStringLiteral("ptzpresetdel"), index_->value(), remove_, tr("删除预置位"),
-                                 QString::number(index_->value()));
+                         command(QStringLiteral("ptzpresetdel"), index_->value(), remove_,
+                                 QStringLiteral("删除预置位"), QString::number(index_->value()));
                      }});
 }
 
@@ -175,15 +175,15 @@ void PtzCruisePage::buildEditor() {
     auto* const row = new QHBoxLayout;
     save_ = addButton(tr("保存路线"), QStringLiteral("cruiseSave"), [this] { save(); });
     remove_ = addButton(tr("删除路线"), QStringLiteral("cruiseDelete"), [this] {
-        command(QStringLiteral("ptzcruisedel"), edited_.index, remove_, tr("删除巡航路线"),
+        command(QStringLiteral("ptzcruisedel"), edited_.index, remove_, QStringLiteral("删除巡航路线"),
                 QString::number(edited_.index));
     });
     start_ = addButton(tr("开始巡航"), QStringLiteral("cruiseStart"), [this] {
-        command(QStringLiteral("ptzcruisestart"), edited_.index, start_, tr("开始巡航"),
+        command(QStringLiteral("ptzcruisestart"), edited_.index, start_, QStringLiteral("开始巡航"),
                 QString::number(edited_.index));
     });
     stop_ = addButton(tr("停止巡航"), QStringLiteral("cruiseStop"),
-                      [this] { command(QStringLiteral("ptzcruisestop"), 1, stop_, tr("停止巡航"), {}); });
+                      [this] { command(QStringLiteral("ptzcruisestop"), 1, stop_, QStringLiteral("停止巡航"), {}); });
     for (QPushButton* const button : {save_, remove_, start_, stop_})
         row->addWidget(button);
     column->addLayout(row);
@@ -287,6 +287,6 @@ void PtzCruisePage::save() {
         account::tell(tr("请至少添加一个巡航点!"), this);
         return;
     }
-    command(QStringLiteral("ptzcruiseset"), edited_.toMap(), save_, tr("设置巡航路线"),
+    command(QStringLiteral("ptzcruiseset"), edited_.toMap(), save_, QStringLiteral("设置巡航路线"),
             QString::number(edited_.index) + QLatin1Char(' ') + edited_.name);
 }

@@ -48,7 +48,7 @@ void RenameDialog::save() {
                       {{QStringLiteral("ipncid"), ipncId_}, {QStringLiteral("nickname"), name}}),
                   .busy = save_,
                   .done = [this, name](const QVariantMap&) {
-                      manage::log(context_, tr("重命名设备"),
+                      manage::log(context_, QStringLiteral("重命名设备"),
                                   ipncId_ + QLatin1Char(' ') + oldName_ + QStringLiteral(" → ") + name);
                       accept();
                   }});

@@ -278,7 +278,7 @@ void SdCardConfigPage::remove() {
         run(QStringLiteral("删除SD卡文件"), {{QStringLiteral("delsdfilelist"), paths}}, delete_,
             [this, paths](const QVariantMap& resp) {
                 const QStringList deleted = resp.value(QStringLiteral("deleted")).toStringList();
-                log(tr("删除SD卡文件"), deleted.join(QStringLiteral("; ")));
+                log(QStringLiteral("删除SD卡文件"), deleted.join(QStringLiteral("; ")));
                 if (deleted.size() < paths.size())
                     account::tell(tr("%1个文件没有删除!").arg(paths.size() - deleted.size()), this);
                 list();
@@ -289,7 +289,7 @@ void SdCardConfigPage::remove() {
 void SdCardConfigPage::format() {
     ask(tr("确定格式化SD卡?\n卡上的所有文件将丢失，无法恢复。"), tr("格式化"), [this] {
         run(QStringLiteral("设置SD卡格式化"), {}, format_, [this](const QVariantMap&) {
-            log(tr("格式化SD卡"), {});
+            log(QStringLiteral("格式化SD卡"), {});
             account::tell(tr("格式化完成!"), this);
             read();
         });

@@ -150,7 +150,7 @@ void UpgradeConfigPage::upload() {
 void UpgradeConfigPage::upgrade(const QVariantMap& from, const QString& detail) {
     run(QStringLiteral("设置设备升级"), {{QStringLiteral("setcmds"), QVariantMap{{QStringLiteral("upgrade"), from}}}},
         install_, [this, detail](const QVariantMap&) {
-            log(tr("升级设备"), detail);
+            log(QStringLiteral("升级设备"), detail);
             upgrading_ = true;
             silent_ = 0;
             watch_.start();
