@@ -10,8 +10,11 @@ if(MSVC)
   target_compile_options(corvanta_options INTERFACE /W3)
   add_compile_options(/utf-8 /permissive- /Zc:__cplusplus /EHsc /bigobj)
 else()
-  target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor
+  target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                                                     -Woverloaded-virtual -Wcast-align -Wformat=2)
+endif()
+if(NOT MSVC AND NOT CORVANTA_FUZZ) # whose compiler warns of other things
+  target_compile_options(corvanta_options INTERFACE -Werror)
 endif()
 if(MINGW AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # It takes joined texts for overlapping ones (GCC's bug 105651).
@@ -39,6 +42,9 @@ if(CORVANTA_SANITIZER STREQUAL "address")
 elseif(CORVANTA_SANITIZER STREQUAL "thread")
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
+elseif(CORVANTA_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
 elseif(NOT CORVANTA_SANITIZER STREQUAL "")
   message(FATAL_ERROR "CORVANTA_SANITIZER is '${CORVANTA_SANITIZER}', not empty, address or thread")
 endif()
@@ -90,6 +96,11 @@ function(corvanta_test name)
     math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 4") # Wine starts programs and opens files slowly
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  corvanta_sanitized_test(${name})
+endfunction()
+
+# corvanta_sanitized_test(NAME): what a test needs where it is built with a sanitizer.
+function(corvanta_sanitized_test name)
   if(CORVANTA_SANITIZER STREQUAL "thread")
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
       "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:halt_on_error=1:second_deadlock_stack=1")

@@ -30,6 +30,7 @@ corvanta_packages_test=(
 corvanta_packages_ci=(g++-mingw-w64-i686 clang-format clang-tidy)
 corvanta_packages_debian=(dpkg-dev file gzip)
 corvanta_packages_debian_test=(mmdebstrap lintian xvfb xauth xdotool)
+corvanta_packages_fuzz=(clang)
 corvanta_packages_bench=(libbenchmark-dev python3 python3-xlwt sqlite3 gir1.2-gst-plugins-base-1.0 gstreamer1.0-x
     zbar-tools libopencv-objdetect-dev)
 
