@@ -10,11 +10,11 @@ if(MSVC)
   target_compile_options(corvanta_options INTERFACE /W3)
   add_compile_options(/utf-8 /permissive- /Zc:__cplusplus /EHsc /bigobj)
 else()
-  target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  if(NOT CORVANTA_FUZZ) # whose compiler warns of other things
+    set(corvanta_werror -Werror)
+  endif()
+  target_compile_options(corvanta_options INTERFACE -Wall -Wextra -Wpedantic ${corvanta_werror} -Wshadow -Wnon-virtual-dtor
                                                     -Woverloaded-virtual -Wcast-align -Wformat=2)
-endif()
-if(NOT MSVC AND NOT CORVANTA_FUZZ) # whose compiler warns of other things
-  target_compile_options(corvanta_options INTERFACE -Werror)
 endif()
 if(MINGW AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # It takes joined texts for overlapping ones (GCC's bug 105651).
