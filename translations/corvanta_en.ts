@@ -63,11 +63,11 @@
     </message>
     <message>
         <source>指定输入</source>
-        <translation>Chosen inputs</translation>
+        <translation>Chosen</translation>
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Conditions count</translation>
+        <translation>Logic</translation>
     </message>
     <message>
         <source>条件有效时长</source>
@@ -87,15 +87,15 @@
     </message>
     <message>
         <source>阀值等级</source>
-        <translation>Threshold level</translation>
+        <translation>Level</translation>
     </message>
     <message>
         <source>单条件</source>
-        <translation>Single condition</translation>
+        <translation>Single</translation>
     </message>
     <message>
         <source>组合条件</source>
-        <translation>Combined condition</translation>
+        <translation>Combined</translation>
     </message>
     <message>
         <source>动作</source>
@@ -103,11 +103,11 @@
     </message>
     <message>
         <source>单动作</source>
-        <translation>Single action</translation>
+        <translation>Single</translation>
     </message>
     <message>
         <source>组合动作</source>
-        <translation>Combined action</translation>
+        <translation>Combined</translation>
     </message>
     <message>
         <source>执行方式</source>
@@ -1306,11 +1306,11 @@ Change the conditions and search again.</translation>
     </message>
     <message>
         <source>报警录像到SD卡</source>
-        <translation>Record alarms to the SD card</translation>
+        <translation>Alarms to the SD card</translation>
     </message>
     <message>
         <source>持续录像到SD卡</source>
-        <translation>Record all the time to the SD card</translation>
+        <translation>Always to the SD card</translation>
     </message>
     <message>
         <source>打包时长</source>
@@ -2334,7 +2334,7 @@ They cannot be restored.</translation>
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Conditions count</translation>
+        <translation>Logic</translation>
     </message>
 </context>
 <context>
@@ -3232,7 +3232,7 @@ the group cannot be deleted.</translation>
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Conditions count</translation>
+        <translation>Logic</translation>
     </message>
     <message>
         <source>条件有效时长</source>
@@ -3240,7 +3240,7 @@ the group cannot be deleted.</translation>
     </message>
     <message>
         <source>阀值等级</source>
-        <translation>Threshold level</translation>
+        <translation>Level</translation>
     </message>
     <message>
         <source>动作</source>
@@ -7409,7 +7409,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>名称</source>
-        <translation>Names</translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>通信接口</source>
@@ -7437,7 +7437,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>通讯</source>
-        <translation>Communication</translation>
+        <translation>Link</translation>
     </message>
     <message>
         <source>新增</source>
@@ -7925,7 +7925,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>通信参数</source>
-        <translation>Communication</translation>
+        <translation>Link</translation>
     </message>
     <message>
         <source>校准</source>
@@ -7945,7 +7945,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>名称</source>
-        <translation>Names</translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>单位</source>
@@ -8000,7 +8000,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>名称</source>
-        <translation>Names</translation>
+        <translation>Name</translation>
     </message>
     <message>
         <source>类型</source>
@@ -8123,7 +8123,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>通讯</source>
-        <translation>Communication</translation>
+        <translation>Link</translation>
     </message>
     <message>
         <source>正常</source>
@@ -8251,7 +8251,7 @@ Sign in, right-click a device in the tree and choose &quot;Sensors&quot; to add 
     </message>
     <message>
         <source>通讯</source>
-        <translation>Communication</translation>
+        <translation>Link</translation>
     </message>
     <message>
         <source>读取时间</source>

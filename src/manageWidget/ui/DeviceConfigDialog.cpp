@@ -16,12 +16,14 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace theme = corvanta::theme;
 using corvanta::manage::ParameterPage;
 
 namespace {
 const QSize Usual(860, 600);   // px
-constexpr int ListWidth = 120; // px
+constexpr int ListWidth = 120; // px, at least
 } // namespace
 
 DeviceConfigDialog::DeviceConfigDialog(const AppContext& context, const QString& ipncId, QWidget* parent)
@@ -35,7 +37,6 @@ DeviceConfigDialog::DeviceConfigDialog(const AppContext& context, const QString&
     row->setSpacing(4 * theme::Step);
     list_->setObjectName(QStringLiteral("settingsPages"));
     list_->setAccessibleName(tr("设备配置分类"));
-    list_->setFixedWidth(ListWidth);
     row->addWidget(list_);
     row->addWidget(stack_, 1);
     body()->addLayout(row, 1);
@@ -59,6 +60,7 @@ DeviceConfigDialog::DeviceConfigDialog(const AppContext& context, const QString&
         if (page >= 0)
             pages_[page]->begin();
     });
+    list_->setFixedWidth(std::max(ListWidth, list_->sizeHintForColumn(0) + 2 * list_->frameWidth()));
     list_->setCurrentRow(0);
     list_->setFocus();
     resize(parent == nullptr ? Usual : Usual.boundedTo(parent->screen()->availableSize()));

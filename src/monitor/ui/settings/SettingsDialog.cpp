@@ -31,7 +31,7 @@ namespace {
 
 const QSize Smallest(640, 360); // px
 const QSize Usual(880, 600);    // px
-constexpr int ListWidth = 112;  // px
+constexpr int ListWidth = 112;  // px, at least
 
 } // namespace
 
@@ -46,7 +46,6 @@ SettingsDialog::SettingsDialog(const AppContext& context, QWidget* parent)
     list_ = new QListWidget(this);
     list_->setObjectName(QStringLiteral("settingsPages"));
     list_->setAccessibleName(tr("设置分类"));
-    list_->setFixedWidth(ListWidth);
     list_->setIconSize(QSize(theme::IconSize, theme::IconSize));
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     row->addWidget(list_);
@@ -54,6 +53,7 @@ SettingsDialog::SettingsDialog(const AppContext& context, QWidget* parent)
     row->addWidget(stack_, 1);
     body()->addLayout(row, 1);
     addPages();
+    list_->setFixedWidth(std::max(ListWidth, list_->sizeHintForColumn(0) + 2 * list_->frameWidth()));
     addButtons();
     connect(list_, &QListWidget::currentRowChanged, stack_, &QStackedWidget::setCurrentIndex);
     list_->setCurrentRow(0);
