@@ -208,7 +208,7 @@ QString describe(const QVariantMap& values) {
         if (value == values.constEnd())
             continue;
         const bool isSecret = one.kind == Kind::Secret;
-        texts += one.sectionText() + one.labelText() + QLatin1Char(':') +
+        texts += QString::fromUtf8(one.section) + QString::fromUtf8(one.label) + QLatin1Char(':') +
                  (isSecret ? QStringLiteral("***") : value->toString());
     }
     return texts.join(QStringLiteral("; "));

@@ -50,7 +50,8 @@ std::optional<QString> problem(const QVariantMap& values);
 /// The entries of `after` that differ from `before`, in value, not in type: 1, true and "1" are the same.
 QVariantMap changed(const QVariantMap& before, const QVariantMap& after);
 
-/// Changes for the log: "label: value", one after the other; secrets without their value.
+/// Changes for the log, whose rows are Chinese in every language: "label: value", one after the other; secrets
+/// without their value.
 QString describe(const QVariantMap& values);
 
 } // namespace corvanta::manage

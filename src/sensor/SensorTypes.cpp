@@ -124,7 +124,7 @@ SensorTypes SensorTypes::fromReply(const QVariantMap& resp) {
     for (const QVariant& entry : types) {
         const QVariantMap map = entry.toMap();
         SensorType type{at(map, "type").toString(),
-                        serviceWord(at(map, "name").toString()),
+                        at(map, "name").toString(),
                         at(map, "sublist").toBool(),
                         Field::listFrom(at(map, "fields")),
                         Field::listFrom(at(map, "inputfields")),

@@ -43,7 +43,7 @@ QVariantMap initialValues(const QVector<Field>& fields);
 /// A kind of board.
 struct SensorType {
     QString type;
-    QString name;
+    QString name;             ///< as the service says it, and as it is stored; shown as a `serviceWord`
     bool isSubDevice = false; ///< stands among the sub-devices
     QVector<Field> fields;
     QVector<Field> inputFields;

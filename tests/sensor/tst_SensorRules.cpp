@@ -8,6 +8,7 @@
 #include "sensor/Samples.h"
 #include "sensor/SensorTypes.h"
 #include "sensor/Thinning.h"
+#include "support/OtherLanguage.h"
 
 #include <QBuffer>
 #include <QtTest>
@@ -56,6 +57,7 @@ private slots:
     void fieldsJudgeValues_data();
     void fieldsJudgeValues();
     void hostileTypesAreLeftOut();
+    void whatIsStoredIsInNoLanguage();
     void twoPointsMakeALine_data();
     void twoPointsMakeALine();
     void dataFilesAreRead();
@@ -317,6 +319,14 @@ void tst_SensorRules::hostileTypesAreLeftOut() {
     QCOMPARE(params["baud"].toInt(), 300);
     QVERIFY(types.types[0].fields[1].isShown(params));
     QVERIFY(!types.types[0].fields[1].isShown({{"mode", "tcp"}}));
+}
+
+void tst_SensorRules::whatIsStoredIsInNoLanguage() {
+    const OtherLanguage other;
+    const SensorTypes types = SensorTypes::fromReply(parseObject(
+        R"({"sensortypes":[{"type":"SOFT","name":"模拟","fields":[{"key":"x","name":"亮度","kind":"int"}]}]})"));
+    QCOMPARE(types.types[0].fields[0].name, QStringLiteral("*亮度"));
+    QCOMPARE(newBoard(types.types[0])["name"].toString(), QStringLiteral("模拟"));
 }
 
 void tst_SensorRules::twoPointsMakeALine_data() {

@@ -157,7 +157,9 @@ void BoardDialog::showButtons(Ports& ports) {
 
 void BoardDialog::editPort(Ports& ports, int row) {
     const QVector<Field>& fields = ports.isInput ? subject_.type.inputFields : subject_.type.outputFields;
-    const QString name = (ports.isInput ? tr("输入%1") : tr("输出%1")).arg(ports.list.size() + 1);
+    // It is stored, so the same in every language.
+    const QString name =
+        (ports.isInput ? QStringLiteral("输入%1") : QStringLiteral("输出%1")).arg(ports.list.size() + 1);
     const QVariantMap port = row >= 0 ? ports.list.value(row).toMap() : newPort(fields, name, ports.isInput);
     PortDialog dialog(context_, {subject_.ipncId, port, fields, ports.isInput}, this);
     if (dialog.exec() != QDialog::Accepted)

@@ -3,6 +3,7 @@
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
 #include "base/RequestBuilder.h"
+#include "base/ServiceWords.h"
 #include "base/ui/TipDialog.h"
 #include "manageWidget/ui/ManageSend.h"
 #include "sensor/ui/BoardDialog.h"
@@ -120,7 +121,7 @@ void SensorDialog::fillMenu() {
     }
     new_->addSeparator();
     for (const SensorType& type : qAsConst(types_.types))
-        new_->addAction(plain(type.name), this, [this, board = newBoard(type)] { edit(board); });
+        new_->addAction(plain(serviceWord(type.name)), this, [this, board = newBoard(type)] { edit(board); });
 }
 
 void SensorDialog::fill() {
@@ -132,13 +133,13 @@ void SensorDialog::fill() {
     for (const QVariantMap& board : qAsConst(boards_)) {
         const SensorType* const type = types_.type(textOf(board, "type"));
         const QVariant online = board.value(QStringLiteral("online"));
-        new QTreeWidgetItem(list_, {textOf(board, "name"), type == nullptr ? textOf(board, "type") : type->name,
-                                    textOf(board, "ifname"),
-                                    QString::number(board.value(QStringLiteral("input")).toList().size()),
-                                    QString::number(board.value(QStringLiteral("output")).toList().size()),
-                                    !online.isValid() ? QString()
-                                    : online.toBool() ? tr("在线")
-                                                      : tr("离线")});
+        new QTreeWidgetItem(
+            list_, {textOf(board, "name"), type == nullptr ? textOf(board, "type") : serviceWord(type->name),
+                    textOf(board, "ifname"), QString::number(board.value(QStringLiteral("input")).toList().size()),
+                    QString::number(board.value(QStringLiteral("output")).toList().size()),
+                    !online.isValid() ? QString()
+                    : online.toBool() ? tr("在线")
+                                      : tr("离线")});
     }
     select(chosen);
     if (!types_.types.isEmpty())
