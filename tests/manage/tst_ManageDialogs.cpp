@@ -8,7 +8,9 @@
 #include "manageWidget/ui/DeviceManageDialog.h"
 #include "manageWidget/ui/PtzDialog.h"
 #include "manageWidget/ui/RenameDialog.h"
+#include "support/OtherLanguage.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -57,6 +59,7 @@ private slots:
     void othersMayOnlyLook();
     void aButtonMovesTheCameraWhileItIsHeld();
     void presetsAndCruises();
+    void theLanguageChangesBesideTheWindow();
     void controlsAreNamed();
 
 private:
@@ -338,6 +341,30 @@ void tst_ManageDialogs::presetsAndCruises() {
     QTRY_COMPARE(log().size(), 4);
     QCOMPARE(told().last(),
              QStringLiteral(R"({"ptzcruiseset":{"index":1,"name":"路线1","points":[{"preset":3,"seconds":10}]}})"));
+}
+
+void tst_ManageDialogs::theLanguageChangesBesideTheWindow() {
+    begin();
+    QWidget window;
+    PtzDialog dialog(context(), QStringLiteral("a"), &window);
+    show(dialog);
+    auto* const routes = find<QComboBox>(dialog, "cruiseIndex");
+    QTRY_COMPARE(routes->count(), 2);
+    find<QAbstractButton>(dialog, "cruiseAddPoint")->click();
+    {
+        const OtherLanguage other;
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("*云台设置"));
+        QCOMPARE(find<QAbstractButton>(dialog, "dialogClose")->accessibleName(), QStringLiteral("*关闭"));
+        QCOMPARE(find<QAbstractButton>(dialog, "presetGo")->text(), QStringLiteral("*转到"));
+        QCOMPARE(find<QTreeWidget>(dialog, "presetList")->headerItem()->text(1), QStringLiteral("*名称"));
+        QCOMPARE(find<QLabel>(dialog, "ptzState")->text(), QStringLiteral("*按住按钮转动，松开停止。"));
+        QCOMPARE(routes->itemText(0), QStringLiteral("1  *(空)"));
+        // What is being edited stays, and what the camera would keep is no word of the interface.
+        QCOMPARE(find<QTreeWidget>(dialog, "cruisePoints")->topLevelItemCount(), 1);
+        routes->setCurrentIndex(1);
+        QCOMPARE(find<QLineEdit>(dialog, "cruiseName")->text(), QStringLiteral("路线2"));
+    }
+    QCOMPARE(find<QLabel>(dialog, "ptzState")->text(), QStringLiteral("按住按钮转动，松开停止。"));
 }
 
 void tst_ManageDialogs::controlsAreNamed() {

@@ -3,6 +3,7 @@
 #include "base/ui/DragArea.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -52,7 +53,7 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     stripRow->addWidget(label, 1);
     auto* close = new QToolButton(strip);
     close->setObjectName(QStringLiteral("dialogClose"));
-    close->setAccessibleName(tr("关闭"));
+    corvanta::wordedName(close, [] { return tr("关闭"); });
     close->setIcon(corvanta::svgIcon(QStringLiteral("close"), theme::TextOnDark));
     close->setFocusPolicy(Qt::NoFocus);
     connect(close, &QToolButton::clicked, this, &QDialog::reject);
@@ -69,7 +70,7 @@ FramedDialog::FramedDialog(const QString& title, QWidget* parent)
     insideColumn->addLayout(body_, 1);
     problem_ = new QLabel(inside);
     problem_->setObjectName(QStringLiteral("problem"));
-    problem_->setAccessibleName(tr("错误信息"));
+    corvanta::wordedName(problem_, [] { return tr("错误信息"); });
     problem_->setTextFormat(Qt::PlainText);
     problem_->setWordWrap(true);
     problem_->hide();

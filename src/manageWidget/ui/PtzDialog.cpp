@@ -4,6 +4,7 @@
 #include "base/DeviceModel.h"
 #include "base/RequestBuilder.h"
 #include "base/ui/Theme.h"
+#include "base/ui/Worded.h"
 #include "manageWidget/PtzLine.h"
 #include "manageWidget/ui/ManageSend.h"
 #include "manageWidget/ui/PtzPad.h"
@@ -38,9 +39,9 @@ PtzDialog::PtzDialog(const AppContext& context, QString ipncId, QWidget* parent)
     , ipncId_(std::move(ipncId))
     , line_(new PtzLine(context.gateway, context.operationLog, this)) {
     setObjectName(QStringLiteral("PtzDialog"));
-    setAccessibleName(windowTitle());
     line_->setDevice(ipncId_);
     build();
+    corvanta::worded(this, [this] { setWords(); });
     connectPad();
     read();
 }
@@ -60,14 +61,13 @@ void PtzDialog::build() {
     pad_ = new PtzPad(PtzPad::Extent::Whole, this);
     left->addWidget(pad_);
     auto* const speedRow = new QHBoxLayout;
-    auto* const speedLabel = new QLabel(tr("速度"), this);
+    speedLabel_ = new QLabel(this);
     speed_ = new QSlider(Qt::Horizontal, this);
     speed_->setObjectName(QStringLiteral("ptzSpeed"));
-    speed_->setAccessibleName(tr("速度"));
     speed_->setRange(1, MostSpeed);
     speed_->setValue(UsualSpeed);
-    speedLabel->setBuddy(speed_);
-    speedRow->addWidget(speedLabel);
+    speedLabel_->setBuddy(speed_);
+    speedRow->addWidget(speedLabel_);
     speedRow->addWidget(speed_, 1);
     left->addLayout(speedRow);
     state_ = new QLabel(this);
@@ -77,22 +77,43 @@ void PtzDialog::build() {
     left->addWidget(state_);
     left->addStretch(1);
     row->addLayout(left);
-    auto* const tabs = new QTabWidget(this);
-    tabs->setObjectName(QStringLiteral("ptzTabs"));
-    tabs->setAccessibleName(tr("云台设置"));
-    presets_ = new PtzPresetPage(context_, ipncId_, tabs);
-    cruises_ = new PtzCruisePage(context_, ipncId_, tabs);
-    tabs->addTab(presets_, tr("预置位"));
-    tabs->addTab(cruises_, tr("巡航"));
-    row->addWidget(tabs, 1);
+    tabs_ = new QTabWidget(this);
+    tabs_->setObjectName(QStringLiteral("ptzTabs"));
+    presets_ = new PtzPresetPage(context_, ipncId_, tabs_);
+    cruises_ = new PtzCruisePage(context_, ipncId_, tabs_);
+    tabs_->addTab(presets_, {});
+    tabs_->addTab(cruises_, {});
+    row->addWidget(tabs_, 1);
     body()->addLayout(row, 1);
-    connect(addButton(tr("刷新"), QStringLiteral("ptzRefresh"), false), &QPushButton::clicked, this,
-            &PtzDialog::read);
-    connect(addButton(tr("关闭"), QStringLiteral("ptzClose"), false), &QPushButton::clicked, this, &QDialog::reject);
+    refresh_ = addButton({}, QStringLiteral("ptzRefresh"), false);
+    connect(refresh_, &QPushButton::clicked, this, &PtzDialog::read);
+    close_ = addButton({}, QStringLiteral("ptzClose"), false);
+    connect(close_, &QPushButton::clicked, this, &QDialog::reject);
     for (PtzPage* const page : {static_cast<PtzPage*>(presets_), static_cast<PtzPage*>(cruises_)}) {
         page->setEnabled(false); // until the camera has told
         connect(page, &PtzPage::sigChanged, this, &PtzDialog::read);
     }
+}
+
+void PtzDialog::setWords() {
+    setWindowTitle(tr("云台设置"));
+    setAccessibleName(windowTitle());
+    speedLabel_->setText(tr("速度"));
+    speed_->setAccessibleName(tr("速度"));
+    tabs_->setAccessibleName(tr("云台设置"));
+    tabs_->setTabText(0, tr("预置位"));
+    tabs_->setTabText(1, tr("巡航"));
+    refresh_->setText(tr("刷新"));
+    close_->setText(tr("关闭"));
+    for (QPushButton* const button : {refresh_, close_})
+        button->setAccessibleName(button->text());
+    if (stateText_)
+        state_->setText(stateText_());
+}
+
+void PtzDialog::showState(corvanta::Text text) {
+    stateText_ = std::move(text);
+    state_->setText(stateText_());
 }
 
 void PtzDialog::connectPad() {
@@ -112,7 +133,7 @@ void PtzDialog::read() {
          .done = [this](const QVariantMap& resp) { show(resp.value(QStringLiteral("getcmds")).toMap()); },
          .failed =
              [this](const QString& text) {
-                 state_->setText(text);
+                 showState([text] { return text; });
              }});
 }
 
@@ -125,9 +146,11 @@ void PtzDialog::show(const QVariantMap& values) {
     const auto presets = PtzPreset::listFrom(values.value(QStringLiteral("ptzpresets")));
     presets_->show(caps.presets, presets);
     cruises_->show(caps.cruises, PtzCruise::listFrom(values.value(QStringLiteral("ptzcruises"))), presets, running);
-    state_->setText(!caps.any()   ? tr("该设备没有云台。")
-                    : running > 0 ? tr("正在巡航：路线%1").arg(running)
-                                  : tr("按住按钮转动，松开停止。"));
+    showState([isThere = caps.any(), running] {
+        return !isThere      ? tr("该设备没有云台。")
+               : running > 0 ? tr("正在巡航：路线%1").arg(running)
+                             : tr("按住按钮转动，松开停止。");
+    });
 }
 
 void PtzDialog::closeEvent(QCloseEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "base/AppContext.h"
 #include "base/ui/FramedDialog.h"
+#include "base/ui/Worded.h"
 #include "manageWidget/PtzCaps.h"
 
 class PtzCruisePage;
@@ -9,7 +10,9 @@ class PtzLine;
 class PtzPad;
 class PtzPresetPage;
 class QLabel;
+class QPushButton;
 class QSlider;
+class QTabWidget;
 
 /// The dialog "云台设置": moving a camera, its presets and cruises. Beside the main window, so that the picture is
 /// seen.
@@ -26,6 +29,8 @@ protected:
 
 private:
     void build();
+    void setWords();
+    void showState(corvanta::Text text);
     void connectPad();
     void read();
     void show(const QVariantMap& values);
@@ -34,8 +39,13 @@ private:
     const QString ipncId_;
     PtzLine* line_;
     PtzPad* pad_ = nullptr;
+    QLabel* speedLabel_ = nullptr;
     QSlider* speed_ = nullptr;
+    QTabWidget* tabs_ = nullptr;
     PtzPresetPage* presets_ = nullptr;
     PtzCruisePage* cruises_ = nullptr;
     QLabel* state_ = nullptr;
+    corvanta::Text stateText_; ///< what is said of the state; none before the first answer
+    QPushButton* refresh_ = nullptr;
+    QPushButton* close_ = nullptr;
 };

@@ -5,12 +5,14 @@
 #include "base/RequestBuilder.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TipDialog.h"
+#include "base/ui/Worded.h"
 #include "manageWidget/ui/ManageSend.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -33,20 +35,28 @@ namespace {
 constexpr int UsualStay = 10; // s
 
 template <typename Control>
-Control* named(Control* control, const char* objectName, const QString& name) {
+Control* named(Control* control, const char* objectName, corvanta::Text name) {
     control->setObjectName(QLatin1String(objectName));
-    control->setAccessibleName(name);
+    corvanta::wordedName(control, std::move(name));
     return control;
 }
 
-QTreeWidget* makeList(QWidget* parent, const char* objectName, const QString& name, const QStringList& columns) {
-    auto* const list = named(new QTreeWidget(parent), objectName, name);
-    list->setHeaderLabels(columns);
+QTreeWidget* makeList(QWidget* parent, const char* objectName, corvanta::Text name,
+                      std::function<QStringList()> columns) {
+    auto* const list = named(new QTreeWidget(parent), objectName, std::move(name));
+    corvanta::worded(list, [list, columns = std::move(columns)] { list->setHeaderLabels(columns()); });
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAllColumnsShowFocus(true);
     list->header()->setStretchLastSection(true);
     return list;
+}
+
+void addRow(QFormLayout& form, corvanta::Text text, QWidget* field) {
+    auto* const label = new QLabel; // the widget of the form owns it
+    corvanta::wordedText(label, std::move(text));
+    label->setBuddy(field);
+    form.addRow(label, field);
 }
 
 } // namespace
@@ -69,10 +79,12 @@ void PtzPage::command(const QString& name, const QVariant& value, QPushButton* b
                   }});
 }
 
-QPushButton* PtzPage::addButton(const QString& text, const QString& objectName, std::function<void()> clicked) {
-    auto* const button = new QPushButton(text, this);
+QPushButton* PtzPage::addButton(const corvanta::Text& text, const QString& objectName,
+                                std::function<void()> clicked) {
+    auto* const button = new QPushButton(this);
     button->setObjectName(objectName);
-    button->setAccessibleName(text);
+    corvanta::wordedText(button, text);
+    corvanta::wordedName(button, text);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, std::move(clicked));
     return button;
@@ -80,23 +92,30 @@ QPushButton* PtzPage::addButton(const QString& text, const QString& objectName, 
 
 PtzPresetPage::PtzPresetPage(const AppContext& context, const QString& ipncId, QWidget* parent)
     : PtzPage(context, ipncId, parent)
-    , list_(makeList(this, "presetList", tr("预置位列表"), {tr("编号"), tr("名称")}))
-    , index_(named(new QSpinBox(this), "presetIndex", tr("预置位编号")))
-    , name_(named(new QLineEdit(this), "presetName", tr("预置位名称"))) {
+    , list_(makeList(
+          this, "presetList", [] { return tr("预置位列表"); },
+          [] {
+              return QStringList{tr("编号"), tr("名称")};
+          }))
+    , index_(named(new QSpinBox(this), "presetIndex", [] { return tr("预置位编号"); }))
+    , name_(named(new QLineEdit(this), "presetName", [] { return tr("预置位名称"); })) {
     auto* const column = new QVBoxLayout(this);
     column->setSpacing(3 * theme::Step);
     column->addWidget(list_, 1);
     QFormLayout* const form = account::makeForm();
-    form->addRow(tr("编号"), index_);
-    form->addRow(tr("名称"), name_);
+    addRow(
+        *form, [] { return tr("编号"); }, index_);
+    addRow(
+        *form, [] { return tr("名称"); }, name_);
     column->addLayout(form);
     auto* const row = new QHBoxLayout;
-    set_ = addButton(tr("设为当前位置"), QStringLiteral("presetSet"), [this] { set(); });
-    go_ = addButton(tr("转到"), QStringLiteral("presetGo"), [this] {
-        command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, QStringLiteral("转到预置位"),
-                QString::number(index_->value()));
-    });
-    remove_ = addButton(tr("删除"), QStringLiteral("presetDelete"), [this] { remove(); });
+    set_ = addButton([] { return tr("设为当前位置"); }, QStringLiteral("presetSet"), [this] { set(); });
+    go_ = addButton([] { return tr("转到"); }, QStringLiteral("presetGo"),
+                    [this] {
+                        command(QStringLiteral("ptzpresetgoto"), index_->value(), go_, QStringLiteral("转到预置位"),
+                                QString::number(index_->value()));
+                    });
+    remove_ = addButton([] { return tr("删除"); }, QStringLiteral("presetDelete"), [this] { remove(); });
     for (QPushButton* const button : {set_, go_, remove_})
         row->addWidget(button);
     column->addLayout(row);
@@ -144,45 +163,63 @@ void PtzPresetPage::remove() {
 
 PtzCruisePage::PtzCruisePage(const AppContext& context, const QString& ipncId, QWidget* parent)
     : PtzPage(context, ipncId, parent)
-    , which_(named(new QComboBox(this), "cruiseIndex", tr("巡航路线")))
-    , name_(named(new QLineEdit(this), "cruiseName", tr("巡航名称")))
-    , points_(makeList(this, "cruisePoints", tr("巡航点"), {tr("预置位"), tr("停留(秒)")}))
-    , preset_(named(new QComboBox(this), "cruisePreset", tr("预置位")))
-    , seconds_(named(new QSpinBox(this), "cruiseSeconds", tr("停留秒数"))) {
+    , which_(named(new QComboBox(this), "cruiseIndex", [] { return tr("巡航路线"); }))
+    , name_(named(new QLineEdit(this), "cruiseName", [] { return tr("巡航名称"); }))
+    , points_(makeList(
+          this, "cruisePoints", [] { return tr("巡航点"); },
+          [] {
+              return QStringList{tr("预置位"), tr("停留(秒)")};
+          }))
+    , preset_(named(new QComboBox(this), "cruisePreset", [] { return tr("预置位"); }))
+    , seconds_(named(new QSpinBox(this), "cruiseSeconds", [] { return tr("停留秒数"); })) {
     seconds_->setRange(1, PtzCruise::LongestStay);
     seconds_->setValue(UsualStay);
     buildEditor();
     connect(which_, qOverload<int>(&QComboBox::currentIndexChanged), this, &PtzCruisePage::showOne);
+    connect(&corvanta::LanguageNotice::instance(), &corvanta::LanguageNotice::changed, this, [this] {
+        for (int row = 0; row < which_->count(); ++row)
+            which_->setItemText(row, routeText(row + 1));
+        const int point = points_->indexOfTopLevelItem(points_->currentItem());
+        showPoints();
+        points_->setCurrentItem(points_->topLevelItem(point));
+    });
 }
 
 void PtzCruisePage::buildEditor() {
     auto* const column = new QVBoxLayout(this);
     column->setSpacing(3 * theme::Step);
     QFormLayout* const form = account::makeForm();
-    form->addRow(tr("路线"), which_);
-    form->addRow(tr("名称"), name_);
+    addRow(
+        *form, [] { return tr("路线"); }, which_);
+    addRow(
+        *form, [] { return tr("名称"); }, name_);
     column->addLayout(form);
     column->addWidget(points_, 1);
     auto* const point = new QHBoxLayout;
     point->addWidget(preset_, 1);
     point->addWidget(seconds_);
-    add_ = addButton(tr("添加"), QStringLiteral("cruiseAddPoint"), [this] { addPoint(); });
+    add_ = addButton([] { return tr("添加"); }, QStringLiteral("cruiseAddPoint"), [this] { addPoint(); });
     point->addWidget(add_);
-    point->addWidget(addButton(tr("移除"), QStringLiteral("cruiseRemovePoint"), [this] { removePoint(); }));
-    point->addWidget(addButton(tr("上移"), QStringLiteral("cruisePointUp"), [this] { movePoint(-1); }));
-    point->addWidget(addButton(tr("下移"), QStringLiteral("cruisePointDown"), [this] { movePoint(1); }));
+    point->addWidget(
+        addButton([] { return tr("移除"); }, QStringLiteral("cruiseRemovePoint"), [this] { removePoint(); }));
+    point->addWidget(
+        addButton([] { return tr("上移"); }, QStringLiteral("cruisePointUp"), [this] { movePoint(-1); }));
+    point->addWidget(
+        addButton([] { return tr("下移"); }, QStringLiteral("cruisePointDown"), [this] { movePoint(1); }));
     column->addLayout(point);
     auto* const row = new QHBoxLayout;
-    save_ = addButton(tr("保存路线"), QStringLiteral("cruiseSave"), [this] { save(); });
-    remove_ = addButton(tr("删除路线"), QStringLiteral("cruiseDelete"), [this] {
-        command(QStringLiteral("ptzcruisedel"), edited_.index, remove_, QStringLiteral("删除巡航路线"),
-                QString::number(edited_.index));
-    });
-    start_ = addButton(tr("开始巡航"), QStringLiteral("cruiseStart"), [this] {
-        command(QStringLiteral("ptzcruisestart"), edited_.index, start_, QStringLiteral("开始巡航"),
-                QString::number(edited_.index));
-    });
-    stop_ = addButton(tr("停止巡航"), QStringLiteral("cruiseStop"),
+    save_ = addButton([] { return tr("保存路线"); }, QStringLiteral("cruiseSave"), [this] { save(); });
+    remove_ = addButton([] { return tr("删除路线"); }, QStringLiteral("cruiseDelete"),
+                        [this] {
+                            command(QStringLiteral("ptzcruisedel"), edited_.index, remove_,
+                                    QStringLiteral("删除巡航路线"), QString::number(edited_.index));
+                        });
+    start_ = addButton([] { return tr("开始巡航"); }, QStringLiteral("cruiseStart"),
+                       [this] {
+                           command(QStringLiteral("ptzcruisestart"), edited_.index, start_,
+                                   QStringLiteral("开始巡航"), QString::number(edited_.index));
+                       });
+    stop_ = addButton([] { return tr("停止巡航"); }, QStringLiteral("cruiseStop"),
                       [this] { command(QStringLiteral("ptzcruisestop"), 1, stop_, QStringLiteral("停止巡航"), {}); });
     for (QPushButton* const button : {save_, remove_, start_, stop_})
         row->addWidget(button);
@@ -195,16 +232,12 @@ void PtzCruisePage::show(int most, const QVector<PtzCruise>& cruises, const QVec
     const bool isEdited = edited_.index > 0 && (edited_.points != before.points || name_->text() != before.name);
     cruises_ = cruises;
     presets_ = presets;
+    running_ = running;
     const QSignalBlocker blocker(which_);
     const int chosen = std::max(0, which_->currentIndex());
     which_->clear();
-    for (int index = 1; index <= most; ++index) {
-        const auto known = std::find_if(cruises.begin(), cruises.end(),
-                                        [index](const PtzCruise& one) { return one.index == index; });
-        const QString name = known == cruises.end() ? tr("(空)") : known->name;
-        which_->addItem(QStringLiteral("%1  %2").arg(QString::number(index), name) +
-                        (index == running ? tr("（正在巡航）") : QString()));
-    }
+    for (int index = 1; index <= most; ++index)
+        which_->addItem(routeText(index));
     which_->setCurrentIndex(std::min(chosen, which_->count() - 1));
     preset_->clear();
     for (const PtzPreset& preset : presets)
@@ -219,10 +252,20 @@ void PtzCruisePage::show(int most, const QVector<PtzCruise>& cruises, const QVec
     showPoints(); // presets may have other names
 }
 
+QString PtzCruisePage::routeText(int index) const {
+    const auto known =
+        std::find_if(cruises_.begin(), cruises_.end(), [index](const PtzCruise& one) { return one.index == index; });
+    const QString name = known == cruises_.end() ? tr("(空)") : known->name;
+    const QString text = QStringLiteral("%1  %2").arg(QString::number(index), name);
+    return index == running_ ? tr("%1（正在巡航）").arg(text) : text;
+}
+
 PtzCruise PtzCruisePage::kept() const {
     const auto known = std::find_if(cruises_.begin(), cruises_.end(),
                                     [this](const PtzCruise& one) { return one.index == edited_.index; });
-    return known == cruises_.end() ? PtzCruise{edited_.index, tr("路线%1").arg(edited_.index), {}} : *known;
+    // The name is what the camera keeps unless another one is entered, so the same in every language.
+    return known == cruises_.end() ? PtzCruise{edited_.index, QStringLiteral("路线%1").arg(edited_.index), {}}
+                                   : *known;
 }
 
 void PtzCruisePage::showOne() {

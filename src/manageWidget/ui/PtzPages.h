@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/AppContext.h"
+#include "base/ui/Worded.h"
 #include "manageWidget/PtzCaps.h"
 
 #include <QWidget>
@@ -27,7 +28,7 @@ protected:
     /// `what` is the command's name in the log.
     void command(const QString& name, const QVariant& value, QPushButton* busy, const QString& what,
                  const QString& detail);
-    QPushButton* addButton(const QString& text, const QString& objectName, std::function<void()> clicked);
+    QPushButton* addButton(const corvanta::Text& text, const QString& objectName, std::function<void()> clicked);
 
 private:
     AppContext context_;
@@ -66,6 +67,7 @@ public:
 
 private:
     void buildEditor();
+    QString routeText(int index) const;
     void showOne();
     void showButtons();
     /// The route in question as the camera has it; an empty one where it has none.
@@ -79,6 +81,7 @@ private:
     QVector<corvanta::manage::PtzCruise> cruises_;
     QVector<corvanta::manage::PtzPreset> presets_;
     corvanta::manage::PtzCruise edited_;
+    int running_ = 0; ///< number of the route that the camera is on; 0: none
     QComboBox* which_;
     QLineEdit* name_;
     QTreeWidget* points_;
