@@ -93,6 +93,7 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // as they come
     table_->setSortingEnabled(true);
+    widenColumns();
     stack_->addWidget(table_);
     auto* const empty = new QLabel(stack_);
     corvanta::wordedText(empty, [] { return tr("没有未确认的报警"); });
@@ -116,9 +117,20 @@ AlarmCenterPage::AlarmCenterPage(const AppContext& context, RecordingStorage& st
         table_->horizontalHeader()->viewport()->update();
         table_->viewport()->update();
         refresh();
-        if (pictures_.isEmpty())
-            showPicture(0); // says that there is none
+        widenColumns();
+        showPicture(shownPicture_); // what is said instead of one
     });
+}
+
+void AlarmCenterPage::widenColumns() {
+    const auto widen = [this](int column, int width) {
+        table_->setColumnWidth(column, qMax(table_->columnWidth(column), width));
+    };
+    for (int i = 0; i < AlarmTableModel::Columns; ++i)
+        widen(i, table_->horizontalHeader()->sectionSizeHint(i));
+    for (const corvanta::AlarmType& type : corvanta::alarmTypes())
+        widen(AlarmTableModel::Level,
+              table_->fontMetrics().horizontalAdvance(type.shownText()) + 4 * theme::Step); // margins of a cell
 }
 
 QWidget* AlarmCenterPage::makeButtons() {

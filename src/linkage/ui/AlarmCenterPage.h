@@ -34,6 +34,8 @@ protected:
 private:
     QWidget* makeDetail();
     QWidget* makeButtons();
+    /// Makes no column narrower than its words.
+    void widenColumns();
     void refresh();
     void showChosen();
     void showPicture(int number);
