@@ -25,7 +25,7 @@ QString rightsText(const DeviceRecord& device) {
         if (authority.value(QLatin1String(key)).toBool())
             rights += DeviceTable::tr(text);
     }
-    return rights.join(QStringLiteral("、"));
+    return rights.join(DeviceTable::tr("、"));
 }
 
 } // namespace

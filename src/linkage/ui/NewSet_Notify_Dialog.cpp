@@ -106,7 +106,7 @@ void NewSet_Notify_Dialog::addPick(QFormLayout& form, const QString& label, cons
     shown->setAccessibleName(label);
     shown->setReadOnly(true);
     QPushButton* const button =
-        makeButton(tr("选择"), tr("选择") + label, QLatin1String(objectName) + QStringLiteral("Pick"), this);
+        makeButton(tr("选择"), tr("选择%1").arg(label), QLatin1String(objectName) + QStringLiteral("Pick"), this);
     connect(button, &QPushButton::clicked, this, std::move(pick));
     row->addWidget(shown, 1);
     row->addWidget(button);
@@ -121,7 +121,7 @@ void NewSet_Notify_Dialog::addCodes(QFormLayout& form, const QString& label, con
     for (const linkage::Word& word : words) {
         auto* const box = new QCheckBox(word.text, this);
         box->setObjectName(QLatin1String(objectName) + QLatin1Char('_') + word.code);
-        box->setAccessibleName(label + word.text);
+        box->setAccessibleName(tr("%1%2").arg(label, word.text));
         box->setChecked((rule_.*field).contains(word.code));
         codes.boxes.append({word.code, box});
         row->addWidget(box);
@@ -145,13 +145,15 @@ QWidget* NewSet_Notify_Dialog::makeTemplate(const QString& label, const char* ob
     column->addWidget(edit, 1);
     templates_.append({field, edit});
     auto* const row = new QHBoxLayout;
-    QPushButton* const insert = makeButton(tr("插入"), label + tr("插入"), name + QStringLiteral("Insert"), page);
+    QPushButton* const insert =
+        makeButton(tr("插入"), tr("%1插入").arg(label), name + QStringLiteral("Insert"), page);
     auto* const menu = new QMenu(insert);
     menu->setObjectName(name + QStringLiteral("Menu"));
     for (const linkage::Word& word : linkage::placeholders())
         menu->addAction(word.text, edit, [edit, code = word.code] { edit->insertPlainText(code); });
     insert->setMenu(menu);
-    QPushButton* const preview = makeButton(tr("预览"), label + tr("预览"), name + QStringLiteral("Preview"), page);
+    QPushButton* const preview =
+        makeButton(tr("预览"), tr("%1预览").arg(label), name + QStringLiteral("Preview"), page);
     connect(preview, &QPushButton::clicked, this,
             [this, edit] { TipDialog::tell(tr("预览"), linkage::previewOf(edit->toPlainText()), this); });
     row->addWidget(insert);

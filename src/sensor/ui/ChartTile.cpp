@@ -215,7 +215,7 @@ void ChartTile::showValues() {
         if (!isFixed_ && latest.value)
             text += QLatin1Char(' ') + QString::number(*latest.value) + QLatin1Char(' ') + input.unit;
         if (!isFixed_ && latest.isNormal && !*latest.isNormal)
-            text += tr("（异常）");
+            text = tr("%1（异常）").arg(text);
         QToolButton* const chip = chips_.value(input.pid);
         chip->setAccessibleName(text);
         chip->setText(text.replace(QLatin1Char('&'), QStringLiteral("&&"))); // an ampersand, none that underlines

@@ -39,14 +39,15 @@ ThresholdForm::ThresholdForm(const QVariantMap& port, QWidget* parent)
     grid->addWidget(new QLabel(tr("下限"), this), 0, 2);
     const auto known = thresholdsOf(port);
     for (int i = 0; i < Levels; ++i) {
-        const QString level = tr("%1级阈值").arg(i + 1);
         ThresholdLevel bounds;
         for (const ThresholdLevel& one : known)
             bounds = one.level == i + 1 ? one : bounds;
         const auto place = static_cast<std::size_t>(i);
-        grid->addWidget(new QLabel(level, this), i + 1, 0);
-        highs_[place] = makeEdit(QStringLiteral("high%1").arg(i + 1), level + tr("上限"), textOf(bounds.high));
-        lows_[place] = makeEdit(QStringLiteral("low%1").arg(i + 1), level + tr("下限"), textOf(bounds.low));
+        grid->addWidget(new QLabel(tr("%1级阈值").arg(i + 1), this), i + 1, 0);
+        highs_[place] =
+            makeEdit(QStringLiteral("high%1").arg(i + 1), tr("%1级阈值上限").arg(i + 1), textOf(bounds.high));
+        lows_[place] =
+            makeEdit(QStringLiteral("low%1").arg(i + 1), tr("%1级阈值下限").arg(i + 1), textOf(bounds.low));
         grid->addWidget(highs_[place], i + 1, 1);
         grid->addWidget(lows_[place], i + 1, 2);
     }
