@@ -67,7 +67,7 @@
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Logic</translation>
+        <translation>Relation</translation>
     </message>
     <message>
         <source>条件有效时长</source>
@@ -1439,6 +1439,10 @@ Change the conditions and search again.</translation>
         <source>权限</source>
         <translation>Rights</translation>
     </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
 </context>
 <context>
     <name>DeviceTree</name>
@@ -2334,7 +2338,7 @@ They cannot be restored.</translation>
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Logic</translation>
+        <translation>Relation</translation>
     </message>
 </context>
 <context>
@@ -3232,7 +3236,7 @@ the group cannot be deleted.</translation>
     </message>
     <message>
         <source>条件关系</source>
-        <translation>Logic</translation>
+        <translation>Relation</translation>
     </message>
     <message>
         <source>条件有效时长</source>
@@ -3384,6 +3388,22 @@ the group cannot be deleted.</translation>
     <message>
         <source>保存成功!</source>
         <translation>Saved.</translation>
+    </message>
+    <message>
+        <source>选择%1</source>
+        <translation>Choose: %1</translation>
+    </message>
+    <message>
+        <source>%1%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1插入</source>
+        <translation>%1: insert</translation>
+    </message>
+    <message>
+        <source>%1预览</source>
+        <translation>%1: preview</translation>
     </message>
 </context>
 <context>
@@ -4185,14 +4205,6 @@ by text message or by app.</translation>
         <translation>(empty)</translation>
     </message>
     <message>
-        <source>（正在巡航）</source>
-        <translation> (running)</translation>
-    </message>
-    <message>
-        <source>路线%1</source>
-        <translation>Cruise %1</translation>
-    </message>
-    <message>
         <source>(已删除)</source>
         <translation>(deleted)</translation>
     </message>
@@ -4203,6 +4215,10 @@ by text message or by app.</translation>
     <message>
         <source>请至少添加一个巡航点!</source>
         <translation>Please add at least one cruise point.</translation>
+    </message>
+    <message>
+        <source>%1（正在巡航）</source>
+        <translation>%1 (running)</translation>
     </message>
 </context>
 <context>
@@ -4603,7 +4619,7 @@ by text message or by app.</translation>
     </message>
     <message>
         <source>%1 条</source>
-        <translation>%1 messages</translation>
+        <translation>%1</translation>
     </message>
     <message>
         <source>保存成功!</source>
@@ -7437,7 +7453,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>通讯</source>
-        <translation>Link</translation>
+        <translation>State</translation>
     </message>
     <message>
         <source>新增</source>
@@ -7466,14 +7482,6 @@ Choose recordings in the files, or open single files.</translation>
     <message>
         <source>异常</source>
         <translation>Fault</translation>
-    </message>
-    <message>
-        <source>输入%1</source>
-        <translation>Input %1</translation>
-    </message>
-    <message>
-        <source>输出%1</source>
-        <translation>Output %1</translation>
     </message>
     <message>
         <source>确定删除“%1”? 保存后，其数据记录也会被删除。</source>
@@ -7624,10 +7632,6 @@ Choose recordings in the files, or open single files.</translation>
         <translation>Add inputs</translation>
     </message>
     <message>
-        <source>（异常）</source>
-        <translation> (fault)</translation>
-    </message>
-    <message>
         <source>曲线菜单</source>
         <translation>Curve menu</translation>
     </message>
@@ -7698,6 +7702,10 @@ Choose recordings in the files, or open single files.</translation>
     <message>
         <source>清空图表</source>
         <translation>Empty the chart</translation>
+    </message>
+    <message>
+        <source>%1（异常）</source>
+        <translation>%1 (fault)</translation>
     </message>
 </context>
 <context>
@@ -8123,7 +8131,7 @@ Choose recordings in the files, or open single files.</translation>
     </message>
     <message>
         <source>通讯</source>
-        <translation>Link</translation>
+        <translation>State</translation>
     </message>
     <message>
         <source>正常</source>
@@ -8251,7 +8259,7 @@ Sign in, right-click a device in the tree and choose &quot;Sensors&quot; to add 
     </message>
     <message>
         <source>通讯</source>
-        <translation>Link</translation>
+        <translation>State</translation>
     </message>
     <message>
         <source>读取时间</source>
@@ -8289,11 +8297,11 @@ Sign in, right-click a device in the tree and choose &quot;Sensors&quot; to add 
     </message>
     <message>
         <source>上限</source>
-        <translation>upper</translation>
+        <translation>Upper limit</translation>
     </message>
     <message>
         <source>下限</source>
-        <translation>lower</translation>
+        <translation>Lower limit</translation>
     </message>
     <message>
         <source>%1级阈值</source>
@@ -8318,6 +8326,14 @@ Sign in, right-click a device in the tree and choose &quot;Sensors&quot; to add 
     <message>
         <source>回差应为不小于0的数字!</source>
         <translation>The hysteresis must be a number of 0 or more.</translation>
+    </message>
+    <message>
+        <source>%1级阈值上限</source>
+        <translation>Upper limit of level %1</translation>
+    </message>
+    <message>
+        <source>%1级阈值下限</source>
+        <translation>Lower limit of level %1</translation>
     </message>
 </context>
 <context>

@@ -35,7 +35,8 @@ Source scene(int number) {
 bool waitForSound(RecordingListener& listener, std::size_t samples) {
     const bool came = listener.waitFor([samples](const auto& record) { return record.sound.size() >= samples; });
     if (const auto record = listener.record(); !came && record.closed)
-        qWarning() << "closed with" << static_cast<int>(*record.closed) << "after" << record.sound.size() << "samples";
+        qWarning() << "closed with" << static_cast<int>(*record.closed) << "after" << record.sound.size()
+                   << "samples";
     return came;
 }
 
