@@ -22,6 +22,10 @@ namespace theme = corvanta::theme;
 
 namespace {
 
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(FileChooser)
+};
+
 class FileIcons final : public QFileIconProvider {
 public:
     QIcon icon(IconType type) const override { return drawing(type == File); }
@@ -63,24 +67,22 @@ public:
         files_->setFileMode(QFileDialog::AnyFile);
         files_->selectFile(proposal);
         files_->setDefaultSuffix(QFileInfo(proposal).suffix());
-        files_->setLabelText(QFileDialog::Accept, translated("保存"));
+        files_->setLabelText(QFileDialog::Accept, Texts::tr("保存"));
         dressButtons();
     }
 
     QStringList chosen() const { return files_->selectedFiles(); }
 
 private:
-    static QString translated(const char* text) { return QCoreApplication::translate("FileChooser", text); }
-
     void dress() {
-        files_->setLabelText(QFileDialog::LookIn, translated("位置"));
-        files_->setLabelText(QFileDialog::FileName, translated("文件名"));
-        files_->setLabelText(QFileDialog::FileType, translated("类型"));
-        files_->setLabelText(QFileDialog::Accept, translated("打开"));
-        files_->setLabelText(QFileDialog::Reject, translated("取消"));
-        dressButton("backButton", translated("后退"), "back");
-        dressButton("forwardButton", translated("前进"), "forward");
-        dressButton("toParentButton", translated("上一级"), "up");
+        files_->setLabelText(QFileDialog::LookIn, Texts::tr("位置"));
+        files_->setLabelText(QFileDialog::FileName, Texts::tr("文件名"));
+        files_->setLabelText(QFileDialog::FileType, Texts::tr("类型"));
+        files_->setLabelText(QFileDialog::Accept, Texts::tr("打开"));
+        files_->setLabelText(QFileDialog::Reject, Texts::tr("取消"));
+        dressButton("backButton", Texts::tr("后退"), "back");
+        dressButton("forwardButton", Texts::tr("前进"), "forward");
+        dressButton("toParentButton", Texts::tr("上一级"), "up");
         dressButtons();
         if (auto* const name = files_->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
             connect(name, &QLineEdit::textChanged, this, &FileChooser::renameOpen);
@@ -101,7 +103,7 @@ private:
     void renameOpen() {
         for (auto* const button : files_->findChildren<QPushButton*>()) {
             if (button->text() == QFileDialog::tr("&Open"))
-                button->setText(translated("打开"));
+                button->setText(Texts::tr("打开"));
         }
     }
 
@@ -149,9 +151,8 @@ QString chooseNewFile(QWidget* parent, const QString& title, const QString& prop
     while (chooser.exec() == QDialog::Accepted) {
         QString chosen = chooser.chosen().value(0);
         const bool exists = QFileInfo::exists(chosen);
-        const QString question =
-            QCoreApplication::translate("FileChooser", "%1 已存在，确定替换?").arg(QFileInfo(chosen).fileName());
-        if (!exists || TipDialog::ask(QCoreApplication::translate("FileChooser", "提示"), question, true, parent))
+        const QString question = Texts::tr("%1 已存在，确定替换?").arg(QFileInfo(chosen).fileName());
+        if (!exists || TipDialog::ask(Texts::tr("提示"), question, true, parent))
             return chosen;
     }
     return {};

@@ -10,22 +10,22 @@ namespace {
 
 constexpr qint64 MostPixels = 100'000'000;
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("PictureFile", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PictureFile)
+};
 
 } // namespace
 
 PictureFile PictureFile::read(const QString& path, const QSize& bounds) {
     if (!QFileInfo(path).isFile())
-        return {{}, translated("图片文件不存在")};
+        return {{}, Texts::tr("图片文件不存在")};
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     if (size.isValid()) {
         if (qint64{size.width()} * size.height() > MostPixels)
-            return {{}, translated("图片过大")};
+            return {{}, Texts::tr("图片过大")};
         // A picture that stands on its side is turned after it was scaled.
         const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
         const QSize room = turned ? bounds.transposed() : bounds;
@@ -34,14 +34,14 @@ PictureFile PictureFile::read(const QString& path, const QSize& bounds) {
     }
     const QImage picture = reader.read();
     if (picture.isNull())
-        return {{}, translated("无法读取该图片")};
+        return {{}, Texts::tr("无法读取该图片")};
     if (picture.width() > bounds.width() || picture.height() > bounds.height())
         return {picture.scaled(bounds, Qt::KeepAspectRatio, Qt::SmoothTransformation), {}};
     return {picture, {}};
 }
 
 QString pictureFilter() {
-    return translated("图片") + QStringLiteral(" (*.png *.jpg *.jpeg *.bmp *.gif *.svg)");
+    return Texts::tr("图片") + QStringLiteral(" (*.png *.jpg *.jpeg *.bmp *.gif *.svg)");
 }
 
 } // namespace corvanta
