@@ -12,18 +12,18 @@ namespace {
 
 constexpr int LongestMinutes = 24 * 60;
 
-const QString NoLimit = QStringLiteral("不限");
+const QString NoLimit = QStringLiteral("不限"); // as it is stored
 
-QString translated(const char* text) {
-    return QCoreApplication::translate("SettingChecks", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(SettingChecks)
+};
 
 std::optional<QString> checkName(const QString& label, const QString& name) {
     if (name.size() > LongestName)
-        return translated("%1不能超过%2个字符").arg(label).arg(LongestName);
+        return Texts::tr("%1不能超过%2个字符").arg(label).arg(LongestName);
     if (!std::all_of(name.begin(), name.end(),
                      [](QChar character) { return character.isPrint() || character.isSurrogate(); }))
-        return translated("%1含有不能显示的字符").arg(label);
+        return Texts::tr("%1含有不能显示的字符").arg(label);
     return std::nullopt;
 }
 
@@ -40,46 +40,46 @@ int wholeNumber(const QString& text) {
 } // namespace
 
 std::optional<QString> checkApplicationName(const QString& name) {
-    const QString label = translated("APP名称");
+    const QString label = Texts::tr("APP名称");
     if (name.trimmed().isEmpty())
-        return translated("%1不能为空，请录入").arg(label);
+        return Texts::tr("%1不能为空，请录入").arg(label);
     return checkName(label, name);
 }
 
 std::optional<QString> checkCompanyName(const QString& name) {
-    return checkName(translated("公司名称"), name);
+    return checkName(Texts::tr("公司名称"), name);
 }
 
 std::optional<QString> checkLongestOpening(const QString& text) {
     const int minutes = wholeNumber(text);
-    if (text == NoLimit || (minutes >= 1 && minutes <= LongestMinutes))
+    if (text == Texts::tr("不限") || (minutes >= 1 && minutes <= LongestMinutes))
         return std::nullopt;
-    return translated("视频打开最长时间应为“不限”或1到%1的整数").arg(LongestMinutes);
+    return Texts::tr("视频打开最长时间应为“不限”或1到%1的整数").arg(LongestMinutes);
 }
 
 QVariant longestOpeningFromText(const QString& text) {
-    return text == NoLimit ? QVariant(NoLimit) : QVariant(text.toInt());
+    return text == Texts::tr("不限") ? QVariant(NoLimit) : QVariant(text.toInt());
 }
 
 QString longestOpeningText(const QVariant& stored) {
     const QString text = stored.toString();
-    return text.toInt() == 0 ? NoLimit : text;
+    return text.toInt() == 0 ? Texts::tr("不限") : text;
 }
 
 std::optional<QString> checkProxy(const ProxyEntries& entries) {
     if (entries.host.isEmpty())
-        return translated("请录入代理服务器地址");
+        return Texts::tr("请录入代理服务器地址");
     const auto breaksHost = [](QChar character) {
         return character.isSpace() || !character.isPrint() || character == QLatin1Char('/') ||
                character == QLatin1Char('@');
     };
     if (std::any_of(entries.host.begin(), entries.host.end(), breaksHost))
-        return translated("代理服务器地址不正确");
+        return Texts::tr("代理服务器地址不正确");
     const int port = wholeNumber(entries.port);
     if (port < 1 || port > 0xffff)
-        return translated("代理端口应为1到65535的整数");
+        return Texts::tr("代理端口应为1到65535的整数");
     if (entries.user.isEmpty() && !entries.password.isEmpty())
-        return translated("请录入代理用户名，或清空密码");
+        return Texts::tr("请录入代理用户名，或清空密码");
     return std::nullopt;
 }
 
@@ -92,9 +92,9 @@ std::optional<QString> checkSoundFile(const QString& type, const QString& path) 
         return std::nullopt;
     const QFileInfo file(path);
     if (!soundSuffixes().contains(file.suffix().toLower()))
-        return translated("%1的声音文件应为wav、mp3或ogg文件").arg(type);
+        return Texts::tr("%1的声音文件应为wav、mp3或ogg文件").arg(type);
     if (!file.isFile() || !file.isReadable())
-        return translated("%1的声音文件不存在或无法读取").arg(type);
+        return Texts::tr("%1的声音文件不存在或无法读取").arg(type);
     return std::nullopt;
 }
 

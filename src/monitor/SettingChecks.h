@@ -16,11 +16,11 @@ std::optional<QString> checkApplicationName(const QString& name);
 /// May be empty.
 std::optional<QString> checkCompanyName(const QString& name);
 
-/// "不限", or whole minutes from 1 to a day.
+/// "不限" in the language of the interface, or whole minutes from 1 to a day.
 std::optional<QString> checkLongestOpening(const QString& text);
-/// What is stored for a text that passed the check: a number, or "不限".
+/// What is stored for a text that passed the check: a number, or "不限" in every language.
 QVariant longestOpeningFromText(const QString& text);
-/// The text for a stored value: "不限" for what means no limit, else the value as it is.
+/// The text for a stored value: "不限", translated, for what means no limit, else the value as it is.
 QString longestOpeningText(const QVariant& stored);
 
 /// The proxy's entries as the user writes them.

@@ -1,4 +1,5 @@
 #include "base/DeviceModel.h"
+#include "base/Language.h"
 #include "monitor/DriveOrder.h"
 #include "monitor/Layouts.h"
 #include "monitor/PollDraft.h"
@@ -29,6 +30,7 @@ private slots:
     void longestOpening();
     void longestOpeningShown_data();
     void longestOpeningShown();
+    void longestOpeningInEnglish();
     void proxy_data();
     void proxy();
     void sounds_data();
@@ -234,6 +236,19 @@ void tst_SettingRules::longestOpeningShown_data() {
 void tst_SettingRules::longestOpeningShown() {
     QFETCH(QVariant, stored);
     QTEST(settings::longestOpeningText(stored), "text");
+}
+
+// The word is another one, what is stored is not.
+void tst_SettingRules::longestOpeningInEnglish() {
+    const QVariant stored(QStringLiteral("不限"));
+    corvanta::speak(QStringLiteral("en"));
+    const QString text = settings::longestOpeningText(stored);
+    const bool isTaken = !settings::checkLongestOpening(text).has_value();
+    const QVariant again = settings::longestOpeningFromText(text);
+    corvanta::speak(QStringLiteral("zh"));
+    QCOMPARE(text, QStringLiteral("No limit"));
+    QVERIFY(isTaken);
+    QCOMPARE(again, stored);
 }
 
 void tst_SettingRules::proxy_data() {

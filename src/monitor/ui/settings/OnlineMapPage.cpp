@@ -14,7 +14,7 @@ OnlineMapPage::OnlineMapPage(QWidget* parent)
     SettingsForm form(*this);
     form.addSection(tr("在线地图"));
     server_ = form.addEdit(tr("地图服务器"), QStringLiteral("tileServer"), TileAddress::Longest);
-    server_->setPlaceholderText(QStringLiteral("https://主机/{z}/{x}/{y}.png"));
+    server_->setPlaceholderText(tr("https://主机/{z}/{x}/{y}.png"));
     form.addHint(tr("留空则使用内置地图；修改后重新打开地图时生效"));
     form.addRest();
 }

@@ -72,6 +72,7 @@ PollEditor::PollEditor(const DeviceModel& devices, QWidget* parent)
     notice_ = new QLabel(this);
     notice_->setObjectName(QStringLiteral("pollNotice"));
     notice_->setTextFormat(Qt::PlainText);
+    notice_->setWordWrap(true);
     notice_->setProperty("role", QStringLiteral("hint"));
     column->addWidget(notice_);
     setMinimumHeight(260);

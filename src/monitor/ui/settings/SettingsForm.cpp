@@ -100,7 +100,7 @@ QSpinBox* SettingsForm::addNumber(const QString& label, const QString& objectNam
     number->setRange(least, most);
     number->setSuffix(QLatin1Char(' ') + unit);
     number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    number->setFixedWidth(ShortField);
+    number->setMinimumWidth(ShortField);
     guardWheel(*number);
     QObject::connect(number, qOverload<int>(&QSpinBox::valueChanged), &page_, &SettingsPage::sigEdited);
     addRow(label, number, false);

@@ -27,7 +27,7 @@ UpdatePage::UpdatePage(QWidget* parent)
     version->setTextFormat(Qt::PlainText);
     form.addRow(tr("当前版本"), version, false);
     server_ = form.addEdit(tr("更新服务器"), QStringLiteral("updateServer"), LongestAddress);
-    server_->setPlaceholderText(QStringLiteral("http://主机:端口"));
+    server_->setPlaceholderText(tr("http://主机:端口"));
     const bool isOthers = AppPaths::isSystemFolder(QCoreApplication::applicationDirPath());
     server_->setEnabled(!isOthers);
     form.addHint(isOthers ? update::packageManagerText() : tr("启动时向该服务器检测新版本，留空则不检测"));

@@ -18,15 +18,15 @@ VideoPage::VideoPage(QWidget* parent)
     form.addSection(tr("画面"));
     aspect_ = form.addCombo(tr("画面比例"), QStringLiteral("aspectMode"));
     for (const auto mode : {video::AspectMode::KeepRatio, video::AspectMode::Stretch})
-        aspect_->addItem(video::settingText(mode), static_cast<int>(mode));
+        aspect_->addItem(mode == video::AspectMode::Stretch ? tr("平铺") : tr("原始比例"), static_cast<int>(mode));
     form.addSection(tr("打开视频"));
     longest_ = form.addCombo(tr("视频打开最长时间"), QStringLiteral("longestOpening"));
     longest_->setEditable(true);
     longest_->setInsertPolicy(QComboBox::NoInsert);
     longest_->lineEdit()->setObjectName(QStringLiteral("longestOpeningEdit"));
     longest_->lineEdit()->setAccessibleName(tr("视频打开最长时间"));
-    for (const char* offered : {"不限", "1", "2", "5", "10", "30", "60"})
-        longest_->addItem(QString::fromUtf8(offered));
+    for (const int minutes : {0, 1, 2, 5, 10, 30, 60}) // 0: no limit
+        longest_->addItem(settings::longestOpeningText(minutes));
     form.addHint(tr("单位：分钟。超过该时间仍未打开时提示失败"));
     form.addRest();
 }
