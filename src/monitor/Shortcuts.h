@@ -29,9 +29,9 @@ enum class ShortcutId {
 /// One line of the table of keys.
 struct Shortcut {
     ShortcutId id;
-    QStringList keys; ///< portable key sequences; any of them does it
-    QString shown;    ///< the keys as the user reads them
-    const char* text; ///< what they do, UTF-8, to be translated in the context "Shortcuts"
+    QStringList keys;  ///< portable key sequences; any of them does it
+    const char* shown; ///< the keys as the user reads them, UTF-8, to be translated in the context "Shortcuts"
+    const char* text;  ///< what they do, UTF-8, to be translated in the context "Shortcuts"
     /// Fields and lists use such keys themselves, so they are not for the whole window: only while the grid has the
     /// focus. The device tree has its own Enter.
     bool isPlainKey;

@@ -197,7 +197,8 @@ void tst_StartPicture::helpShowsEveryKey() {
                 texts += label->text();
         }
         for (const corvanta::Shortcut& shortcut : corvanta::shortcuts())
-            QVERIFY2(texts.contains(shortcut.shown) && texts.contains(QString::fromUtf8(shortcut.text)),
+            QVERIFY2(texts.contains(QString::fromUtf8(shortcut.shown)) &&
+                         texts.contains(QString::fromUtf8(shortcut.text)),
                      shortcut.text);
     }
     QTest::keyClick(&sheet, Qt::Key_Escape);

@@ -1,5 +1,6 @@
 #include "base/ui/CalendarPopup.h"
 
+#include "base/Language.h"
 #include "base/ui/Theme.h"
 
 #include <QCalendarWidget>
@@ -23,7 +24,7 @@ CalendarPopup::CalendarPopup(QDateTimeEdit& field)
     auto* const calendar = new QCalendarWidget(this);
     calendar->setObjectName(QStringLiteral("calendar"));
     calendar->setAccessibleName(tr("日历"));
-    calendar->setLocale(QLocale(QLocale::Chinese, QLocale::China));
+    calendar->setLocale(corvanta::spokenLocale());
     calendar->setFirstDayOfWeek(Qt::Monday);
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);

@@ -18,7 +18,7 @@ namespace theme = corvanta::theme;
 PageBar::PageBar(QWidget* parent)
     : QWidget(parent) {
     setObjectName(QStringLiteral("pageBar"));
-    setAccessibleName(tr("分页栏"));
+    corvanta::wordedName(this, [] { return tr("分页栏"); });
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(2 * theme::Step, theme::Step, theme::Step, theme::Step);
     row->setSpacing(theme::Step);

@@ -36,14 +36,16 @@ struct ActionEntry {
     const char* text;       ///< to be translated in the context "Playback"
     const char* drawing;    ///< of its button; null for one that only keys do
     QStringList keys;       ///< portable text
-    QString keyLabel;       ///< as it is shown; empty without a key
+    const char* keyLabel;   ///< as it is shown, to be translated likewise; null without a key
     bool needsRecordings;   ///< does nothing while nothing is loaded
 };
 
 /// In the order of the buttons.
 const std::vector<ActionEntry>& playbackActions();
 const ActionEntry& entryOf(Action action);
-/// The text of an action with its key, as tool tips show it.
-QString actionHint(const ActionEntry& entry);
+/// The text of an action, translated.
+QString actionText(const ActionEntry& entry);
+/// `text` with the key of an action, as tool tips show it.
+QString withKey(const QString& text, const ActionEntry& entry);
 
 } // namespace corvanta::playback

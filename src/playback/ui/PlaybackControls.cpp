@@ -5,7 +5,6 @@
 #include "base/ui/Theme.h"
 #include "base/ui/Worded.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -69,9 +68,9 @@ PlaybackControls::PlaybackControls(QWidget* parent)
 
 void PlaybackControls::addButton(const ActionEntry& entry, QBoxLayout* line) {
     QToolButton* const button = corvanta::barButton(
-        this, QLatin1String(entry.objectName),
-        [text = entry.text] { return QCoreApplication::translate("Playback", text); }, QLatin1String(entry.drawing));
-    corvanta::wordedTip(button, [&entry] { return actionHint(entry); }); // entries live as long as the program
+        this, QLatin1String(entry.objectName), [&entry] { return actionText(entry); }, QLatin1String(entry.drawing));
+    corvanta::wordedTip(
+        button, [&entry] { return withKey(actionText(entry), entry); }); // entries live as long as the program
     button->installEventFilter(this);
     line->addWidget(button);
     buttons_.insert(static_cast<int>(entry.action), button);
@@ -96,10 +95,10 @@ void PlaybackControls::sayPlaying() {
     const bool playing = isPlaying_;
     QToolButton* const button = buttons_[static_cast<int>(Action::TogglePlay)];
     const ActionEntry& entry = entryOf(Action::TogglePlay);
-    const QString text = playing ? tr("暂停") : QCoreApplication::translate("Playback", entry.text);
+    const QString text = playing ? tr("暂停") : actionText(entry);
     button->setIcon(corvanta::svgIcon(playing ? QStringLiteral("pause") : QStringLiteral("play"), theme::TextOnDark));
     button->setAccessibleName(text);
-    button->setToolTip(QStringLiteral("%1（%2）").arg(text, entry.keyLabel));
+    button->setToolTip(withKey(text, entry));
 }
 
 void PlaybackControls::setSpeed(double speed) {

@@ -187,7 +187,7 @@ void PlaybackPage::tellUnreadable() {
     for (int camera = 0; camera < cameras_.size(); ++camera) {
         const CameraPlayer::Findings& findings = *session_->findings(camera);
         for (const auto& [file, error] : findings.unreadable) {
-            const QString text = QStringLiteral("%1：%2").arg(QFileInfo(toQString(file)).fileName(), reasonOf(error));
+            const QString text = tr("%1：%2").arg(QFileInfo(toQString(file)).fileName(), reasonOf(error));
             if (count++ == 0)
                 first = text;
             if (findings.timeline.isEmpty())

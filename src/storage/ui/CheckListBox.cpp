@@ -118,7 +118,7 @@ QString CheckListBox::text() const {
 }
 
 void CheckListBox::showChosen() {
-    setAccessibleName(QStringLiteral("%1：%2").arg(name_(), text()));
+    setAccessibleName(tr("%1：%2").arg(name_(), text()));
     update();
 }
 

@@ -33,7 +33,7 @@ HelpSheet::HelpSheet(QWidget* parent)
     grid_->setHorizontalSpacing(3 * theme::Step);
     grid_->setVerticalSpacing(2 * theme::Step);
     for (const corvanta::Shortcut& shortcut : corvanta::shortcuts()) {
-        auto* const key = new QLabel(shortcut.shown, sheet);
+        auto* const key = new QLabel(QCoreApplication::translate("Shortcuts", shortcut.shown), sheet);
         key->setProperty("role", QStringLiteral("key"));
         key->setAlignment(Qt::AlignCenter);
         auto* const text = new QLabel(QCoreApplication::translate("Shortcuts", shortcut.text), sheet);
