@@ -16,6 +16,7 @@ private:
     };
     /// Chooses a language in the settings, which are open, by the key that leads to it, and applies that.
     void choose(const Words& words, const QString& key, const QString& code);
+    void logRowsStay();
     bool hasButton(const QString& name) { return !window().button(name).isNull(); }
     /// Whether something of this name stands in a window.
     bool shows(const QString& name) {
@@ -35,6 +36,20 @@ void tst_Languages::choose(const Words& words, const QString& key, const QString
     BECOMES(Desktop::countWindows(program().pid()), windows);
     STEP(clickIn(words.settings, words.apply));
     BECOMES(program().stored(QStringLiteral("语言")).toString(), code);
+}
+
+// That the settings were changed is a row of the log, which is stored: it keeps its words.
+void tst_Languages::logRowsStay() {
+    STEP(clickButton(QStringLiteral("Log")));
+    Accessible tab;
+    COMES((tab = window().window().find(QStringLiteral("Operation log"))).has(Accessible::State::Showing));
+    Desktop::click(tab.place().center());
+    const auto hasRow = [this] {
+        const auto cells = window().window().find(Accessible::Role::Table, QStringLiteral("Log rows")).children();
+        return std::any_of(cells.begin(), cells.end(),
+                           [](const Accessible::Seen& cell) { return cell.name == QStringLiteral("修改软件设置"); });
+    };
+    COMES(hasRow());
 }
 
 void tst_Languages::thereAndBack() {
@@ -66,6 +81,8 @@ void tst_Languages::thereAndBack() {
     COMES(hasButton(QStringLiteral("回放")) && !hasButton(QStringLiteral("Playback")));
     STEP(choose(chinese, QStringLiteral("End"), QStringLiteral("en")));
     STEP(answer(english.settings, QStringLiteral("OK")));
+    COMES(shows(QStringLiteral("Device tree")) && !shows(QStringLiteral("设备树")));
+    STEP(logRowsStay());
 
     STEP(clickButton(QStringLiteral("Quit")));
     COMES(program().isActive(QStringLiteral("Notice")));
