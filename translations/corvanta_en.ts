@@ -768,6 +768,10 @@ Please check the number, or ask your friend to register first.</translation>
         <source>%1：%2 项</source>
         <translation>%1: %2 chosen</translation>
     </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>CheckPicker</name>
@@ -1812,6 +1816,42 @@ They cannot be restored.</translation>
     <message>
         <source>提示</source>
         <translation>Notice</translation>
+    </message>
+    <message>
+        <source>保存</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>位置</source>
+        <translation>Look in</translation>
+    </message>
+    <message>
+        <source>文件名</source>
+        <translation>File name</translation>
+    </message>
+    <message>
+        <source>类型</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>打开</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>后退</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>前进</source>
+        <translation>Forward</translation>
+    </message>
+    <message>
+        <source>上一级</source>
+        <translation>Parent folder</translation>
     </message>
 </context>
 <context>
@@ -3457,6 +3497,10 @@ by text message or by app.</translation>
         <source>留空则使用内置地图；修改后重新打开地图时生效</source>
         <translation>Empty: the built-in map. A change takes effect when a map is opened again.</translation>
     </message>
+    <message>
+        <source>https://主机/{z}/{x}/{y}.png</source>
+        <translation>https://host/{z}/{x}/{y}.png</translation>
+    </message>
 </context>
 <context>
     <name>PageBar</name>
@@ -3836,6 +3880,25 @@ by text message or by app.</translation>
     </message>
 </context>
 <context>
+    <name>PictureFile</name>
+    <message>
+        <source>图片文件不存在</source>
+        <translation>The picture file does not exist</translation>
+    </message>
+    <message>
+        <source>图片过大</source>
+        <translation>The picture is too large</translation>
+    </message>
+    <message>
+        <source>无法读取该图片</source>
+        <translation>The picture cannot be read</translation>
+    </message>
+    <message>
+        <source>图片</source>
+        <translation>Pictures</translation>
+    </message>
+</context>
+<context>
     <name>PictureView</name>
     <message>
         <source>图片</source>
@@ -3958,6 +4021,14 @@ by text message or by app.</translation>
     <message>
         <source>放大或还原画面</source>
         <translation>Enlarge or restore the picture</translation>
+    </message>
+    <message>
+        <source>空格</source>
+        <translation>Space</translation>
+    </message>
+    <message>
+        <source>%1（%2）</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
@@ -5414,6 +5485,61 @@ All files on it are lost and cannot be restored.</translation>
     </message>
 </context>
 <context>
+    <name>SettingChecks</name>
+    <message>
+        <source>%1不能超过%2个字符</source>
+        <translation>%1 must not be longer than %2 characters</translation>
+    </message>
+    <message>
+        <source>%1含有不能显示的字符</source>
+        <translation>%1 has characters that cannot be shown</translation>
+    </message>
+    <message>
+        <source>APP名称</source>
+        <translation>Application name</translation>
+    </message>
+    <message>
+        <source>%1不能为空，请录入</source>
+        <translation>%1 must not be empty</translation>
+    </message>
+    <message>
+        <source>公司名称</source>
+        <translation>Company name</translation>
+    </message>
+    <message>
+        <source>不限</source>
+        <translation>No limit</translation>
+    </message>
+    <message>
+        <source>视频打开最长时间应为“不限”或1到%1的整数</source>
+        <translation>The longest opening time must be “No limit” or a whole number from 1 to %1</translation>
+    </message>
+    <message>
+        <source>请录入代理服务器地址</source>
+        <translation>Enter the proxy server&apos;s address</translation>
+    </message>
+    <message>
+        <source>代理服务器地址不正确</source>
+        <translation>The proxy server&apos;s address is not correct</translation>
+    </message>
+    <message>
+        <source>代理端口应为1到65535的整数</source>
+        <translation>The proxy port must be a whole number from 1 to 65535</translation>
+    </message>
+    <message>
+        <source>请录入代理用户名，或清空密码</source>
+        <translation>Enter the proxy user name, or clear the password</translation>
+    </message>
+    <message>
+        <source>%1的声音文件应为wav、mp3或ogg文件</source>
+        <translation>The sound file of %1 must be a wav, mp3 or ogg file</translation>
+    </message>
+    <message>
+        <source>%1的声音文件不存在或无法读取</source>
+        <translation>The sound file of %1 does not exist or cannot be read</translation>
+    </message>
+</context>
+<context>
     <name>SettingsDialog</name>
     <message>
         <source>软件设置</source>
@@ -5516,6 +5642,10 @@ All files on it are lost and cannot be restored.</translation>
     <message>
         <source>帮助</source>
         <translation>Help</translation>
+    </message>
+    <message>
+        <source>空格</source>
+        <translation>Space</translation>
     </message>
 </context>
 <context>
@@ -6067,6 +6197,10 @@ The nearest day with files is %1.</translation>
         <source>启动时向该服务器检测新版本，留空则不检测</source>
         <translation>Asked for new versions at the start. Empty: nothing is asked.</translation>
     </message>
+    <message>
+        <source>http://主机:端口</source>
+        <translation>http://host:port</translation>
+    </message>
 </context>
 <context>
     <name>UpdateProgress</name>
@@ -6257,6 +6391,14 @@ Do not cut the power meanwhile.</translation>
     <message>
         <source>单位：分钟。超过该时间仍未打开时提示失败</source>
         <translation>In minutes. A video that has not opened by then has failed.</translation>
+    </message>
+    <message>
+        <source>平铺</source>
+        <translation>Stretch</translation>
+    </message>
+    <message>
+        <source>原始比例</source>
+        <translation>Original</translation>
     </message>
 </context>
 <context>
@@ -7342,6 +7484,10 @@ Choose recordings in the files, or open single files.</translation>
     <message>
         <source>录像 (*.avi *.mp4);;其他视频 (*.mkv *.mov *.ts *.flv);;所有文件 (*)</source>
         <translation>Recordings (*.avi *.mp4);;Other videos (*.mkv *.mov *.ts *.flv);;All files (*)</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
