@@ -125,6 +125,10 @@ QString Parameter::sectionText() const {
     return translated(section);
 }
 
+QString Parameter::fullText() const {
+    return translated(QT_TRANSLATE_NOOP("DeviceParameters", "%1%2")).arg(sectionText(), labelText());
+}
+
 QString Parameter::unitText() const {
     return translated(unit);
 }

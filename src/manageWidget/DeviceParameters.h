@@ -32,6 +32,8 @@ struct Parameter {
     QString key() const { return QLatin1String(name); }
     QString labelText() const;
     QString sectionText() const;
+    /// Section and label: a name that no other parameter has.
+    QString fullText() const;
     QString unitText() const;
     QStringList choiceTexts() const;
 };

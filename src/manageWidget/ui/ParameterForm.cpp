@@ -59,7 +59,7 @@ ParameterForm::ParameterForm(ParameterPage page, bool hasSliders, QWidget* paren
 QWidget* ParameterForm::addField(const Parameter& parameter, bool hasSliders) {
     QWidget* const field = makeField(parameter, hasSliders);
     field->setObjectName(parameter.key());
-    field->setAccessibleName(parameter.sectionText() + parameter.labelText());
+    field->setAccessibleName(parameter.fullText());
     fields_.insert(parameter.key(), field);
     return field;
 }
