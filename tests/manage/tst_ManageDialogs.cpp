@@ -60,6 +60,7 @@ private slots:
     void aButtonMovesTheCameraWhileItIsHeld();
     void presetsAndCruises();
     void theLanguageChangesBesideTheWindow();
+    void zonesAreInTheLanguage();
     void controlsAreNamed();
 
 private:
@@ -365,6 +366,18 @@ void tst_ManageDialogs::theLanguageChangesBesideTheWindow() {
         QCOMPARE(find<QLineEdit>(dialog, "cruiseName")->text(), QStringLiteral("路线2"));
     }
     QCOMPARE(find<QLabel>(dialog, "ptzState")->text(), QStringLiteral("按住按钮转动，松开停止。"));
+}
+
+void tst_ManageDialogs::zonesAreInTheLanguage() {
+    begin();
+    const OtherLanguage other;
+    QWidget window;
+    DeviceConfigDialog dialog(context(), QStringLiteral("a"), &window);
+    const auto* const zones = find<QComboBox>(dialog, "infoZone");
+    QVERIFY(zones->count() > 24);
+    for (int zone = 0; zone < zones->count(); ++zone)
+        QVERIFY2(zones->itemText(zone).contains(QLatin1Char('*')), qPrintable(zones->itemText(zone)));
+    QCOMPARE(zones->currentData().toString(), QStringLiteral("GMT+08:00"));
 }
 
 void tst_ManageDialogs::controlsAreNamed() {

@@ -2,6 +2,7 @@
 
 #include "account/ui/AccountForm.h"
 #include "base/DeviceModel.h"
+#include "manageWidget/TimeZones.h"
 
 #include <QComboBox>
 #include <QDebug>
@@ -66,7 +67,8 @@ void InfoConfigPage::fillZones(const QString& current) {
     const QJsonArray zones = QJsonDocument::fromJson(file.readAll()).array();
     for (const QJsonValue& one : zones) {
         const QString zone = one[QStringLiteral("timezone")].toString();
-        zone_->addItem(QStringLiteral("%1  %2").arg(zone, one[QStringLiteral("name")].toString()), deviceZone(zone));
+        const QString places = corvanta::manage::zonePlaces(one[QStringLiteral("name")].toString());
+        zone_->addItem(QStringLiteral("%1  %2").arg(zone, places), deviceZone(zone));
     }
     int known = zone_->findData(current);
     if (known < 0 && !current.isEmpty()) {
