@@ -174,7 +174,7 @@
     </message>
     <message>
         <source>设备标签上的编号</source>
-        <translation>the number on its label</translation>
+        <translation>The number on its label</translation>
     </message>
     <message>
         <source>验证码</source>
@@ -182,7 +182,7 @@
     </message>
     <message>
         <source>设备标签上的验证码</source>
-        <translation>the code on its label</translation>
+        <translation>The code on its label</translation>
     </message>
     <message>
         <source>名称</source>
@@ -190,7 +190,7 @@
     </message>
     <message>
         <source>不填写则使用设备自己的名称</source>
-        <translation>empty: the device&apos;s own name</translation>
+        <translation>Empty: the device&apos;s own name</translation>
     </message>
     <message>
         <source>主码流</source>
@@ -210,7 +210,7 @@
     </message>
     <message>
         <source>不填写则使用主码流</source>
-        <translation>empty: the main stream</translation>
+        <translation>Empty: the main stream</translation>
     </message>
     <message>
         <source>用户名</source>
@@ -246,7 +246,7 @@
     </message>
     <message>
         <source>类型</source>
-        <translation>Kind</translation>
+        <translation>Type</translation>
     </message>
     <message>
         <source>状态</source>
@@ -286,7 +286,7 @@
     </message>
     <message>
         <source>编码</source>
-        <translation>Coding</translation>
+        <translation>Codec</translation>
     </message>
     <message>
         <source>尺寸</source>
@@ -1266,7 +1266,7 @@ Change the conditions and search again.</translation>
     </message>
     <message>
         <source>标志位置</source>
-        <translation>Place of the logo</translation>
+        <translation>Logo position</translation>
     </message>
     <message>
         <source>显示文字</source>
@@ -1282,7 +1282,7 @@ Change the conditions and search again.</translation>
     </message>
     <message>
         <source>定时抓拍间隔</source>
-        <translation>Interval of snapshots</translation>
+        <translation>Snapshot interval</translation>
     </message>
     <message>
         <source>秒</source>
@@ -1306,7 +1306,7 @@ Change the conditions and search again.</translation>
     </message>
     <message>
         <source>报警持续时间</source>
-        <translation>Length of an alarm</translation>
+        <translation>Alarm duration</translation>
     </message>
     <message>
         <source>报警录像到SD卡</source>
@@ -1371,6 +1371,10 @@ Change the conditions and search again.</translation>
     <message>
         <source>天</source>
         <translation>days</translation>
+    </message>
+    <message>
+        <source>%1%2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -4296,7 +4300,7 @@ by text message or by app.</translation>
     <name>PtzDialog</name>
     <message>
         <source>云台设置</source>
-        <translation>PTZ</translation>
+        <translation>PTZ settings</translation>
     </message>
     <message>
         <source>速度</source>
@@ -4725,7 +4729,7 @@ by text message or by app.</translation>
     </message>
     <message>
         <source>文件类型</source>
-        <translation>Kind of file</translation>
+        <translation>File type</translation>
     </message>
     <message>
         <source>全部</source>
@@ -5899,7 +5903,7 @@ Change time, devices or kinds and search again.</translation>
     </message>
     <message>
         <source>云台设置</source>
-        <translation>PTZ</translation>
+        <translation>PTZ settings</translation>
     </message>
     <message>
         <source>平铺</source>
@@ -5951,6 +5955,141 @@ Change time, devices or kinds and search again.</translation>
     <message>
         <source>选择日期：%1</source>
         <translation>Choose a date: %1</translation>
+    </message>
+</context>
+<context>
+    <name>TimeZones</name>
+    <message>
+        <source>国际日期变更线西</source>
+        <translation>International date line west</translation>
+    </message>
+    <message>
+        <source>中途岛</source>
+        <translation>Midway</translation>
+    </message>
+    <message>
+        <source>夏威夷</source>
+        <translation>Hawaii</translation>
+    </message>
+    <message>
+        <source>阿拉斯加</source>
+        <translation>Alaska</translation>
+    </message>
+    <message>
+        <source>太平洋时间(美国和加拿大)</source>
+        <translation>Pacific time (US and Canada)</translation>
+    </message>
+    <message>
+        <source>山地时间(美国和加拿大)</source>
+        <translation>Mountain time (US and Canada)</translation>
+    </message>
+    <message>
+        <source>中部时间(美国和加拿大)</source>
+        <translation>Central time (US and Canada)</translation>
+    </message>
+    <message>
+        <source>东部时间(美国和加拿大)</source>
+        <translation>Eastern time (US and Canada)</translation>
+    </message>
+    <message>
+        <source>大西洋时间(加拿大)</source>
+        <translation>Atlantic time (Canada)</translation>
+    </message>
+    <message>
+        <source>纽芬兰</source>
+        <translation>Newfoundland</translation>
+    </message>
+    <message>
+        <source>巴西利亚, 布宜诺斯艾利斯</source>
+        <translation>Brasília, Buenos Aires</translation>
+    </message>
+    <message>
+        <source>中大西洋</source>
+        <translation>Mid-Atlantic</translation>
+    </message>
+    <message>
+        <source>亚速尔群岛</source>
+        <translation>Azores</translation>
+    </message>
+    <message>
+        <source>伦敦, 都柏林, 里斯本</source>
+        <translation>London, Dublin, Lisbon</translation>
+    </message>
+    <message>
+        <source>柏林, 巴黎, 罗马, 马德里</source>
+        <translation>Berlin, Paris, Rome, Madrid</translation>
+    </message>
+    <message>
+        <source>雅典, 开罗, 耶路撒冷</source>
+        <translation>Athens, Cairo, Jerusalem</translation>
+    </message>
+    <message>
+        <source>莫斯科, 伊斯坦布尔, 巴格达</source>
+        <translation>Moscow, Istanbul, Baghdad</translation>
+    </message>
+    <message>
+        <source>德黑兰</source>
+        <translation>Tehran</translation>
+    </message>
+    <message>
+        <source>迪拜, 巴库</source>
+        <translation>Dubai, Baku</translation>
+    </message>
+    <message>
+        <source>喀布尔</source>
+        <translation>Kabul</translation>
+    </message>
+    <message>
+        <source>伊斯兰堡, 塔什干</source>
+        <translation>Islamabad, Tashkent</translation>
+    </message>
+    <message>
+        <source>孟买, 新德里</source>
+        <translation>Mumbai, New Delhi</translation>
+    </message>
+    <message>
+        <source>加德满都</source>
+        <translation>Kathmandu</translation>
+    </message>
+    <message>
+        <source>达卡, 阿拉木图</source>
+        <translation>Dhaka, Almaty</translation>
+    </message>
+    <message>
+        <source>仰光</source>
+        <translation>Yangon</translation>
+    </message>
+    <message>
+        <source>曼谷, 河内, 雅加达</source>
+        <translation>Bangkok, Hanoi, Jakarta</translation>
+    </message>
+    <message>
+        <source>北京, 香港, 台北, 新加坡</source>
+        <translation>Beijing, Hong Kong, Taipei, Singapore</translation>
+    </message>
+    <message>
+        <source>东京, 首尔</source>
+        <translation>Tokyo, Seoul</translation>
+    </message>
+    <message>
+        <source>阿德莱德, 达尔文</source>
+        <translation>Adelaide, Darwin</translation>
+    </message>
+    <message>
+        <source>悉尼, 墨尔本, 关岛</source>
+        <translation>Sydney, Melbourne, Guam</translation>
+    </message>
+    <message>
+        <source>所罗门群岛</source>
+        <translation>Solomon Islands</translation>
+    </message>
+    <message>
+        <source>奥克兰, 斐济</source>
+        <translation>Auckland, Fiji</translation>
+    </message>
+    <message>
+        <source>努库阿洛法</source>
+        <translation>Nuku&apos;alofa</translation>
     </message>
 </context>
 <context>
