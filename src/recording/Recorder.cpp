@@ -62,10 +62,11 @@ QString freeFile(const QString& folder, QDateTime time) {
 
 } // namespace
 
-Recorder::Recorder(const Parts& parts, QObject* parent, Clock clock)
+Recorder::Recorder(const Parts& parts, QObject* parent, Clock clock, Waiting waiting)
     : QObject(parent)
     , parts_(parts)
-    , clock_(std::move(clock)) {
+    , clock_(std::move(clock))
+    , waiting_(std::move(waiting)) {
     timer_.setInterval(TickTime);
     connect(&timer_, &QTimer::timeout, this, &Recorder::tick);
     connect(&parts_.storage, &RecordingStorage::sigRoomSought, this, &Recorder::onRoomSought);
@@ -169,7 +170,7 @@ void Recorder::endRequest(Recording& recording) {
 
 void Recorder::send(const QString& ipncId) {
     Recording& recording = recordings_[ipncId];
-    recording.retryAt = {};
+    recording.retryAt.reset();
     auto gate = std::make_shared<CallbackGate>();
     auto refusalTold = std::make_shared<std::atomic<bool>>(false);
     // On a thread of the SDK: frames are copied, everything else is handed on as the text it came as.
@@ -196,7 +197,7 @@ void Recorder::send(const QString& ipncId) {
         recording.requestId = requestId;
         recording.gate = gate;
     } else {
-        recording.retryAt = clock_().addMSecs(RetryTime);
+        recording.retryAt = waiting_() + RetryTime;
     }
     if (!timer_.isActive())
         timer_.start();
@@ -241,8 +242,8 @@ void Recorder::onOpened(const QString& ipncId, const QVariantMap& parameters, in
     recording.waitsForKey = false;
     recording.opened = true;
     beginFile(ipncId, recording);
-    if (!recording.since.isValid())
-        recording.since = clock_();
+    if (!recording.since)
+        recording.since = waiting_();
     emit sigChanged(ipncId);
 }
 
@@ -265,7 +266,7 @@ void Recorder::onClosed(const QString& ipncId, int retcode) {
         recordings_.erase(it);
         setWanted(ipncId, false);
     } else {
-        it->second.retryAt = clock_().addMSecs(RetryTime);
+        it->second.retryAt = waiting_() + RetryTime;
     }
     emit sigChanged(ipncId);
 }
@@ -288,7 +289,9 @@ void Recorder::beginFile(const QString& ipncId, Recording& recording) {
     if (folder.isEmpty() && !std::exchange(recording.pauseTold, true))
         emit sigMessage(tr("%1 录像暂停：没有可用的存储空间").arg(nameOf(ipncId)));
     recording.pauseTold = recording.writer == nullptr;
-    recording.retryAt = recording.writer == nullptr ? clock_().addMSecs(RetryTime) : QDateTime();
+    recording.retryAt.reset();
+    if (recording.writer == nullptr)
+        recording.retryAt = waiting_() + RetryTime;
 }
 
 /// Makes the next file on the drive of `folder`; a drive that refuses is left alone for a while.
@@ -395,7 +398,7 @@ void Recorder::onRoomSought(bool made) {
         return;
     for (auto& [ipncId, recording] : recordings_) {
         if (recording.hasWriter && recording.writer == nullptr)
-            recording.retryAt = clock_();
+            recording.retryAt = waiting_();
     }
     tick();
 }
@@ -406,11 +409,11 @@ QString Recorder::nameOf(const QString& ipncId) const {
 }
 
 void Recorder::avoid(const QString& drive) {
-    badDrives_.push_back({drive, clock_().addMSecs(BadDriveTime)});
+    badDrives_.push_back({drive, waiting_() + BadDriveTime});
 }
 
 QStringList Recorder::badDrives() {
-    const QDateTime now = clock_();
+    const Moment now = waiting_();
     const auto isOver = [&now](const BadDrive& drive) {
         return drive.until <= now;
     };
@@ -422,10 +425,10 @@ QStringList Recorder::badDrives() {
 }
 
 void Recorder::tick() {
-    const QDateTime now = clock_();
+    const Moment now = waiting_();
     std::vector<QString> due;
     for (const auto& [ipncId, recording] : recordings_) {
-        if (recording.retryAt.isValid() && recording.retryAt <= now && !recording.stopping)
+        if (recording.retryAt && *recording.retryAt <= now && !recording.stopping)
             due.push_back(ipncId);
     }
     for (const QString& ipncId : due) {
@@ -449,11 +452,11 @@ Recorder::State Recorder::state(const QString& ipncId) const {
     return wanted_.contains(ipncId) ? State::Waiting : State::Off;
 }
 
-std::optional<QDateTime> Recorder::since(const QString& ipncId) const {
+std::optional<std::chrono::seconds> Recorder::lasting(const QString& ipncId) const {
     const auto it = recordings_.find(ipncId);
-    if (it == recordings_.end() || !it->second.since.isValid() || it->second.stopping)
+    if (it == recordings_.end() || !it->second.since || it->second.stopping)
         return std::nullopt;
-    return it->second.since;
+    return std::chrono::duration_cast<std::chrono::seconds>(waiting_() - *it->second.since);
 }
 
 QString Recorder::file(const QString& ipncId) const {

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QVariantMap>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -42,9 +43,13 @@ public:
         std::function<QString(const QString& ipncId)> nameOf; ///< what the user calls a device; none: its id
     };
     using Clock = std::function<QDateTime()>;
+    using Moment = std::chrono::steady_clock::time_point;
+    using Waiting = std::function<Moment()>;
 
-    /// The parts outlive this object. `clock` names files and tells when something is tried again.
-    explicit Recorder(const Parts& parts, QObject* parent = nullptr, Clock clock = &QDateTime::currentDateTime);
+    /// The parts outlive this object. `clock` names files. `waiting` tells when something is tried again and how long
+    /// a recording has lasted: the time of day may be set back by a day, and nothing waits for a day because of that.
+    explicit Recorder(const Parts& parts, QObject* parent = nullptr, Clock clock = &QDateTime::currentDateTime,
+                      Waiting waiting = &std::chrono::steady_clock::now);
     /// Ends every recording; its file is complete.
     ~Recorder() override;
 
@@ -60,8 +65,8 @@ public:
     void keepOnly(const QStringList& known);
 
     State state(const QString& ipncId) const;
-    /// Since when a device has been recorded without being stopped; nothing while it is not.
-    std::optional<QDateTime> since(const QString& ipncId) const;
+    /// How long a device has been recorded without being stopped; nothing while it is not.
+    std::optional<std::chrono::seconds> lasting(const QString& ipncId) const;
     bool isWanted(const QString& ipncId) const { return wanted_.contains(ipncId); }
     QStringList wanted() const { return wanted_; }
     /// The file that is being written, empty when there is none.
@@ -75,10 +80,10 @@ public:
     /// The operation's name, by which its reports are told from others.
     static QString operation();
 
-    /// How long a request that ended by itself, or a file that could not be made, is left alone, ms.
-    static constexpr int RetryTime = 5000;
-    /// How long a drive that took nothing is left alone, ms.
-    static constexpr int BadDriveTime = 60000;
+    /// How long a request that ended by itself, or a file that could not be made, is left alone.
+    static constexpr std::chrono::seconds RetryTime{5};
+    /// How long a drive that took nothing is left alone.
+    static constexpr std::chrono::seconds BadDriveTime{60};
 
 signals:
     /// A report arrived for `operation()`; whoever receives it hands it to `onReport` in the GUI thread.
@@ -103,18 +108,18 @@ private:
         int frameRate = 0; ///< frames a second, as the stream's parameters say
         QString drive;     ///< of the file, or the last one; empty when that has vanished
         QString path;
-        QDateTime since;
-        QDateTime retryAt;        ///< the request or the file is tried again then; invalid: nothing to try
-        bool stopping = false;    ///< ends when what was delivered is written
-        bool waitsForKey = false; ///< the file was begun in the middle of a stream
-        bool isBroken = false;    ///< the file has lost a frame to its disk, and ends at the next key frame
-        bool sizeTold = false;    ///< that the file takes no more; once a file
-        bool pauseTold = false;   ///< that there is no room; once until there is some
-        bool opened = false;      ///< the device has delivered before
+        std::optional<Moment> since;
+        std::optional<Moment> retryAt; ///< the request or the file is tried again then; nothing: nothing to try
+        bool stopping = false;         ///< ends when what was delivered is written
+        bool waitsForKey = false;      ///< the file was begun in the middle of a stream
+        bool isBroken = false;         ///< the file has lost a frame to its disk, and ends at the next key frame
+        bool sizeTold = false;         ///< that the file takes no more; once a file
+        bool pauseTold = false;        ///< that there is no room; once until there is some
+        bool opened = false;           ///< the device has delivered before
     };
     struct BadDrive {
         QString root;
-        QDateTime until;
+        Moment until;
     };
 
     void send(const QString& ipncId);
@@ -138,6 +143,7 @@ private:
 
     Parts parts_;
     Clock clock_;
+    Waiting waiting_;
     std::map<QString, Recording> recordings_;
     QStringList wanted_; ///< in the order in which they were begun
     std::vector<BadDrive> badDrives_;

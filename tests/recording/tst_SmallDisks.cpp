@@ -112,7 +112,7 @@ private:
     std::unique_ptr<RecordingStorage> storage_;
     std::unique_ptr<SdkGateway> gateway_;
     std::unique_ptr<Recorder> recorder_;
-    qint64 waited_ = 0; ///< ms by which the recorder's clock goes before the real one
+    std::chrono::seconds waited_{0}; ///< by which the recorder's waiting goes before the real clock
     QStringList said_;
 };
 
@@ -125,7 +125,7 @@ void tst_SmallDisks::initTestCase() {
 void tst_SmallDisks::init() {
     sdk_.reset();
     said_.clear();
-    waited_ = 0;
+    waited_ = {};
     dir_ = std::make_unique<QTemporaryDir>();
     for (const int number : {1, 2}) {
         QVERIFY(QDir().mkpath(folder(number)));
@@ -140,7 +140,8 @@ void tst_SmallDisks::init() {
     storage_->prepareDrives();
     gateway_ = std::make_unique<SdkGateway>(*ipncsdk::ZELIPNCSDK::GetInstance(), *queue_);
     recorder_ = std::make_unique<Recorder>(Recorder::Parts{*gateway_, *storage_, *settings_, {}}, nullptr,
-                                           [this] { return QDateTime::currentDateTime().addMSecs(waited_); });
+                                           &QDateTime::currentDateTime,
+                                           [this] { return std::chrono::steady_clock::now() + waited_; });
     connect(recorder_.get(), &Recorder::sigReport, recorder_.get(),
             [this](const QString&, const QVariant& value) { recorder_->onReport(value.toMap()); });
     connect(recorder_.get(), &Recorder::sigFrame, recorder_.get(), &Recorder::onFrame);
@@ -257,7 +258,7 @@ void tst_SmallDisks::oldestDayMakesRoom() {
 
     QVERIFY(QFile::remove(folder(2) + QStringLiteral("ballast")));
     QVERIFY(QFile::remove(files(2).last()));
-    waited_ = Recorder::RetryTime + 1;
+    waited_ = Recorder::RetryTime;
     QTRY_COMPARE_WITH_TIMEOUT(recorder_->state(Camera), State::Recording, 60000);
 }
 

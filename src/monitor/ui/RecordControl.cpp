@@ -141,8 +141,8 @@ void RecordControl::show(const QString& ipncId) {
     parts_.tree.setRecording(ipncId, state != Recorder::State::Off);
     const DeviceRecord* const device = context_.devices.device(ipncId);
     if (ItemVideo* const tile = device == nullptr ? nullptr : parts_.grid.tile(device->tileIndex)) {
-        const auto since = parts_.recorder.since(ipncId);
-        tile->setRecording(markOf(state), since ? since->secsTo(QDateTime::currentDateTime()) : -1);
+        const auto lasting = parts_.recorder.lasting(ipncId);
+        tile->setRecording(markOf(state), lasting ? lasting->count() : -1);
     }
     if (!parts_.recorder.wanted().isEmpty() && !second_.isActive())
         second_.start();

@@ -13,8 +13,9 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDialog>
+
+#include <chrono>
 
 namespace tour = corvanta::tour;
 
@@ -85,9 +86,9 @@ void WallTour::record(int devices) {
                   [this] {
                       const QStringList ids = window_.recorder().wanted();
                       return std::all_of(ids.begin(), ids.end(), [this](const QString& id) {
-                          constexpr int longEnough = 6; // seconds
-                          const auto since = window_.recorder().since(id);
-                          return since && since->secsTo(QDateTime::currentDateTime()) >= longEnough;
+                          constexpr std::chrono::seconds longEnough{6};
+                          const auto lasting = window_.recorder().lasting(id);
+                          return lasting && *lasting >= longEnough;
                       });
                   }});
 }
