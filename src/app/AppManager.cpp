@@ -129,7 +129,8 @@ AppManager::~AppManager() {
     worker_.wait();
     gateway_.shutdown();
     sdk_.Cleanup();
-    queue_.drain(); // connections that the SDK made or closed to the last
+    clientGate_->close(); // an SDK that calls all the same reaches nobody
+    queue_.drain();       // connections that the SDK made or closed to the last
     settings_.save();
 }
 
@@ -151,8 +152,9 @@ void AppManager::startSdk() {
         fails();
         return;
     }
-    if (sdk_.SetClientCallback([this](const std::string& message, std::string& reply) {
-            clientCallback_(message, reply);
+    if (sdk_.SetClientCallback([this, gate = clientGate_](const std::string& message, std::string& reply) {
+            if (const CallbackGate::Passage passage(*gate); passage)
+                clientCallback_(message, reply);
         }) != ipncsdk::emSuccess)
         fails();
 }

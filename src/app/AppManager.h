@@ -4,6 +4,7 @@
 #include "base/AppContext.h"
 #include "base/AppEvents.h"
 #include "base/AppPaths.h"
+#include "base/CallbackGate.h"
 #include "base/DeviceModel.h"
 #include "base/InputFields.h"
 #include "base/ScreenPoll.h"
@@ -137,6 +138,7 @@ private:
     std::unique_ptr<RecordingStorage> storage_;
     SdkGateway gateway_;
     ClientCallback clientCallback_;
+    std::shared_ptr<CallbackGate> clientGate_ = std::make_shared<CallbackGate>(); ///< open until `Cleanup`
     DeviceModel devices_;
     InputFields inputFields_;
     QVariantMap localDevices_; ///< the last non-empty list of devices on the local network
