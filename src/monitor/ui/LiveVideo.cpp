@@ -5,6 +5,7 @@
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
+#include "base/ui/SendAndReact.h"
 #include "monitor/DeviceIndexRule.h"
 #include "monitor/ui/Fwidget.h"
 #include "video/AvMessage.h"
@@ -76,8 +77,11 @@ void LiveVideo::openPreview(const QString& ipncId) {
         return;
     }
     const int tileIndex = context_.devices.device(ipncId)->tileIndex;
-    if (!isOpen(ipncId) && sessions_.requestOfTile(tileIndex) <= 0)
-        sendPreview(ipncId, tileIndex);
+    if (isOpen(ipncId) || sessions_.requestOfTile(tileIndex) > 0)
+        return;
+    sendPreview(ipncId, tileIndex);
+    if (const int requestId = sessions_.requestOfPreview(ipncId); requestId > 0)
+        watchSilence(requestId, std::make_shared<std::atomic<int>>(tileIndex));
 }
 
 void LiveVideo::refreshPreview(const QString& ipncId) {
@@ -113,6 +117,7 @@ void LiveVideo::sendPreview(const QString& ipncId, int tileIndex) {
 }
 
 void LiveVideo::onPreview(const QString& ipncId, int tileIndex, int requestId, const video::PreviewReply& reply) {
+    unheard_.remove(requestId);
     if (sessions_.requestOfPreview(ipncId) != requestId)
         return;
     if (!reply.problem.isEmpty())
@@ -230,6 +235,7 @@ void LiveVideo::stopAll() {
 
 void LiveVideo::onReport(const QVariantMap& report) {
     const video::AvReport parsed = video::AvReport::fromMap(report);
+    unheard_.remove(parsed.requestId);
     // Before the tile is emptied: no picture may come after that.
     if (parsed.kind == video::AvReport::Kind::Close)
         closeGate(parsed.requestId);
@@ -274,6 +280,7 @@ void LiveVideo::carryOut(const video::SendOpenRequest& action) {
     if (requestId > 0) {
         streams_[requestId] = {gate, target};
         opensMain_[requestId] = mainStream;
+        watchSilence(requestId, target);
     }
     sessions_.onSent(action.deviceId, action.tileIndex, requestId);
 }
@@ -289,6 +296,15 @@ void LiveVideo::closeGate(int requestId) {
         return;
     it->second.gate->close();
     streams_.erase(it);
+    unheard_.remove(requestId);
+}
+
+void LiveVideo::watchSilence(int requestId, const std::shared_ptr<std::atomic<int>>& tileIndex) {
+    unheard_.insert(requestId);
+    QTimer::singleShot(context_.gateway.patience(), this, [this, requestId, tileIndex] {
+        if (unheard_.remove(requestId))
+            grid_.setTileText(tileIndex->load(), corvanta::noReplyText());
+    });
 }
 
 void LiveVideo::carryOut(const video::ShowTileText& action) {

@@ -8,6 +8,7 @@
 
 #include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 
 #include <atomic>
@@ -77,6 +78,9 @@ private:
     void carryOut(const corvanta::video::StreamEnded& action);
     void carryOut(const corvanta::video::PreviewEnded& action);
     void closeGate(int requestId);
+    /// Says in the tile when nothing has been heard of a request for as long as replies are waited for. The request
+    /// goes on: what comes late is shown.
+    void watchSilence(int requestId, const std::shared_ptr<std::atomic<int>>& tileIndex);
     /// Takes from a tile what was written there of a device that it does not belong to any more.
     void clearFailures();
     void sendPreview(const QString& ipncId, int tileIndex);
@@ -93,6 +97,7 @@ private:
     std::map<int, Stream> streams_;    ///< by request id; previews have no tile here
     QHash<QString, int> previewTiles_; ///< by device, of those in the table of previews
     QMap<int, QString> failures_;      ///< by tile, the device whose failure may be written there
+    QSet<int> unheard_;                ///< requests that have said nothing yet
     QHash<int, bool> opensMain_;       ///< by request id, until it is open: whether the main stream was asked for
     corvanta::video::StreamQuality quality_;
     QTimer qualityDelay_; ///< who looks at one tile after another does not want each in full
