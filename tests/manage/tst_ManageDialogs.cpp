@@ -55,6 +55,7 @@ private slots:
     void devicesAreMoved();
     void onlyChangesAreWritten();
     void aDraggedPictureIsPutBack();
+    void aSilentCameraIsAskedAgain();
     void othersMayOnlyLook_data();
     void othersMayOnlyLook();
     void aButtonMovesTheCameraWhileItIsHeld();
@@ -266,6 +267,26 @@ void tst_ManageDialogs::aDraggedPictureIsPutBack() {
     QTRY_COMPARE(told().size(), 2);
     QCOMPARE(told()[1], QStringLiteral(R"({"brightness":100})"));
     QCOMPARE(log(), QStringList());
+}
+
+void tst_ManageDialogs::aSilentCameraIsAskedAgain() {
+    begin();
+    QWidget window;
+    DeviceConfigDialog dialog(context(), QStringLiteral("a"), &window);
+    show(dialog);
+    dialog.showPage(2);
+    auto* const slider = find<QSlider>(dialog, "brightness");
+    QTRY_VERIFY(slider->isEnabled());
+    sdk_.onRequest = {};
+    context().gateway.setPatience(std::chrono::milliseconds(50));
+    slider->setValue(140);
+    const QWidget* page = slider;
+    while (page->findChild<QLabel*>(QStringLiteral("configState")) == nullptr)
+        page = page->parentWidget();
+    const auto* const state = find<QLabel>(*page, "configState");
+    QTRY_COMPARE(state->text(), QStringLiteral("服务器没有响应，请稍后再试!"));
+    slider->setValue(150); // goes out all the same
+    QTRY_COMPARE(told(), QStringList({R"({"brightness":140})", R"({"brightness":150})"}));
 }
 
 void tst_ManageDialogs::othersMayOnlyLook_data() {

@@ -3,7 +3,7 @@
 #include "account/ui/AccountForm.h"
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
-#include "base/ServerErrors.h"
+#include "base/ui/SendAndReact.h"
 #include "manageWidget/ui/ParameterForm.h"
 #include "manageWidget/ui/TestPicture.h"
 
@@ -92,17 +92,18 @@ void ParameterConfigPage::apply() {
     applying_ = true;
     const std::string json = corvanta::requests::deviceRequest(
         writeOperation(page_), {{QStringLiteral("ipncid"), target().ipncId}, {QStringLiteral("cmdlist"), values}});
-    const int id = target().context.gateway.request(json, this, [this, wanted](const QVariantMap& reply) {
+    const auto done = [this, wanted](const QVariantMap&) {
         applying_ = false;
-        if (!corvanta::serverErrors::isSuccess(reply)) {
-            say(corvanta::serverErrors::textOfReply(reply));
-            return;
-        }
         applied_ = wanted;
         if (!manage::changed(applied_, form_->values()).isEmpty())
             applySoon_.start();
-    });
-    applying_ = id > 0;
+    };
+    const auto failed = [this](const QString& text) {
+        applying_ = false;
+        say(text);
+    };
+    // For a receiver of its own: saving the same values meanwhile is another request.
+    applying_ = corvanta::sendAndReact(target().context.gateway, json, &applySoon_, {done, failed});
 }
 
 void ParameterConfigPage::save() {
