@@ -16,8 +16,8 @@ constexpr double Day = 24 * Hour;
 constexpr std::array<LevelRule, 4> Rules{{{0, 2 * Hour}, {60, 2 * Day}, {3600, 120 * Day}, {86400, 1e12}}};
 constexpr int PageSize = 5000;            // records
 constexpr std::size_t MostKept = 1000000; // samples of a level
-constexpr double AgainAfter = 5;          // s
-constexpr double Nudge = 0.001;           // s, the service's own precision
+constexpr std::chrono::seconds AgainAfter{5};
+constexpr double Nudge = 0.001; // s, the service's own precision
 
 double now() {
     return static_cast<double>(QDateTime::currentMSecsSinceEpoch()) / 1000.0;
@@ -49,7 +49,7 @@ SampleQuery ChartTrack::query(Level& level, int number, const QVariant& begin, c
 std::optional<SampleQuery> ChartTrack::wanted(double from, double to) {
     const int number = levelFor(to - from);
     Level& level = levels_[static_cast<std::size_t>(number)];
-    if (isFixed_ || !level.awaited.isEmpty() || now() - level.failedAt < AgainAfter)
+    if (isFixed_ || !level.awaited.isEmpty() || (level.failedAt && Steady::now() - *level.failedAt < AgainAfter))
         return std::nullopt;
     const double span = to - from;
     const bool isFar = !level.isEmpty() && (to < level.from - span || from > level.to + span) &&
@@ -95,7 +95,7 @@ void ChartTrack::onFailed(const QString& key) {
     for (Level& level : levels_) {
         if (!key.isEmpty() && level.awaited == key) {
             level.awaited.clear();
-            level.failedAt = now();
+            level.failedAt = Steady::now();
         }
     }
 }

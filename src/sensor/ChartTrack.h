@@ -4,6 +4,7 @@
 #include "sensor/SensorData.h"
 
 #include <array>
+#include <chrono>
 #include <optional>
 
 namespace corvanta::sensor {
@@ -41,15 +42,16 @@ public:
     static ChartTrack fixed(int pid, const Samples& samples);
 
 private:
+    using Steady = std::chrono::steady_clock;
     struct Level {
         Samples samples;
         double from = 0; ///< what is loaded; nothing when it lies behind `to`
         double to = -1;
-        bool reachesBegin = false; ///< there is nothing older
-        bool isLive = false;       ///< new values follow without a gap
-        QString awaited;           ///< key of the query that was sent
-        bool isBackwards = false;  ///< of that query
-        double failedAt = 0;       ///< epoch, s; it is not tried again at once
+        bool reachesBegin = false;                  ///< there is nothing older
+        bool isLive = false;                        ///< new values follow without a gap
+        QString awaited;                            ///< key of the query that was sent
+        bool isBackwards = false;                   ///< of that query
+        std::optional<Steady::time_point> failedAt; ///< it is not tried again at once
 
         bool isEmpty() const { return from > to; }
     };
