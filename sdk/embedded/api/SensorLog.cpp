@@ -77,7 +77,9 @@ void SensorLog::take(const std::vector<sensor::Reading>& readings) {
             continue;
         std::deque<Sample>& samples = samples_[reading.pid];
         samples.push_back({reading.time, reading.value});
-        while (reading.time - samples.front().time > before + 2 * after || samples.size() > mostLines)
+        // Also those of a time that is still to come: they were read before the clock was set back.
+        while (std::chrono::abs(reading.time - samples.front().time) > before + 2 * after ||
+               samples.size() > mostLines)
             samples.pop_front();
     }
 }
