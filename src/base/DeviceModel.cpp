@@ -74,13 +74,21 @@ DeviceModel DeviceModel::fromDocument(const QVariantMap& document, const QString
     model.defaultGroup_ = defaultGroup;
     model.groupList_ = at(document, "group").toList();
     for (const QVariant& group : qAsConst(model.groupList_))
-        model.groups_ += GroupRecord::fromMap(group.toMap());
+        model.addGroup(GroupRecord::fromMap(group.toMap()));
     const QVariantList records = at(document, "ipnclist").toList();
     for (const QVariant& entry : records)
         model.addDevice(DeviceRecord::fromMap(entry.toMap()));
     model.assignGroups();
     model.assignTiles();
     return model;
+}
+
+void DeviceModel::addGroup(const GroupRecord& added) {
+    // Members are known by their group's id: two groups of one id would both show all of them.
+    if (added.id.isEmpty() || group(added.id) != nullptr)
+        qDebug() << "group without an id of its own left out" << added.id << added.name;
+    else
+        groups_ += added;
 }
 
 void DeviceModel::addDevice(const DeviceRecord& device) {

@@ -59,8 +59,8 @@ class DeviceModel final {
 public:
     DeviceModel() = default;
 
-    /// From the document {"ipnclist": [...], "group": [...]}. Records without an id, and later ones with an id
-    /// seen before, are left out with one debug line each.
+    /// From the document {"ipnclist": [...], "group": [...]}. Records of either without an id, and later ones with
+    /// an id seen before, are left out with one debug line each.
     static DeviceModel fromDocument(const QVariantMap& document, const QString& defaultGroup = {});
 
     const QList<GroupRecord>& groups() const { return groups_; }
@@ -87,6 +87,7 @@ public:
     QVariantMap deviceMap() const;
 
 private:
+    void addGroup(const GroupRecord& added);
     void addDevice(const DeviceRecord& device);
     void assignGroups();
     void assignTiles();
