@@ -23,8 +23,8 @@ constexpr int LargestSide = 32767; // px; no window system takes more
 std::optional<int> integerOf(const QVariant& value) {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    const bool fits = isNumber && number == static_cast<int>(std::clamp(number, -1e9, 1e9));
-    return fits ? std::optional(static_cast<int>(number)) : std::nullopt;
+    const bool fits = isNumber && number >= -1e9 && number <= 1e9; // "nan" is a number of which neither holds
+    return fits && number == static_cast<int>(number) ? std::optional(static_cast<int>(number)) : std::nullopt;
 }
 
 } // namespace
