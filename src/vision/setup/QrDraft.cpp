@@ -67,7 +67,7 @@ bool QrDraft::isCalibrated() const {
 
 bool QrDraft::isWidthRight() const {
     bool isNumber = false;
-    const double width = setup_.codeWidth.toDouble(&isNumber);
+    const auto width = static_cast<double>(setup_.codeWidth.toFloat(&isNumber)); // as it is measured with
     return isNumber && std::isfinite(width) && width > 0 && width <= WidestCode;
 }
 
