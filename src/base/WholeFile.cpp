@@ -22,11 +22,16 @@ QString writeWholeFile(const QString& path, const QByteArray& content) {
             QThread::msleep(interval);
         QSaveFile file(path);
         file.setDirectWriteFallback(true);
-        if (!file.open(QIODevice::WriteOnly))
+        // What is buffered is written at the end, and that it could not be (the disk is full) is not noticed: an
+        // empty file would take the good one's place.
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
             return file.errorString();
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-        if (file.write(content) != content.size())
+        if (file.write(content) != content.size()) {
+            problem = file.errorString();
             file.cancelWriting();
+            return problem;
+        }
         if (file.commit())
             return {};
         problem = file.errorString();

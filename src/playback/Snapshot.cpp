@@ -43,7 +43,7 @@ QImage toImage(const Picture& picture) {
 
 bool saveSnapshot(const QImage& picture, const QString& path) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) { // what a full disk did not take is noticed
         qDebug() << "no picture written to" << path << file.errorString();
         return false;
     }

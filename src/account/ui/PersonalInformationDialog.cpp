@@ -7,13 +7,13 @@
 #include "account/ui/AccountForm.h"
 #include "account/ui/PhoneFlowPages.h"
 #include "base/SdkGateway.h"
+#include "base/WholeFile.h"
 #include "base/ui/FileChooser.h"
 #include "base/ui/SvgIcon.h"
 #include "base/ui/Theme.h"
 #include "base/ui/TipDialog.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -22,7 +22,6 @@
 #include <QLineEdit>
 #include <QPixmap>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -216,11 +215,9 @@ void PersonalInformationDialog::keepHead(const QString& file) {
     QFile chosen(file);
     if (!kept || !chosen.open(QIODevice::ReadOnly))
         return;
-    QDir().mkpath(QFileInfo(*kept).path());
-    QSaveFile copy(*kept);
-    const QByteArray bytes = chosen.read(account::LargestHeadFile);
-    if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.commit())
-        qDebug() << "the head picture could not be kept:" << copy.errorString();
+    if (const QString problem = corvanta::writeWholeFile(*kept, chosen.read(account::LargestHeadFile));
+        !problem.isEmpty())
+        qDebug() << "the head picture could not be kept:" << problem;
     icons_.ownChanged();
 }
 

@@ -1,13 +1,13 @@
 #include "vision/setup/PhotoSeries.h"
 
 #include "base/JsonText.h"
+#include "base/WholeFile.h"
 #include "playback/Snapshot.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -130,10 +130,8 @@ void PhotoSeries::keepMeasures() const {
                                            {QStringLiteral("squareWidth"), shape_.squareWidth},
                                            {QStringLiteral("squareLength"), shape_.squareLength},
                                            {QStringLiteral("photos"), count()}});
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), static_cast<qint64>(text.size())) < 0 ||
-        !file.commit())
-        qDebug() << "the board's measures are not kept" << file.errorString();
+    if (const QString problem = writeWholeFile(name, QByteArray::fromStdString(text)); !problem.isEmpty())
+        qDebug() << "the board's measures are not kept" << problem;
 }
 
 } // namespace corvanta::vision
