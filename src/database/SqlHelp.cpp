@@ -7,6 +7,11 @@
 #include <QSqlDatabase>
 #include <QSqlRecord>
 #include <QTimer>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+#include <utility>
 
 namespace {
 
@@ -39,6 +44,26 @@ bool saysDamaged(const QSqlError& error) {
     const QString code = error.nativeErrorCode();
     return code == QLatin1String("11") || code == QLatin1String("26");
 }
+
+/// Whether a statement may succeed later: another program has the file, or the disk takes nothing.
+bool mayPass(const QSqlError& error) {
+    bool isNumber = false;
+    const int code = error.nativeErrorCode().toInt(&isNumber) & 0xff; // the rest says more of the same
+    constexpr std::array passing{5, 6, 8, 10, 13}; // busy, locked, read-only, input and output, full
+    return isNumber && std::find(passing.begin(), passing.end(), code) != passing.end();
+}
+
+/// While it lives, statements wait for other programs no longer than a person notices.
+class Impatience final {
+public:
+    Impatience() { set(50); }
+    ~Impatience() { set(5000); }
+    Impatience(const Impatience&) = delete;
+    Impatience& operator=(const Impatience&) = delete;
+
+private:
+    static void set(int milliseconds) { QSqlQuery(QStringLiteral("pragma busy_timeout=%1").arg(milliseconds)); }
+};
 
 /// The statement of a log query. Its blanks are as they are: with `allTime` clear the condition follows the part's
 /// clause, so a part of a range is no valid statement, and for the alarm log the blank before "where" is missing, so
@@ -95,11 +120,15 @@ SqlHelp::SqlHelp(const QString& file, QObject* parent)
     , file_(file)
     , columnCounts_{{FireLog, 5}, {LoginLog, 4}, {OperateLog, 6}, {ErrorLog, 5}}
     , dateTimeColumns_{{FireLog, {2}}, {LoginLog, {2, 3}}, {OperateLog, {2}}, {ErrorLog, {2}}} {
+    constexpr int pause = 1000; // ms
+    again_.setInterval(pause);
+    connect(&again_, &QTimer::timeout, this, &SqlHelp::writeWaiting);
     initDatabase();
 }
 
 SqlHelp::~SqlHelp() {
     endTogether();
+    writeWaiting();
     QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
 }
 
@@ -130,8 +159,22 @@ QSqlError SqlHelp::initDatabase() {
 bool SqlHelp::open(QSqlDatabase& database, bool isReplaceable) {
     if (!database.open())
         return false;
+    // A file that was written ahead asks for files beside it, which a drive that is read-only refuses. There it is
+    // read as one that nobody changes.
+    const auto sees = [] {
+        return QSqlQuery(QStringLiteral("select count(*) from sqlite_master")).lastError();
+    };
+    constexpr auto cannotOpen = "14";
+    if (sees().nativeErrorCode() == QLatin1String(cannotOpen)) {
+        database.close();
+        database.setDatabaseName(QUrl::fromLocalFile(file_).toString(QUrl::FullyEncoded) +
+                                 QLatin1String("?immutable=1"));
+        database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY"));
+        qDebug() << "the database can only be read";
+        return database.open();
+    }
     // Damage behind the header shows when the list of tables is first read.
-    if (!isReplaceable || !saysDamaged(QSqlQuery(QStringLiteral("select count(*) from sqlite_master")).lastError()))
+    if (!isReplaceable || !saysDamaged(sees()))
         return true;
     database.close();
     corvanta::database::setAside(file_);
@@ -161,18 +204,49 @@ void SqlHelp::endTogether() {
 
 void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type,
                          const QString& context, const QVariant& alarmMap) {
-    // Asked for every alarm: files made before the column existed are brought up to date when they first need it.
-    QSqlQuery query;
-    const bool known = query.exec(QStringLiteral("select * from sqlite_master where name='fireLogs' and sql like "
-                                                 "'%alarmMap%'")) &&
-                       query.next();
-    query.finish();
-    if (!known && !query.exec(QStringLiteral("alter table fireLogs add column alarmMap varchar")))
-        return;
-    execute(query,
-            QStringLiteral("insert into fireLogs(fireDev, startDate, type, context,alarmMap) values(?, ?, ?, ?, "
+    addRow({QStringLiteral("insert into fireLogs(fireDev, startDate, type, context,alarmMap) values(?, ?, ?, ?, "
                            "?)"),
-            {fireDev, startDate, type, context, alarmMap});
+            {fireDev, startDate, type, context, alarmMap},
+            true});
+}
+
+void SqlHelp::addRow(Row row) {
+    if (waiting_.empty() && write(row))
+        return;
+    constexpr std::size_t mostWaiting = 10000;
+    waiting_.push_back(std::move(row));
+    if (waiting_.size() > mostWaiting) {
+        qDebug() << "a row is given up, too many wait";
+        waiting_.pop_front();
+    }
+    if (!again_.isActive())
+        again_.start();
+}
+
+bool SqlHelp::write(const Row& row) {
+    const Impatience impatience;
+    QSqlQuery query;
+    if (row.isAlarm) {
+        // Asked for every alarm: files made before the column existed are brought up to date when they first need it.
+        const bool known = query.exec(QStringLiteral("select * from sqlite_master where name='fireLogs' and sql like "
+                                                     "'%alarmMap%'")) &&
+                           query.next();
+        query.finish();
+        if (!known && !query.exec(QStringLiteral("alter table fireLogs add column alarmMap varchar")))
+            return !mayPass(query.lastError());
+    }
+    if (execute(query, row.statement, row.values) || !mayPass(query.lastError()))
+        return true;
+    if (waiting_.empty())
+        qDebug() << "a row is not written yet:" << query.lastError();
+    return false;
+}
+
+void SqlHelp::writeWaiting() {
+    while (!waiting_.empty() && write(waiting_.front()))
+        waiting_.pop_front();
+    if (waiting_.empty())
+        again_.stop();
 }
 
 void SqlHelp::addLoginLog(const QString& loginUser, const QVariant& loginDate, const QVariant& logoutDate) {
@@ -181,20 +255,16 @@ void SqlHelp::addLoginLog(const QString& loginUser, const QVariant& loginDate, c
         const bool isTime = time.isValid() && !time.isNull();
         return isTime ? time : QVariant(QLatin1String(""));
     };
-    QSqlQuery query;
-    execute(query,
-            QStringLiteral("insert into loginLogs(loginUser, loginDate, logoutDate,startDate) values(?, ?, ?, "
+    addRow({QStringLiteral("insert into loginLogs(loginUser, loginDate, logoutDate,startDate) values(?, ?, ?, "
                            "?)"),
-            {loginUser, given(loginDate), given(logoutDate), QDateTime::currentDateTime()});
+            {loginUser, given(loginDate), given(logoutDate), QDateTime::currentDateTime()}});
 }
 
 void SqlHelp::addOperateLog(const QString& user, const QVariant& startDate, const QString& type,
                             const QString& context, const QString& context1) {
-    QSqlQuery query;
-    execute(query,
-            QStringLiteral("insert into operatelogs(user, startDate, type, context, context1) values(?, ?, ?, "
+    addRow({QStringLiteral("insert into operatelogs(user, startDate, type, context, context1) values(?, ?, ?, "
                            "?, ?)"),
-            {user, startDate, type, context, context1});
+            {user, startDate, type, context, context1}});
 }
 
 void SqlHelp::addInputData(int chartIndex, const QString& datavalue) {

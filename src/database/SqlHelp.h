@@ -7,6 +7,10 @@
 #include <QHash>
 #include <QObject>
 #include <QSqlError>
+#include <QTimer>
+#include <QVariant>
+
+#include <deque>
 
 class QSqlDatabase;
 
@@ -14,6 +18,9 @@ class QSqlDatabase;
 ///
 /// One object, made with `AppManager`; it opens the file over Qt's default connection and nothing else does. GUI
 /// thread only. Nothing of it is ever shown to the user: what fails is a debug line at most, and reads are empty.
+///
+/// Rows of logs that the file does not take now, because another program writes to it or the disk is full, wait here
+/// and are written as soon as it does, in their order; nobody waits for that.
 ///
 /// The logs only grow. Cached samples and names live for one run: they are cleared when the user leaves.
 class SqlHelp final : public QObject, public OperationLog {
@@ -79,9 +86,21 @@ private:
     QSqlError initDatabase();
     bool open(QSqlDatabase& database, bool isReplaceable);
     void endTogether();
+    struct Row {
+        QString statement;
+        QVariantList values;
+        bool isAlarm = false; ///< its table may lack a column yet
+    };
+    /// Writes a row of a log, now or behind those that wait.
+    void addRow(Row row);
+    /// False where that may be possible later: another program writes, the disk is full.
+    bool write(const Row& row);
+    void writeWaiting();
 
     QString file_;
     bool isTogether_ = false;               ///< a transaction of `writeTogether` is open
+    std::deque<Row> waiting_;               ///< rows of logs that could not be written yet, in their order
+    QTimer again_;                          ///< they are tried again
     QHash<int, int> columnCounts_;          ///< by log type
     QHash<int, QSet<int>> dateTimeColumns_; ///< by log type
 };
