@@ -19,26 +19,6 @@ const QString Stop = QStringLiteral("停止录像");
 const QStringList Names{QStringLiteral("东大门入口"), QStringLiteral("东大门出口"), QStringLiteral("西大门入口"),
                         QStringLiteral("西大门出口")};
 
-/// The whole frames of a recording, counted chunk by chunk.
-int wholeFrames(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    constexpr int headerSize = 2048;
-    int frames = 0;
-    for (qint64 at = headerSize; file.seek(at);) {
-        const QByteArray head = file.read(8);
-        if (head.size() < 8 || !head.startsWith("00db"))
-            break;
-        const auto length = qFromLittleEndian<quint32>(head.constData() + 4);
-        if (at + 8 + length > file.size())
-            break;
-        ++frames;
-        at += 8 + length + length % 2;
-    }
-    return frames;
-}
-
 } // namespace
 
 /// Recordings and snapshots of the running program, judged by what lies on the disk.

@@ -1,9 +1,11 @@
 #include "support/CodedVideo.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QtEndian>
 
 namespace {
 
@@ -81,4 +83,23 @@ ProbedVideo ProbedVideo::of(const QString& file) {
         isFirst = false;
     }
     return result;
+}
+
+int wholeFrames(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    constexpr int headerSize = 2048;
+    int frames = 0;
+    for (qint64 at = headerSize; file.seek(at);) {
+        const QByteArray head = file.read(8);
+        if (head.size() < 8 || !head.startsWith("00db"))
+            break;
+        const auto length = qFromLittleEndian<quint32>(head.constData() + 4);
+        if (at + 8 + length > file.size())
+            break;
+        ++frames;
+        at += 8 + length + length % 2;
+    }
+    return frames;
 }

@@ -34,3 +34,6 @@ struct ProbedVideo {
 
     static ProbedVideo of(const QString& file);
 };
+
+/// The whole frames of a recording in an AVI file, counted chunk by chunk, finished or not; -1 without a file.
+int wholeFrames(const QString& path);
