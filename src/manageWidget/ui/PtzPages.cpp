@@ -35,15 +35,15 @@ namespace {
 constexpr int UsualStay = 10; // s
 
 template <typename Control>
-Control* named(Control* control, const char* objectName, corvanta::Text name) {
+Control* named(Control* control, const char* objectName, const corvanta::Text& name) {
     control->setObjectName(QLatin1String(objectName));
-    corvanta::wordedName(control, std::move(name));
+    corvanta::wordedName(control, name);
     return control;
 }
 
-QTreeWidget* makeList(QWidget* parent, const char* objectName, corvanta::Text name,
+QTreeWidget* makeList(QWidget* parent, const char* objectName, const corvanta::Text& name,
                       std::function<QStringList()> columns) {
-    auto* const list = named(new QTreeWidget(parent), objectName, std::move(name));
+    auto* const list = named(new QTreeWidget(parent), objectName, name);
     corvanta::worded(list, [list, columns = std::move(columns)] { list->setHeaderLabels(columns()); });
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
