@@ -15,6 +15,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get("CORVANTA_BUILD_DIR", ROOT / "build" / "release"))
 SCREEN = (1920, 1080)
 WINDOW = f"{SCREEN[0]}x{SCREEN[1]}"
+ANSWERS = ("signed-in", "signed-out", "place", "open", "reopened", "closed", "counts", "shown", "alarms", "blocked", "laid",
+           "recording", "page", "painting")
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -131,7 +133,7 @@ class Ordered(Child):
             if not text:
                 raise RuntimeError(f"{self.command} ended")
             words = text.split()
-            if words and words[0] in ("signed-in", "place", "open", "closed", "counts", "shown", "alarms"):
+            if words and words[0] in ANSWERS:
                 return words[1:]
             if words and words[0] == "failed":
                 raise RuntimeError(f"{self.command}: {text.strip()}")

@@ -6,6 +6,8 @@
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
 #include "client/AlarmRun.h"
+#include "client/GuiWatch.h"
+#include "client/Shift.h"
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "monitor/ui/MonitorMainUI.h"
@@ -32,7 +34,10 @@ void say(const QString& line) {
 
 Harness::Harness(MonitorMainUI& window, const AppContext& context)
     : window_(window)
-    , context_(context) {
+    , context_(context)
+    , shift_(std::make_unique<Shift>(window, context, [this](Shift::Done done, Shift::Answer answer) {
+        answerWhen(std::move(done), std::move(answer));
+    })) {
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.setInterval(1);
     connect(&timer_, &QTimer::timeout, this, &Harness::look);
@@ -60,10 +65,12 @@ void Harness::obey(const QString& line) {
         place();
     } else if (order == QLatin1String("alarms")) {
         alarms(number, line.section(QLatin1Char(' '), 2));
+    } else if (order == QLatin1String("blocked")) {
+        blocked(line.section(QLatin1Char(' '), 1));
     } else if (order == QLatin1String("quit")) {
         window_.live().stopAll();
         QCoreApplication::quit();
-    } else {
+    } else if (!shift_->obey(line)) {
         say(QStringLiteral("failed unknown order"));
     }
 }
@@ -169,6 +176,22 @@ void Harness::alarms(int count, const QString& sound) {
     context_.settings.set(corvanta::keys::SoundLevel1, sound);
     alarms_ = std::make_unique<AlarmRun>(context_, window_.storage(), count,
                                          [](const QString& figures) { say(QStringLiteral("alarms ") + figures); });
+}
+
+void Harness::blocked(const QString& file) {
+    if (!watch_)
+        watch_ = std::make_unique<GuiWatch>();
+    const GuiWatch::Summary summary = watch_->summary();
+    if (!watch_->write(file)) {
+        say(QStringLiteral("failed to write %1").arg(file));
+        return;
+    }
+    watch_->clear();
+    say(QStringLiteral("blocked %1 %2 %3 %4")
+            .arg(summary.beats)
+            .arg(summary.median, 0, 'f', 2)
+            .arg(summary.percentile99, 0, 'f', 2)
+            .arg(summary.worst, 0, 'f', 1));
 }
 
 void Harness::place() const {

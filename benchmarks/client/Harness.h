@@ -11,7 +11,9 @@
 
 struct AppContext;
 class AlarmRun;
+class GuiWatch;
 class MonitorMainUI;
+class Shift;
 
 /// Drives the client's own window by commands, one a line, and answers each with one line on the standard output:
 ///
@@ -21,10 +23,12 @@ class MonitorMainUI;
 ///     close             closed MS
 ///     counts            counts RECEIVED OVERWRITTEN PAINTED
 ///     click INDEX       shown MS                  from the order to open to the first painted picture; closed again
+///     blocked FILE      blocked BEATS MEDIAN P99 WORST    ms that the window let events wait since the last such
+///                       order, the longest ones into the file (client/GuiWatch.h)
 ///     alarms COUNT F    alarms MEDIAN WORST STALL TOTAL   ms (client/AlarmRun.h); F: the file of their sound
 ///     quit
 ///
-/// An order that takes longer than a minute is answered with "failed WHAT". GUI thread.
+/// and those of client/Shift.h. An order that takes longer than a minute is answered with "failed WHAT". GUI thread.
 class Harness final : public QObject {
     Q_OBJECT
 public:
@@ -40,6 +44,7 @@ private:
     void open(int count);
     void click(int index);
     void place() const;
+    void blocked(const QString& file);
     void alarms(int count, const QString& sound);
     void answerWhen(std::function<bool()> done, std::function<QString()> answer);
     void look();
@@ -54,6 +59,8 @@ private:
     QTimer timer_; ///< runs while an answer is due
     QElapsedTimer sinceOrder_;
     std::unique_ptr<AlarmRun> alarms_;
+    std::unique_ptr<GuiWatch> watch_; ///< from the first question on
+    std::unique_ptr<Shift> shift_;
     std::function<bool()> done_;
     std::function<QString()> answer_;
 };

@@ -147,6 +147,7 @@ def allow_users(factory):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--port", default="0", help="0 takes a free one")
+    parser.add_argument("--rate", type=int, default=25, help="pictures a second")
     parser.add_argument("--user")
     parser.add_argument("--password", default="")
     parser.add_argument("--auth", choices=("basic", "digest"), default="digest")
@@ -163,6 +164,7 @@ def main():
     factories = {}
     for path, description in STREAMS.items():
         factories[path] = GstRtspServer.RTSPMediaFactory()
+        description = description.replace("framerate=25/1", f"framerate={options.rate}/1")
         factories[path].set_launch(f"( {description} )")
     for path in EARS if options.ears else ():
         factories[path] = make_ear(path, options.ears)
