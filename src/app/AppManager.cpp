@@ -324,6 +324,7 @@ void AppManager::alarm(const QVariantMap& message) {
 
 void AppManager::sdkCrashed() {
     settings_.save();
+    settings_.finishSaving(); // who knows how far this process still comes
     QCoreApplication::exit(0);
 }
 

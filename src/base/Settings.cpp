@@ -125,6 +125,8 @@ void Settings::save() {
     if (!folder.exists() && folder.mkpath(QStringLiteral(".")))
         qDebug() << "已经创建新文件";
     const QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(values_)).toJson();
-    if (const QString problem = corvanta::writeWholeFile(file_, text); !problem.isEmpty())
-        qDebug() << "settings could not be saved" << problem;
+    disk_.post("settings", [file = file_, text] {
+        if (const QString problem = corvanta::writeWholeFile(file, text); !problem.isEmpty())
+            qDebug() << "settings could not be saved" << problem;
+    });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/DiskWorker.h"
 #include "base/ProxySettings.h"
 
 #include <QObject>
@@ -103,7 +104,8 @@ struct SdkThreadSettings {
 /// (`forSdkThreads`); everything else, and every change, belongs to the GUI thread.
 ///
 /// Life of the file: read once at `load`; a file that is not a JSON object is set aside under a name with the
-/// time, so that nothing that the user entered is lost; every `save` replaces the whole file at once.
+/// time, so that nothing that the user entered is lost; every `save` replaces the whole file at once, in a thread
+/// that waits for the disk. The last one is written when the settings go.
 class Settings final : public QObject {
     Q_OBJECT
 public:
@@ -112,8 +114,11 @@ public:
 
     /// Reads the file and fills in the default of every key that is missing.
     void load();
-    /// Writes the whole document. A file that cannot be written is skipped; the values stay in memory.
+    /// Writes the whole document as it is now, and does not wait until it is on the disk. A file that cannot be
+    /// written is skipped; the values stay in memory.
     void save();
+    /// Waits until what was saved is on the disk.
+    void finishSaving() { disk_.finish(); }
 
     /// The value of a key, invalid when the document has none.
     QVariant get(const QString& key) const { return values_.value(key); }
@@ -144,4 +149,5 @@ private:
     std::atomic<const SdkThreadSettings*> published_{nullptr}; ///< the last of `snapshots_`
     /// Every snapshot ever published: an SDK thread may still read an old one. One per change of what it holds.
     std::vector<std::unique_ptr<const SdkThreadSettings>> snapshots_;
+    corvanta::DiskWorker disk_;
 };

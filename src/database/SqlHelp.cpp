@@ -1,6 +1,7 @@
 #include "database/SqlHelp.h"
 
 #include "database/DatabaseFile.h"
+#include "platform/RawFile.h"
 
 #include <QDebug>
 #include <QFile>
@@ -11,6 +12,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <filesystem>
 #include <utility>
 
 namespace {
@@ -145,7 +148,11 @@ QSqlError SqlHelp::initDatabase() {
     }
     // A log that is written ahead needs the disk once a transaction instead of four times: the window waits for it.
     // Where the file cannot have one (a drive that is read-only) it goes on without.
-    database.exec(QStringLiteral("pragma journal_mode=wal"));
+    // It is brought to the disk by a thread (`keep`), in moments in which that takes long, too; until then a computer
+    // that loses its power loses the last second, and nothing else.
+    if (QSqlQuery mode(QStringLiteral("pragma journal_mode=wal"));
+        mode.next() && mode.value(0).toString() == QLatin1String("wal"))
+        database.exec(QStringLiteral("pragma synchronous=normal"));
     const QStringList present = database.tables();
     for (const Table& table : tables) {
         QSqlQuery query;
@@ -194,12 +201,24 @@ void SqlHelp::endTogether() {
         return;
     QSqlDatabase database = QSqlDatabase::database();
     isTogether_ = !database.commit();
-    if (!isTogether_)
+    if (!isTogether_) {
+        keep();
         return;
+    }
     // Another process reads the file for long, or the disk is full. The rows wait in the transaction.
     constexpr int again = 1000; // ms
     qDebug() << "rows are not written yet:" << database.lastError();
     QTimer::singleShot(again, this, &SqlHelp::endTogether);
+}
+
+void SqlHelp::keep() {
+    constexpr std::chrono::seconds later{1};
+    disk_.post(
+        "log",
+        [file = std::filesystem::path((file_ + QStringLiteral("-wal")).toStdU16String())] {
+            corvanta::platform::RawFile::flush(file);
+        },
+        later);
 }
 
 void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type,
@@ -235,7 +254,11 @@ bool SqlHelp::write(const Row& row) {
         if (!known && !query.exec(QStringLiteral("alter table fireLogs add column alarmMap varchar")))
             return !mayPass(query.lastError());
     }
-    if (execute(query, row.statement, row.values) || !mayPass(query.lastError()))
+    if (execute(query, row.statement, row.values)) {
+        keep();
+        return true;
+    }
+    if (!mayPass(query.lastError()))
         return true;
     if (waiting_.empty())
         qDebug() << "a row is not written yet:" << query.lastError();
@@ -307,6 +330,7 @@ void SqlHelp::savePhoneAndPassword(const QString& phonenumber, const QString& pa
     query.exec(QStringLiteral("delete from phonenumberAndpassword")); // at most one sign-in is remembered
     execute(query, QStringLiteral("insert into phonenumberAndpassword(phonenumber, password) values(?, ?)"),
             {phonenumber, password});
+    keep();
 }
 
 SqlHelp::PhoneAndPassword SqlHelp::getPhoneAndPassword() {
@@ -328,11 +352,13 @@ void SqlHelp::replacePassword(const QString& phonenumber, const QString& passwor
     QSqlQuery query;
     execute(query, QStringLiteral("update phonenumberAndpassword set password=? where phonenumber=?"),
             {password, phonenumber});
+    keep();
 }
 
 void SqlHelp::forgetPhone(const QString& phonenumber) {
     QSqlQuery query;
     execute(query, QStringLiteral("delete from phonenumberAndpassword where phonenumber=?"), {phonenumber});
+    keep();
 }
 
 QList<QStringList> SqlHelp::queryLogs(int type, const QDateTime& start, const QDateTime& end, bool allTime, int limit,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/DiskWorker.h"
 #include "base/OperationLog.h"
 #include "database/LogQuery.h"
 
@@ -21,6 +22,9 @@ class QSqlDatabase;
 ///
 /// Rows of logs that the file does not take now, because another program writes to it or the disk is full, wait here
 /// and are written as soon as it does, in their order; nobody waits for that.
+///
+/// What is written survives the program's end at once, and the computer's within a second or so: the window does not
+/// wait for the disk, a thread does.
 ///
 /// The logs only grow. Cached samples and names live for one run: they are cleared when the user leaves.
 class SqlHelp final : public QObject, public OperationLog {
@@ -96,11 +100,14 @@ private:
     /// False where that may be possible later: another program writes, the disk is full.
     bool write(const Row& row);
     void writeWaiting();
+    /// Something was written that must get to the disk.
+    void keep();
 
     QString file_;
-    bool isTogether_ = false;               ///< a transaction of `writeTogether` is open
-    std::deque<Row> waiting_;               ///< rows of logs that could not be written yet, in their order
-    QTimer again_;                          ///< they are tried again
+    bool isTogether_ = false; ///< a transaction of `writeTogether` is open
+    std::deque<Row> waiting_; ///< rows of logs that could not be written yet, in their order
+    QTimer again_;            ///< they are tried again
+    corvanta::DiskWorker disk_;
     QHash<int, int> columnCounts_;          ///< by log type
     QHash<int, QSet<int>> dateTimeColumns_; ///< by log type
 };

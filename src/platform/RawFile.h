@@ -25,6 +25,8 @@ public:
     /// Null when the file cannot be opened so. Who opens to write is alone: nobody else, in this process or another,
     /// can open the same file to write as long as this one is open.
     static std::unique_ptr<RawFile> open(const std::filesystem::path& path, Access access);
+    /// Waits until the disk has what any process has written into a file, and says whether it has.
+    static bool flush(const std::filesystem::path& path);
     /// Whether somebody has the file open to write.
     static bool isBeingWritten(const std::filesystem::path& path);
 

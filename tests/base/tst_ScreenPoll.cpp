@@ -110,6 +110,7 @@ void tst_ScreenPoll::modeIsKept() {
     poll_->setPollValue(Mode::Previews);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(log.count(QStringLiteral("setPollValue ")), 1);
+    settings_->finishSaving();
     Settings again(dir_.filePath(QStringLiteral("set.json")));
     again.load();
     QCOMPARE(ScreenPoll(again).mode(), Mode::Previews);

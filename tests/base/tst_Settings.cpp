@@ -62,6 +62,7 @@ void tst_Settings::firstStartWritesAllDefaults() {
     settings.load();
     QVERIFY(!QFile::exists(file()));
     settings.save();
+    settings.finishSaving();
     QCOMPARE(log.count(QStringLiteral("已经创建新文件")), 1);
     const QVariantMap map = stored();
     QCOMPARE(map.size(), 16);
@@ -100,6 +101,7 @@ void tst_Settings::whatCannotBeReadIsKept() {
     settings.load();
     QCOMPARE(settings.get(keys::DriveThreshold).toInt(), 128);
     settings.save();
+    settings.finishSaving();
     QCOMPARE(stored().size(), 16);
     QCOMPARE(kept().size(), isKept ? 1 : 0);
     if (isKept) {
@@ -114,6 +116,7 @@ void tst_Settings::unknownKeysSurvive() {
     Settings settings(file());
     settings.load();
     settings.save();
+    settings.finishSaving();
     QCOMPARE(stored().value(QStringLiteral("later")),
              QVariant(QVariantMap{{QStringLiteral("deep"), QVariantList{1, QVariant::fromValue(nullptr)}}}));
     QCOMPARE(stored().value(QStringLiteral("录像打包时间")).toInt(), 9);
@@ -151,6 +154,7 @@ void tst_Settings::unwritableFolderIsSkipped() {
     settings.load();
     settings.set(keys::PackingTime, 7);
     settings.save();
+    settings.finishSaving();
     QCOMPARE(settings.get(keys::PackingTime).toInt(), 7);
     QVERIFY(QFileInfo(blocker).isFile());
 }
@@ -166,6 +170,7 @@ void tst_Settings::linkedFileStaysALink() {
     Settings settings(file());
     settings.load();
     settings.save();
+    settings.finishSaving();
     QVERIFY(QFileInfo(file()).isSymLink());
     QCOMPARE(stored().size(), 16);
 }

@@ -148,6 +148,7 @@ void tst_DatabaseFaults::readOnlyDrive() {
     settings.load();
     settings.set(keys::PackingTime, 7);
     settings.save();
+    settings.finishSaving();
     QCOMPARE(settings.get(keys::PackingTime).toInt(), 7);
 }
 
@@ -157,10 +158,12 @@ void tst_DatabaseFaults::settingsOnAFullDisk() {
     settings.load();
     settings.set(keys::PackingTime, 7);
     settings.save();
+    settings.finishSaving();
     QVERIFY(drive_->fill("ballast", Everything) > 0);
     settings.set(keys::PackingTime, 8);
     const MessageLog log;
     settings.save();
+    settings.finishSaving();
     QCOMPARE(log.count("settings could not be saved"), 1);
     const auto stored = [this] {
         Settings other(path("set.json"));
@@ -171,6 +174,7 @@ void tst_DatabaseFaults::settingsOnAFullDisk() {
     QCOMPARE(QDir(folder_).entryList(QDir::Files), QStringList({"ballast", "set.json"}));
     QVERIFY(QFile::remove(path("ballast")));
     settings.save();
+    settings.finishSaving();
     QCOMPARE(stored(), 8);
 }
 

@@ -108,6 +108,7 @@ QString SettingsDialogTest::problem() const {
 }
 
 QVariantMap SettingsDialogTest::fileValues() const {
+    manager_->context().settings.finishSaving();
     Settings read(dir_->filePath(QStringLiteral("config/set.json")));
     read.load();
     return read.values();

@@ -99,6 +99,7 @@ void tst_Fwidget::menuEntries() {
     const ItemVideo* const last = grid_->tile(rows * columns - 1);
     QTRY_COMPARE(last->geometry().right(), 799);
     QCOMPARE(last->geometry().bottom(), 479);
+    settings_->finishSaving();
     Settings again(dir_->filePath(QStringLiteral("config/set.json")));
     again.load();
     QCOMPARE(again.get(keys::GridRows).toInt(), rows);

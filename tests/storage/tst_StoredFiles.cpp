@@ -245,6 +245,7 @@ void tst_StoredFiles::thresholdIsClampedAndKept() {
     QCOMPARE(store.chooseDrive(), root());
     queue.drain();
     QCOMPARE(settings.get(keys::DriveThreshold).toInt(), 128);
+    settings.finishSaving();
     Settings again(file);
     again.load();
     QCOMPARE(again.get(keys::DriveThreshold).toInt(), 128);

@@ -67,7 +67,8 @@ private:
         server.describe(description);
         context().settings.set(keys::UpdateServer, server.address());
     }
-    QVariant stored(const QString& key) const {
+    QVariant stored(const QString& key) {
+        context().settings.finishSaving();
         Settings settings(dir_->filePath("config/set.json"));
         settings.load();
         return settings.get(key);

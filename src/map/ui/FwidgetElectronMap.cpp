@@ -166,6 +166,7 @@ void FwidgetElectronMap::keepOpenMaps() {
     if (context_.gateway.phoneId().isEmpty())
         return; // who signs in again finds them open
     QStringList ids;
+    context_.database.writeTogether();
     context_.database.clearElectronMaps();
     for (int i = 0; i < MostCells; ++i) {
         const QString id = cells_[i] == nullptr ? QString() : cells_[i]->mapId();

@@ -45,6 +45,15 @@ std::unique_ptr<RawFile> RawFile::open(const std::filesystem::path& path, Access
     return file;
 }
 
+bool RawFile::flush(const std::filesystem::path& path) {
+    const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    const bool done = ::fdatasync(handle) == 0;
+    ::close(handle);
+    return done;
+}
+
 bool RawFile::isBeingWritten(const std::filesystem::path& path) {
     const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (handle < 0)

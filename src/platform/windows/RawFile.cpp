@@ -48,6 +48,17 @@ std::unique_ptr<RawFile> RawFile::open(const std::filesystem::path& path, Access
     return std::unique_ptr<RawFile>(new RawFile(handle));
 }
 
+bool RawFile::flush(const std::filesystem::path& path) {
+    constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE handle =
+        CreateFileW(path.c_str(), GENERIC_WRITE, all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    const bool done = FlushFileBuffers(handle) != 0;
+    CloseHandle(handle);
+    return done;
+}
+
 bool RawFile::isBeingWritten(const std::filesystem::path& path) {
     const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
