@@ -39,13 +39,15 @@ void tst_DiskWorker::whatWaitsIsDoneAtTheEnd() {
     bool isDone = false;
     {
         DiskWorker worker;
-        worker.post("later", [&isDone] { isDone = true; }, 1h);
+        worker.post(
+            "later", [&isDone] { isDone = true; }, 1h);
     }
     QVERIFY(isDone);
     isDone = false;
     DiskWorker worker;
     worker.finish(); // nothing to wait for
-    worker.post("later", [&isDone] { isDone = true; }, 1h);
+    worker.post(
+        "later", [&isDone] { isDone = true; }, 1h);
     worker.finish();
     QVERIFY(isDone);
 }
@@ -53,10 +55,14 @@ void tst_DiskWorker::whatWaitsIsDoneAtTheEnd() {
 void tst_DiskWorker::whatIsDueFirstIsDoneFirst() {
     DiskWorker worker;
     std::vector<int> done;
-    worker.post("a", [&] { done.push_back(3); }, 1h);
-    worker.post("b", [&] { done.push_back(1); }, 50ms);
-    worker.post("c", [&] { done.push_back(2); }, 100ms);
-    worker.post("b", [&] { done.push_back(10); }, 1h); // another task at the time of the first
+    worker.post(
+        "a", [&] { done.push_back(3); }, 1h);
+    worker.post(
+        "b", [&] { done.push_back(1); }, 50ms);
+    worker.post(
+        "c", [&] { done.push_back(2); }, 100ms);
+    worker.post(
+        "b", [&] { done.push_back(10); }, 1h); // another task at the time of the first
     worker.finish();
     QCOMPARE(done, (std::vector<int>{10, 2, 3}));
 }
