@@ -61,6 +61,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                  "every chart has its list of inputs");
 
     settings.save();
+    settings.finishSaving();
     Settings again(path);
     again.load();
     fuzz::demand(again.values().keys() == settings.values().keys(), "what was saved has the keys that were loaded");
