@@ -103,9 +103,10 @@ class Display(Child):
 
 
 class Ordered(Child):
-    """A program that takes orders on its standard input, one a line, and answers each with a line."""
+    """A program that takes orders on its standard input, one a line, and answers each with a line. What else it says
+    goes into `log`, a file, where there is one."""
 
-    def __init__(self, command, display=None, runtime=None):
+    def __init__(self, command, display=None, runtime=None, log=None):
         environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LOGGING_RULES="*=false")
         for name in ("WAYLAND_DISPLAY", "DISPLAY"):
             environment.pop(name, None)
@@ -114,6 +115,9 @@ class Ordered(Child):
         if runtime is not None:
             environment["XDG_RUNTIME_DIR"] = runtime
         errors = None if os.environ.get("CORVANTA_BENCH_VERBOSE") else subprocess.DEVNULL
+        if log is not None:
+            del environment["QT_LOGGING_RULES"]
+            errors = log
         super().__init__(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=errors, text=True, bufsize=1,
                          env=environment)
         self.command = os.path.basename(command[0])

@@ -13,7 +13,7 @@ class MonitorMainUI;
 ///     return            signed-in CAMERAS      the account that was there; its cameras have their tiles again
 ///     layout R C        laid
 ///     zoom INDEX        laid                   a tile alone, and at the second time all again
-///     reopen COUNT      reopened               opens what is closed of tiles 0..COUNT-1
+///     reopen COUNT      reopened               asks for what is closed of tiles 0..COUNT-1
 ///     painting COUNT    painting               each of tiles 0..COUNT-1 has got a new picture since
 ///     record COUNT      recording COUNT        tiles 0..COUNT-1; answered when all have files
 ///     unrecord          recording 0            all files are complete

@@ -39,8 +39,8 @@ def table(minutes, figures, shift, found):
         ("Time", f"{minutes} minutes, {figures.cores:.2f} cores used by the client"),
         ("Pictures", f"{figures.received} came to the tiles, {figures.shown} were painted, {figures.overwritten} "
                      "were replaced by a newer one before"),
-        ("Cameras", f"{shift.dropped} times one dropped; all came back" +
-         check(not shift.absent, "cameras that did not come back")),
+        ("Cameras", f"{shift.dropped} times one dropped" + (f"; {shift.absent} times some did not come back" +
+         check(False, "cameras") if shift.absent else "; all came back")),
         ("Signed out and in", f"{len(shift.signed_out)} times"),
         ("Rows written", ", ".join(f"{count} {name}" for name, count in figures.rows.items())),
         ("Recordings", f"{found.files} files, {found.frames} frames; {found.missing} missing in them, {found.between} "

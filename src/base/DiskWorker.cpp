@@ -17,7 +17,7 @@ DiskWorker::~DiskWorker() {
     thread_.join();
 }
 
-void DiskWorker::post(const std::string& name, Task task, std::chrono::milliseconds delay) {
+void DiskWorker::post(const std::string& name, std::chrono::milliseconds delay, Task task) {
     {
         const std::lock_guard lock(mutex_);
         const auto [job, isNew] = jobs_.try_emplace(name);

@@ -26,7 +26,7 @@ public:
 
     /// Does `task` after `delay`. In place of one under the same name that has not begun, at that one's time. One
     /// task at a time, those that are due in the order of their times.
-    void post(const std::string& name, Task task, std::chrono::milliseconds delay = {});
+    void post(const std::string& name, std::chrono::milliseconds delay, Task task);
     /// Waits until everything that was posted is done, without its delay. Not in a task.
     void finish();
 

@@ -125,7 +125,7 @@ void Settings::save() {
     if (!folder.exists() && folder.mkpath(QStringLiteral(".")))
         qDebug() << "已经创建新文件";
     const QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(values_)).toJson();
-    disk_.post("settings", [file = file_, text] {
+    disk_.post("settings", {}, [file = file_, text] {
         if (const QString problem = corvanta::writeWholeFile(file, text); !problem.isEmpty())
             qDebug() << "settings could not be saved" << problem;
     });

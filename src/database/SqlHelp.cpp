@@ -213,12 +213,9 @@ void SqlHelp::endTogether() {
 
 void SqlHelp::keep() {
     constexpr std::chrono::seconds later{1};
-    disk_.post(
-        "log",
-        [file = std::filesystem::path((file_ + QStringLiteral("-wal")).toStdU16String())] {
-            corvanta::platform::RawFile::flush(file);
-        },
-        later);
+    disk_.post("log", later, [file = std::filesystem::path((file_ + QStringLiteral("-wal")).toStdU16String())] {
+        corvanta::platform::RawFile::flush(file);
+    });
 }
 
 void SqlHelp::addFireLog(const QString& fireDev, const QVariant& startDate, const QString& type,

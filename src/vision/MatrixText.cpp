@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 namespace corvanta::vision {
@@ -32,7 +33,8 @@ cv::Mat matrixFromText(const QString& text) {
             bool isNumber = false;
             // Single precision, as the positions that devices keep were measured with.
             const float number = element.trimmed().toFloat(&isNumber);
-            if (!isNumber || !std::isfinite(number))
+            // The largest one is no element either: its text is that of a larger one.
+            if (!isNumber || !std::isfinite(number) || std::abs(number) >= std::numeric_limits<float>::max())
                 return {};
             numbers.push_back(static_cast<double>(number));
         }

@@ -22,14 +22,14 @@ void tst_DiskWorker::theNewestTakesThePlaceOfWhatWaits() {
     std::promise<void> disk; // a slow one
     std::vector<int> done;
     std::promise<void> begun;
-    worker.post("a", [&] {
+    worker.post("a", {}, [&] {
         begun.set_value();
         disk.get_future().wait();
         done.push_back(1);
     });
     begun.get_future().wait();
     for (int i = 2; i < 100; ++i) // nobody waits
-        worker.post("a", [&done, i] { done.push_back(i); });
+        worker.post("a", {}, [&done, i] { done.push_back(i); });
     disk.set_value();
     worker.finish();
     QCOMPARE(done, (std::vector<int>{1, 99}));
@@ -39,15 +39,13 @@ void tst_DiskWorker::whatWaitsIsDoneAtTheEnd() {
     bool isDone = false;
     {
         DiskWorker worker;
-        worker.post(
-            "later", [&isDone] { isDone = true; }, 1h);
+        worker.post("later", 1h, [&isDone] { isDone = true; });
     }
     QVERIFY(isDone);
     isDone = false;
     DiskWorker worker;
     worker.finish(); // nothing to wait for
-    worker.post(
-        "later", [&isDone] { isDone = true; }, 1h);
+    worker.post("later", 1h, [&isDone] { isDone = true; });
     worker.finish();
     QVERIFY(isDone);
 }
@@ -55,14 +53,10 @@ void tst_DiskWorker::whatWaitsIsDoneAtTheEnd() {
 void tst_DiskWorker::whatIsDueFirstIsDoneFirst() {
     DiskWorker worker;
     std::vector<int> done;
-    worker.post(
-        "a", [&] { done.push_back(3); }, 1h);
-    worker.post(
-        "b", [&] { done.push_back(1); }, 50ms);
-    worker.post(
-        "c", [&] { done.push_back(2); }, 100ms);
-    worker.post(
-        "b", [&] { done.push_back(10); }, 1h); // another task at the time of the first
+    worker.post("a", 1h, [&] { done.push_back(3); });
+    worker.post("b", 50ms, [&] { done.push_back(1); });
+    worker.post("c", 100ms, [&] { done.push_back(2); });
+    worker.post("b", 1h, [&] { done.push_back(10); }); // another task at the time of the first
     worker.finish();
     QCOMPARE(done, (std::vector<int>{10, 2, 3}));
 }
@@ -76,7 +70,7 @@ void tst_DiskWorker::postedByManyThreads() {
         for (int number = 0; number < 4; ++number) {
             threads.emplace_back([&worker, &done, number] {
                 for (int i = 0; i < each; ++i)
-                    worker.post(std::to_string(number) + '-' + std::to_string(i), [&done] { ++done; });
+                    worker.post(std::to_string(number) + '-' + std::to_string(i), {}, [&done] { ++done; });
                 worker.finish();
             });
         }
