@@ -1,24 +1,18 @@
-#include "TestSdk.h"
-#include "api/AlarmDesk.h"
-#include "store/Notices.h"
+#include "AlarmWorld.h"
 
-#include <QProcess>
-#include <QTcpServer>
 #include <QtTest>
 
-#include <soci/soci.h>
-
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
-#include <thread>
 
 using namespace ipncsdk;
 using namespace ipncsdk::test;
+using std::chrono::seconds;
 
-/// Alarms from a reading to the clients of all processes and to people's phones. The process that reads the sensors
-/// is played by the test: a desk on the store that the SDKs under test share.
+/// Alarms from a reading to the clients of all processes, the outputs and the files. The process that reads the
+/// sensors is played by the test: a desk on the store that the SDKs under test share.
 class tst_Alarms final : public QObject {
     Q_OBJECT
 
@@ -30,143 +24,9 @@ private slots:
     void sensorDataCanBeFetched();
     void floodLosesNone();
     void silentDevicesAndInputs();
-    void rules_data();
-    void rules();
-    void messagesAreCountedAndLimited();
-    void lostFriendIsNotTold();
-    void appNoticesReachTheBroker();
 };
 
 namespace {
-
-using std::chrono::seconds;
-
-constexpr auto pumps = "CAM0052";
-constexpr auto owner = "13800138000";
-constexpr auto colleague = "13700137000";
-
-/// Nobody reads this board but the test.
-constexpr auto boards = R"([{"pid":101,"type":"RS485","ifname":"RS485-9","name":"泵组仪表",
-  "params":{"mode":"rtu","device":"/dev/null"},
-  "input":[{"pid":1001,"ifpid":101,"name":"出口压力","unit":"MPa","thresholds":[{"level":1,"high":5},
-   {"level":2,"high":8},{"level":3,"high":10}]},{"pid":1003,"ifpid":101,"name":"电机温度","unit":"℃"}],
-  "output":[{"pid":1005,"ifpid":101,"name":"启停"},{"pid":1006,"ifpid":101,"name":"声光报警"}]}])";
-
-/// Outputs as they were written, in order.
-class Outputs final : public sensor::OutputWriter {
-public:
-    ServiceCode write(int pid, double value) override {
-        const std::lock_guard lock(mutex_);
-        written_ += std::to_string(pid) + (value > 0 ? "+" : "-");
-        return ServiceCode::Done;
-    }
-    std::string written() {
-        const std::lock_guard lock(mutex_);
-        return written_;
-    }
-
-private:
-    std::mutex mutex_;
-    std::string written_;
-};
-
-/// The process that reads the sensors of an SDK's store.
-class Plant final {
-public:
-    explicit Plant(TestSdk& sdk, std::optional<device::NoticesConfig> notices = std::nullopt)
-        : sdk_(sdk)
-        , outbox_(sdk.path("plant"), std::nullopt, *sdk.clock) {
-        const auto file = sdk.path("service/service.db");
-        auto opened = store::openDatabaseFile(file, seconds(5), *sdk.clock, {});
-        database_.use(std::move(opened.session));
-        if (notices)
-            broker_ = std::make_unique<service::NoticeBroker>(*notices);
-        book_ = std::make_unique<api::AlarmBook>(
-            api::AlarmBook::Parts{database_, cameras_, *sdk.clock, outbox_, broker_.get(), [] {
-                                  }});
-        auto dat = file;
-        dat += ".dat";
-        desk_ = std::make_unique<api::AlarmDesk>(api::AlarmDesk::Parts{
-            database_, cameras_, *sdk.clock, *book_, dat, std::move(opened.changes), [this](const std::string& text) {
-                notices_.add(toText({{"text", text}}));
-            }});
-        desk_->attach(outputs);
-    }
-    ~Plant() {
-        desk_->stop();
-        book_->stop();
-    }
-    Plant(const Plant&) = delete;
-    Plant& operator=(const Plant&) = delete;
-
-    void read(int pid, double value, bool normal = true) { desk_->take({{pid, sdk_.clock->now(), value, normal}}); }
-    void read(const std::vector<sensor::Reading>& readings) { desk_->take(readings); }
-    api::AlarmDesk& desk() { return *desk_; }
-    void stop() { desk_->stop(); }
-    /// Text messages that left, as "PHONE TEXT".
-    [[nodiscard]] std::vector<std::string> messages() const {
-        std::vector<std::string> lines;
-        std::ifstream in(sdk_.path("plant/service/outbox.jsonl"));
-        for (std::string line; std::getline(in, line);) {
-            const Json message = Json::parse(line);
-            lines.push_back(message.at("phonenumber").get<std::string>() + " " +
-                            message.at("text").get<std::string>());
-        }
-        return lines;
-    }
-
-    Outputs outputs;
-
-private:
-    TestSdk& sdk_;
-    Received notices_;
-    store::Database database_;
-    device::NetworkCameras cameras_;
-    service::Outbox outbox_;
-    std::unique_ptr<service::NoticeBroker> broker_;
-    std::unique_ptr<api::AlarmBook> book_;
-    std::unique_ptr<api::AlarmDesk> desk_;
-};
-
-/// A started SDK whose pumps have thresholds and no plans or rules but those that a test makes.
-struct World {
-    World() {
-        started = sdk.start() == emSuccess;
-        started = started && sdk.sqlite("delete from linkplans; delete from reportrules").empty();
-        sdk.write("pumps.sql",
-                  "update devices set interfaces = '" + std::string(boards) + "' where ipncid = '" + pumps + "';");
-        started = started && sdk.sqlite(".read '" + sdk.path("pumps.sql").string() + "'").empty();
-        started = started && sdk.signIn();
-    }
-    long long addPlan(Json plan) {
-        plan["ipncid"] = pumps;
-        plan.emplace("name", "超压");
-        const Json reply = sdk.askAccount("submitlinkplan", {{"linkplan", plan}});
-        return codeOf(reply) == 0 ? reply.at("resp").at("linkplanid").get<long long>() : -1;
-    }
-    Json addRule(Json rule) {
-        rule.emplace("name", "值班");
-        rule.emplace("ipncids", Json::array({pumps}));
-        rule.emplace("reporttype", Json::array({"threshold"}));
-        rule.emplace("reportmode", Json::array({"sms"}));
-        rule.emplace("smslevel", Json::array({"1", "2", "3"}));
-        return sdk.askAccount("submitreportrules", {{"reportrules", rule}});
-    }
-    Json person() { return sdk.askAccount("getpersioninfo").at("resp").at("persioninfo"); }
-    Json records() {
-        return sdk.askAccount("getsmsrecords", {{"cmd", "next"}, {"recid", 0}}).at("resp").at("records");
-    }
-    /// Raises an alarm of the one plan on 1001, and waits until clients are told.
-    void raise(Plant& plant, double value) {
-        const std::size_t before = sdk.client.ofType("trigger").size();
-        plant.read(1001, 0);
-        plant.read(1001, value);
-        QVERIFY(waitFor([&] { return sdk.client.ofType("trigger").size() > before; }));
-    }
-
-    TestSdk sdk;
-    bool started = false;
-};
 
 /// Fetches a file of sensor data; the last message of the flow.
 Json fetch(TestSdk& sdk, const std::string& path) {
@@ -181,12 +41,10 @@ Json fetch(TestSdk& sdk, const std::string& path) {
     return ended ? flow.all().back() : Json();
 }
 
-const Json onPressure = {{"report", true}, {"input", {{{"ifpid", 101}, {"input", 1001}}}}};
-
 } // namespace
 
 void tst_Alarms::alarmReachesEveryClientThatMayKnow() {
-    World world;
+    AlarmWorld world;
     QVERIFY(world.started);
     TestSdk friendly;
     TestSdk stranger;
@@ -252,7 +110,7 @@ void tst_Alarms::pictureGoesWhereTheClientSays_data() {
 void tst_Alarms::pictureGoesWhereTheClientSays() {
     QFETCH(QByteArray, reply);
     QFETCH(bool, written);
-    World world;
+    AlarmWorld world;
     std::filesystem::create_directories(world.sdk.path("pictures"));
 #ifndef Q_OS_WIN // no name has a line feed there
     std::filesystem::create_directories(world.sdk.path("pic\ntures"));
@@ -286,7 +144,7 @@ void tst_Alarms::pictureGoesWhereTheClientSays() {
 }
 
 void tst_Alarms::outputsFollow() {
-    World world;
+    AlarmWorld world;
     Json plan = onPressure;
     plan["output"] = {{{"output", 1005}}, {{"output", 1006}}};
     const long long id = world.addPlan(plan);
@@ -309,7 +167,7 @@ void tst_Alarms::outputsFollow() {
 }
 
 void tst_Alarms::sensorDataCanBeFetched() {
-    World world;
+    AlarmWorld world;
     world.addPlan(onPressure);
     Plant plant(world.sdk);
     const auto start = world.sdk.clock->now();
@@ -346,7 +204,7 @@ void tst_Alarms::sensorDataCanBeFetched() {
 }
 
 void tst_Alarms::floodLosesNone() {
-    World world;
+    AlarmWorld world;
     world.addPlan(onPressure);
     Plant plant(world.sdk);
     constexpr std::size_t alarms = 1000;
@@ -364,7 +222,7 @@ void tst_Alarms::floodLosesNone() {
 }
 
 void tst_Alarms::silentDevicesAndInputs() {
-    World world;
+    AlarmWorld world;
     world.addPlan(onPressure);
     Plant plant(world.sdk);
     world.raise(plant, 6);
@@ -382,170 +240,6 @@ void tst_Alarms::silentDevicesAndInputs() {
     QVERIFY(waitForContent("一号泵组 出口压力 采集异常"));
     QCOMPARE(world.sdk.sqlite("update devices set online = 0 where ipncid = 'CAM0052'"), std::string());
     QVERIFY(waitForContent("一号泵组 设备离线"));
-}
-
-void tst_Alarms::rules_data() {
-    QTest::addColumn<QByteArray>("rule");
-    QTest::addColumn<bool>("reported");
-    QTest::addColumn<QByteArray>("messages"); // one a line
-    const auto row = [](const char* name, const char* rule, const char* messages, bool reported = true) {
-        QTest::newRow(name) << QByteArray(rule) << reported << QByteArray(messages);
-    };
-    const char* const usual = "13800138000 【监控平台】一号泵组 出口压力 8.5MPa 超过二级阈值";
-    row("oneself", R"("selfuse":true)", usual);
-    row("another level", R"("selfuse":true,"smslevel":["1","3"])", "");
-    row("this level", R"("selfuse":true,"smslevel":["2"])", usual);
-    row("levels of the app alone", R"("selfuse":true,"smslevel":[],"applevel":["2"])", "");
-    row("another type", R"("selfuse":true,"reporttype":["offline","other"])", "");
-    row("another device", R"("selfuse":true,"ipncids":["CAM0001"])", "");
-    row("another mode", R"("selfuse":true,"reportmode":["app"])", "");
-    row("disabled", R"("selfuse":true,"enable":false)", "");
-    row("a plan that does not report", R"("selfuse":true)", "", false);
-    row("a friend and nobody's number", R"("recvphones":["13700137000","13500135000"])",
-        "13700137000 【监控平台】一号泵组 出口压力 8.5MPa 超过二级阈值");
-    row("a template", R"("selfuse":true,"smstemplate":"($1)|($2)|($3)|($4)|($5)|($6)($7)|($8)|($1|($)|($11)|($")",
-        "13800138000 【监控平台】一号泵组|超压|二级阀值|泵组仪表|出口压力|8.5MPa|($8)|($1|($)|($11)|($");
-}
-
-void tst_Alarms::rules() {
-    QFETCH(QByteArray, rule);
-    QFETCH(bool, reported);
-    QFETCH(QByteArray, messages);
-    World world;
-    Json plan = onPressure;
-    plan["report"] = reported;
-    world.addPlan(plan);
-    QCOMPARE(codeOf(world.addRule(Json::parse("{" + rule.toStdString() + "}"))), 0);
-    Plant plant(world.sdk);
-    world.raise(plant, 8.5);
-    // Records stand in the store when the alarm does; the messages leave then.
-    const std::size_t expected = messages.isEmpty() ? 0 : 1;
-    QCOMPARE(world.records().size(), expected);
-    QVERIFY(waitFor([&] { return plant.messages().size() == expected; }));
-    if (expected > 0) {
-        QCOMPARE(plant.messages().front(), messages.toStdString());
-        QVERIFY(waitFor([&] { return world.records().front().at("state") == "ok"; }));
-        QCOMPARE(world.records().front().at("kind"), Json("alarm"));
-    }
-}
-
-void tst_Alarms::messagesAreCountedAndLimited() {
-    World world;
-    world.addPlan(onPressure);
-    QCOMPARE(world.person().at("smsnum"), Json(200));
-    QCOMPARE(codeOf(world.addRule({{"selfuse", true}})), 0);
-    QCOMPARE(codeOf(world.sdk.askAccount("setphoneparam", {{"smsphone", colleague}, {"smswarn", 198}})), 0);
-    Plant plant(world.sdk);
-    world.raise(plant, 6);
-    world.raise(plant, 6); // within the minute
-    QCOMPARE(world.person().at("smsnum"), Json(199));
-    world.sdk.clock->advance(seconds(60));
-    world.raise(plant, 6);
-    QCOMPARE(world.person().at("smsnum"), Json(198));
-    // Once, at the limit, and for nothing.
-    QVERIFY(waitFor([&] { return plant.messages().size() == 3; }));
-    const std::string reminder = std::string(colleague) + " 【监控平台】短信剩余198条，请及时充值。";
-    const auto left = plant.messages();
-    QCOMPARE(std::count(left.begin(), left.end(), reminder), 1);
-    // Two for what is longer than seventy characters, and nothing from an empty account.
-    const std::string longer(66, 'x');
-    Json rule = world.sdk.askAccount("getreportrules").at("resp").at("reportrules").front();
-    rule["smstemplate"] = longer;
-    QCOMPARE(codeOf(world.addRule(rule)), 0);
-    for (const int expected : {196, 196}) {
-        world.sdk.clock->advance(seconds(60));
-        world.raise(plant, 6);
-        QCOMPARE(world.person().at("smsnum"), Json(expected));
-        world.sdk.clock->advance(seconds(60));
-        QCOMPARE(world.sdk.sqlite("update accounts set smsleft = 1 where id = 1"), std::string());
-        world.raise(plant, 6);
-        QCOMPARE(world.person().at("smsnum"), Json(1));
-        QCOMPARE(world.records().front().at("state"), Json("nobalance"));
-        QCOMPARE(world.sdk.sqlite("update accounts set smsleft = 198 where id = 1"), std::string());
-    }
-    // A code is recorded without its digits, and costs nothing.
-    QCOMPARE(codeOf(world.sdk.askAccount("changepascode", {{"phonenumber", owner}})), 0);
-    QCOMPARE(world.records().front().at("kind"), Json("code"));
-    QVERIFY(world.records().front().at("text").get<std::string>().find("：******，") != std::string::npos);
-    QCOMPARE(world.person().at("smsnum"), Json(198));
-}
-
-void tst_Alarms::lostFriendIsNotTold() {
-    World world;
-    world.addPlan(onPressure);
-    QCOMPARE(codeOf(world.addRule({{"recvphones", {colleague}}})), 0);
-    // A friend's rule counts as long as the device is shared with the friend.
-    TestSdk friendly;
-    friendly.joinStoreOf(world.sdk);
-    QCOMPARE(friendly.start(), emSuccess);
-    QVERIFY(friendly.signIn(colleague));
-    const Json own = {{"name", "x"},        {"selfuse", true},
-                      {"ipncids", {pumps}}, {"reporttype", {"threshold"}},
-                      {"smslevel", {"1"}},  {"reportmode", {"sms"}}};
-    QCOMPARE(codeOf(friendly.askAccount("submitreportrules", {{"reportrules", own}})), 0);
-    Plant plant(world.sdk);
-    world.raise(plant, 6);
-    QVERIFY(waitFor([&] { return !plant.messages().empty(); }));
-    const std::size_t before = world.records().size();
-    QCOMPARE(before, std::size_t{1});
-    QCOMPARE(codeOf(world.sdk.askAccount("delfriend", {{"friendphone", colleague}})), 0);
-    world.sdk.clock->advance(seconds(120));
-    world.raise(plant, 6);
-    QCOMPARE(world.sdk.sqlite("select count(*) from smsrecords"), std::string("1"));
-}
-
-void tst_Alarms::appNoticesReachTheBroker() {
-#ifdef Q_OS_WIN
-    QSKIP("the broker is a program of Debian");
-#endif
-    QTcpServer probe;
-    QVERIFY(probe.listen(QHostAddress::LocalHost));
-    const QString port = QString::number(probe.serverPort());
-    probe.close();
-    World world;
-    world.addPlan(onPressure);
-    QCOMPARE(codeOf(world.addRule({{"selfuse", true},
-                                   {"recvphones", {colleague}},
-                                   {"reportmode", {"app"}},
-                                   {"applevel", {"1"}},
-                                   {"apptemplate", "($2) ($6)"}})),
-             0);
-    // What is raised while nobody answers waits for the broker.
-    Plant plant(world.sdk, device::NoticesConfig{"127.0.0.1", port.toInt(), "", "", "site/notices"});
-    world.raise(plant, 6);
-    QProcess broker;
-    broker.setProcessChannelMode(QProcess::MergedChannels);
-    world.sdk.write("broker.conf",
-                    "listener " + port.toStdString() + " 127.0.0.1\nallow_anonymous true\n" + "persistence false\n");
-    const QString conf = QString::fromStdString(world.sdk.path("broker.conf").string());
-    QProcess reader;
-    reader.start(
-        QStringLiteral("sh"),
-        {QStringLiteral("-c"),
-         QStringLiteral("until mosquitto_sub -h 127.0.0.1 -p %1 -t '#' -v -C 2 -W 50 2>&1; do :; done").arg(port)});
-    broker.start(QStringLiteral("/usr/sbin/mosquitto"), {QStringLiteral("-c"), conf});
-    QVERIFY(broker.waitForStarted());
-    QByteArray seen;
-    // The reader may come after the first notices: they go on.
-    const bool both = waitFor([&] {
-        world.sdk.clock->advance(seconds(1));
-        world.raise(plant, 6);
-        reader.waitForReadyRead(100);
-        seen += reader.readAllStandardOutput();
-        return seen.contains("site/notices/13800138000 ") && seen.contains("site/notices/13700137000 ");
-    });
-    broker.terminate();
-    broker.waitForFinished();
-    reader.kill();
-    reader.waitForFinished();
-    QVERIFY2(both, seen.constData());
-    const QByteArray mark = "site/notices/13700137000 ";
-    const int begin = seen.indexOf(mark) + mark.size();
-    const Json notice = Json::parse(seen.mid(begin, seen.indexOf('\n', begin) - begin).toStdString());
-    QCOMPARE(notice.at("phonenumber"), Json(colleague));
-    QCOMPARE(notice.at("text"), Json("超压 6"));
-    QCOMPARE(notice.at("ipncid"), Json(pumps));
-    QCOMPARE(notice.at("level"), Json(1));
 }
 
 QTEST_APPLESS_MAIN(tst_Alarms)
