@@ -1,18 +1,17 @@
-#include "TestSdk.h"
+#include "Viewer.h"
 
 #include <QtTest>
 
 #include <algorithm>
-#include <cstdlib>
+#include <filesystem>
 #include <future>
 #include <mutex>
-#include <thread>
 
 using namespace ipncsdk;
 using namespace ipncsdk::test;
 using media::StreamError;
 
-/// Streams through the boundary: who gets one, what comes, and how it ends.
+/// Streams through the boundary: who gets one, what is asked of the hub, and what comes.
 class tst_Video final : public QObject {
     Q_OBJECT
 
@@ -26,50 +25,12 @@ private slots:
     void timesForOpening();
     void hubFailuresCloseTheRequest();
     void networkCameraThatFailedIsTriedAgain();
-    void stopInsideItsOwnCallback();
-    void streamsStopEachOtherFromCallbacks();
-    void stopWaitsForARunningCallback();
-    void openedAndStoppedFromManyThreads();
-    void cleanupWithStreamsRunning();
-    void cleanupBreaksOffPreviews();
-    void cleanupInsideACallbackIsRefused();
-    void startAndCleanUpFromManyThreads();
     void snapshots();
     void previews();
-    void signOutClosesStreams();
     void transportIsAskedOfTheClient();
 };
 
 namespace {
-
-/// A stream whose messages, but for frames, are kept; counts frames. Ends before its SDK does.
-struct Stream {
-    Stream() = default;
-    Stream(const Stream&) = delete;
-    Stream& operator=(const Stream&) = delete;
-    ~Stream() {
-        // Waits for a callback that may still be about to leave.
-        if (owner != nullptr)
-            owner->runtime.stopRequest(id);
-    }
-
-    TestSdk* owner = nullptr;
-    Received messages;
-    std::atomic<int> frames{0};
-    int id = 0;
-
-    void open(TestSdk& sdk, const Json& message) {
-        owner = &sdk;
-        sdk.runtime.requestMessage(toText(message), id, [this](const std::string& text) { take(text); });
-    }
-    void take(const std::string& text) {
-        const bool isFrame = text.find("videodata\"") != std::string::npos;
-        if (isFrame)
-            ++frames;
-        else
-            messages.add(text);
-    }
-};
 
 Json withKeys(const std::string& ipncid, const Json& keys) {
     Json message = openMessage(ipncid);
@@ -181,12 +142,12 @@ void tst_Video::subscriptionsSayWhatWasAsked() {
         {"ipncid": "film", "main": "file:///films/%E5%A4%A7.mp4", "light": "file:films/small.mp4"}]})");
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    Stream streams[5];
-    streams[0].open(sdk, withKeys("CAM0002", {{"maxopentime", 3}}));
-    streams[1].open(sdk, withKeys("porch", {{"hd", true}}));
-    streams[2].open(sdk, withKeys("porch", {{"recvavdata", true}}));
-    streams[3].open(sdk, withKeys("film", {{"hd", true}}));
-    streams[4].open(sdk, withKeys("film", {{"hd", false}}));
+    Viewer viewers[] = {Viewer(sdk), Viewer(sdk), Viewer(sdk), Viewer(sdk), Viewer(sdk)};
+    viewers[0].open("CAM0002", {{"maxopentime", 3}});
+    viewers[1].open("porch", {{"hd", true}});
+    viewers[2].open("porch", {{"recvavdata", true}});
+    viewers[3].open("film", {{"hd", true}});
+    viewers[4].open("film", {{"hd", false}});
     sdk.settle();
     const auto wanted = sdk.hub->subscriptions();
     QCOMPARE(wanted.size(), std::size_t{5});
@@ -233,9 +194,9 @@ void tst_Video::timesForOpening() {
     TestSdk sdk;
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    Stream stream;
-    stream.open(sdk, withKeys("CAM0001", {{"maxopentime", Json::parse(asked.toStdString())}}));
-    QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    Viewer viewer(sdk);
+    viewer.open("CAM0001", {{"maxopentime", Json::parse(asked.toStdString())}});
+    QVERIFY(viewer.waitForFrames(1));
     const auto timeout = sdk.hub->subscriptions().front().openTimeout;
     QCOMPARE(timeout.has_value(), minutes > 0);
     QVERIFY(!timeout || *timeout == std::chrono::minutes(minutes));
@@ -246,16 +207,16 @@ void tst_Video::hubFailuresCloseTheRequest() {
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
     sdk.hub->fail("CAM0001", StreamError::CodecNotSupported);
-    Stream failing;
-    failing.open(sdk, openMessage("CAM0001"));
-    QVERIFY(failing.id > 0);
+    Viewer failing(sdk);
+    failing.open("CAM0001");
+    QVERIFY(failing.id() > 0);
     QCOMPARE(failing.messages.waitForType("avclose").at("retcode"), Json(13));
-    Stream lost;
-    lost.open(sdk, openMessage("CAM0002"));
-    QVERIFY(waitFor([&] { return lost.frames > 0; }));
+    Viewer lost(sdk);
+    lost.open("CAM0002");
+    QVERIFY(lost.waitForFrames(1));
     sdk.hub->lose = true;
     QCOMPARE(lost.messages.waitForType("avclose").at("retcode"), Json(15));
-    sdk.runtime.stopRequest(lost.id);
+    lost.stop();
     QCOMPARE(lost.messages.ofType("avclose").size(), std::size_t{1});
 }
 
@@ -265,221 +226,40 @@ void tst_Video::networkCameraThatFailedIsTriedAgain() {
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
     sdk.hub->fail("porch", StreamError::AddressUnreachable);
-    Stream first;
-    first.open(sdk, openMessage("porch"));
+    Viewer first(sdk);
+    first.open("porch");
     QCOMPARE(first.messages.waitForType("avclose").at("retcode"), Json(10));
     QCOMPARE(sdk.device("porch").at("online"), Json(false));
     sdk.hub->fail("porch", StreamError::None);
-    Stream second;
-    second.open(sdk, openMessage("porch"));
+    Viewer second(sdk);
+    second.open("porch");
     QVERIFY(!second.messages.waitForType("avopen").is_null());
     QCOMPARE(sdk.device("porch").at("online"), Json(true));
-    sdk.runtime.stopRequest(second.id);
-}
-
-void tst_Video::stopInsideItsOwnCallback() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    std::atomic<int> afterStop{0};
-    std::atomic<bool> stopped{false};
-    auto id = std::make_shared<int>(0);
-    sdk.runtime.requestMessage(toText(openMessage("CAM0001")), *id, [&, id](const std::string& text) {
-        if (stopped) {
-            ++afterStop;
-        } else if (text.find("decodevideodata") != std::string::npos) {
-            sdk.runtime.stopRequest(*id);
-            stopped = true;
-        }
-    });
-    QVERIFY(waitFor([&] { return stopped && sdk.hub->running == 0; }));
-    QCOMPARE(afterStop.load(), 0);
-}
-
-void tst_Video::streamsStopEachOtherFromCallbacks() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    for (int round = 0; round < 20; ++round) {
-        std::atomic<int> ids[2] = {0, 0};
-        std::atomic<int> inside{0};
-        std::atomic<int> done{0};
-        for (int self = 0; self < 2; ++self) {
-            int id = 0;
-            auto once = std::make_shared<std::atomic<bool>>(false);
-            sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(self + 1))), id,
-                                       [&, self, once](const std::string& text) {
-                                           if (text.find("decodevideodata") == std::string::npos ||
-                                               once->exchange(true))
-                                               return;
-                                           ++inside;
-                                           waitFor([&] { return inside == 2 && ids[1 - self] > 0; });
-                                           sdk.runtime.stopRequest(ids[1 - self]);
-                                           ++done;
-                                       });
-            ids[self] = id;
-        }
-        QVERIFY(waitFor([&] { return done == 2 && sdk.hub->running == 0; }));
-    }
-}
-
-void tst_Video::stopWaitsForARunningCallback() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    for (int round = 0; round < 50; ++round) {
-        auto buffer = std::make_unique<std::vector<char>>(1000);
-        std::atomic<bool> running{false};
-        int id = 0;
-        sdk.runtime.requestMessage(toText(openMessage("CAM0001")), id, [&](const std::string&) {
-            running = true;
-            for (char& c : *buffer)
-                ++c;
-        });
-        QVERIFY(waitFor([&] { return running.load(); }));
-        sdk.runtime.stopRequest(id);
-        buffer.reset(); // a callback that still ran would write into freed memory
-    }
-}
-
-void tst_Video::openedAndStoppedFromManyThreads() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    std::vector<std::thread> threads;
-    threads.reserve(6);
-    for (int t = 0; t < 6; ++t) {
-        threads.emplace_back([&, t] {
-            for (int n = 0; n < 40; ++n) {
-                std::atomic<int> frames{0};
-                std::atomic<bool> stopped{false};
-                int id = 0;
-                sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(1 + (t + n) % 9))), id,
-                                           [&](const std::string&) {
-                                               if (stopped)
-                                                   std::abort();
-                                               ++frames;
-                                           });
-                // Some are stopped before they open, some while frames come.
-                if (n % 3 != 0)
-                    waitFor([&] { return frames > n % 7; });
-                sdk.runtime.stopRequest(id);
-                stopped = true;
-                std::string out;
-                if (n % 5 == 0)
-                    sdk.runtime.getConfig(R"({"type":"ipnclist"})", out);
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    sdk.settle();
-    QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
-}
-
-void tst_Video::cleanupWithStreamsRunning() {
-    TestSdk sdk;
-    for (int round = 0; round < 5; ++round) {
-        QCOMPARE(sdk.start(), emSuccess);
-        QVERIFY(sdk.signIn());
-        auto frames = std::make_unique<std::atomic<int>>(0);
-        for (int i = 1; i <= 9; ++i) {
-            int id = 0;
-            sdk.runtime.requestMessage(toText(openMessage("CAM000" + std::to_string(i))), id,
-                                       [target = frames.get()](const std::string&) { ++*target; });
-        }
-        QVERIFY(waitFor([&] { return *frames > 50; }));
-        // Requests of every kind are under way, too.
-        for (int i = 0; i < 20; ++i) {
-            int id = 0;
-            sdk.runtime.requestMessage(R"({"reqtype":"preview","ipncid":"CAM0001"})", id,
-                                       [target = frames.get()](const std::string&) { ++*target; });
-        }
-        QCOMPARE(sdk.runtime.cleanup(), emSuccess);
-        frames.reset(); // a callback that still ran would write into freed memory
-        QCOMPARE(sdk.hub->running.load(), 0);
-    }
-}
-
-void tst_Video::cleanupBreaksOffPreviews() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    sdk.hub->stall = true;
-    std::atomic<int> called{0};
-    for (int i = 0; i < 5; ++i) {
-        int id = 0;
-        sdk.runtime.requestMessage(R"({"reqtype":"preview","ipncid":"CAM0001"})", id,
-                                   [&](const std::string&) { ++called; });
-    }
-    QVERIFY(waitFor([&] { return sdk.hub->stalled == 2; }));
-    QCOMPARE(sdk.runtime.cleanup(), emSuccess);
-    QCOMPARE(called.load(), 0);
-}
-
-void tst_Video::cleanupInsideACallbackIsRefused() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    std::promise<std::pair<int, int>> results;
-    sdk.runtime.setConfig(R"({"type":"try"})", [&](const std::string&) {
-        const int cleanup = sdk.runtime.cleanup();
-        results.set_value({cleanup, sdk.runtime.startup()});
-    });
-    const auto [cleanup, startup] = results.get_future().get();
-    QCOMPARE(cleanup, static_cast<int>(emWrongThread));
-    QCOMPARE(startup, static_cast<int>(emAlreadyStarted));
-    QVERIFY(sdk.signIn());
-}
-
-void tst_Video::startAndCleanUpFromManyThreads() {
-    TestSdk sdk;
-    std::vector<std::thread> threads;
-    threads.reserve(6);
-    std::atomic<int> starts{0};
-    std::atomic<int> cleanups{0};
-    for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&] {
-            for (int n = 0; n < 10; ++n) {
-                if (sdk.runtime.startup() == emSuccess)
-                    ++starts;
-                int id = 0;
-                sdk.runtime.requestMessage(R"({"reqtype":"urlreq"})", id, [](const std::string&) {});
-                sdk.runtime.setConfig(R"({"type":"freshlocal"})", nullptr);
-                sdk.runtime.setClientCallback([](const std::string&, std::string&) {});
-                sdk.runtime.stopRequest(id);
-                if (sdk.runtime.cleanup() == emSuccess)
-                    ++cleanups;
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    QVERIFY(starts > 0);
-    QVERIFY(cleanups >= starts);
+    second.stop();
 }
 
 void tst_Video::snapshots() {
     TestSdk sdk;
     QCOMPARE(sdk.start(), emSuccess);
     QVERIFY(sdk.signIn());
-    Stream stream;
-    stream.open(sdk, openMessage("CAM0001"));
-    QVERIFY(waitFor([&] { return stream.frames > 0; }));
+    Viewer viewer(sdk);
+    viewer.open("CAM0001");
+    QVERIFY(viewer.waitForFrames(1));
     const auto capture = [&](const Json& id, const Json& path) {
         return sdk.command({{"type", "avchange"}, {"reqid", id}, {"capture", path}}).at("retcode");
     };
-    QCOMPARE(capture(stream.id, "抓拍.jpg"), Json(0));
+    QCOMPARE(capture(viewer.id(), "抓拍.jpg"), Json(0));
     QVERIFY(std::filesystem::exists(sdk.path("抓拍.jpg"))); // relative to the data root
-    QCOMPARE(capture(stream.id, sdk.path("abs.jpg").string()), Json(0));
+    QCOMPARE(capture(viewer.id(), sdk.path("abs.jpg").string()), Json(0));
     QVERIFY(std::filesystem::exists(sdk.path("abs.jpg")));
-    QCOMPARE(capture(stream.id, sdk.path("no/such/folder.jpg").string()), Json(20));
-    QCOMPARE(capture(stream.id, std::string("a\0.jpg", 6)), Json(6));
-    QCOMPARE(capture(stream.id, ""), Json(6));
-    QCOMPARE(capture(stream.id, 5), Json(6));
+    QCOMPARE(capture(viewer.id(), sdk.path("no/such/folder.jpg").string()), Json(20));
+    QCOMPARE(capture(viewer.id(), std::string("a\0.jpg", 6)), Json(6));
+    QCOMPARE(capture(viewer.id(), ""), Json(6));
+    QCOMPARE(capture(viewer.id(), 5), Json(6));
     QCOMPARE(capture("1", "a.jpg"), Json(6));
     QCOMPARE(capture(123456, "a.jpg"), Json(6));
-    sdk.runtime.stopRequest(stream.id);
-    QCOMPARE(capture(stream.id, "late.jpg"), Json(6));
+    viewer.stop();
+    QCOMPARE(capture(viewer.id(), "late.jpg"), Json(6));
     QVERIFY(!std::filesystem::exists(sdk.path("late.jpg")));
 }
 
@@ -505,24 +285,6 @@ void tst_Video::previews() {
     QCOMPARE(code("CAM0061"), Json(2));
     sdk.hub->fail("CAM0002", StreamError::TimedOut);
     QCOMPARE(code("CAM0002"), Json(14));
-}
-
-void tst_Video::signOutClosesStreams() {
-    TestSdk sdk;
-    QCOMPARE(sdk.start(), emSuccess);
-    QVERIFY(sdk.signIn());
-    Stream streams[3];
-    for (int i = 0; i < 3; ++i)
-        streams[i].open(sdk, openMessage("CAM000" + std::to_string(i + 1)));
-    for (Stream& stream : streams)
-        QVERIFY(waitFor([&] { return stream.frames > 0; }));
-    QCOMPARE(sdk.command({{"type", "logout"}}).at("retcode"), Json(0));
-    for (Stream& stream : streams) {
-        const auto closed = stream.messages.ofType("avclose");
-        QCOMPARE(closed.size(), std::size_t{1});
-        QCOMPARE(closed.front().at("retcode"), Json(4));
-    }
-    QVERIFY(waitFor([&] { return sdk.hub->running == 0; }));
 }
 
 void tst_Video::transportIsAskedOfTheClient() {
