@@ -2,6 +2,7 @@
 
 #include "world/FirstWorld.h"
 
+#include <QFile>
 #include <QProcess>
 
 #include <algorithm>
@@ -221,6 +222,11 @@ std::filesystem::path pathOf(const std::string& text) {
 std::string textOf(const std::filesystem::path& path) {
     const std::u8string text = path.u8string();
     return {text.begin(), text.end()};
+}
+
+QByteArray contentOf(const std::filesystem::path& file) {
+    QFile in(QString::fromStdString(textOf(file)));
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
 }
 
 std::string withDrive(std::string message) {

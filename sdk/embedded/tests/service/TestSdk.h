@@ -4,6 +4,7 @@
 #include "api/Runtime.h"
 #include "base/JsonText.h"
 
+#include <QByteArray>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -110,6 +111,9 @@ int codeOf(const Json& response);
 /// A path from a message's text and the other way, in UTF-8 on every system.
 std::filesystem::path pathOf(const std::string& text);
 std::string textOf(const std::filesystem::path& path);
+
+/// All bytes of a file; empty when it cannot be read.
+QByteArray contentOf(const std::filesystem::path& file);
 
 /// A message whose paths begin at the root, "/a", as it has to be where paths begin with a drive's letter.
 std::string withDrive(std::string message);

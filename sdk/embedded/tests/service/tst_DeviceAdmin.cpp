@@ -4,7 +4,6 @@
 
 #include <QtTest>
 
-#include <fstream>
 #include <set>
 
 using namespace ipncsdk;
@@ -43,11 +42,6 @@ private:
     int id_ = 0;
     Received messages_;
 };
-
-QByteArray bytesOf(const std::filesystem::path& path) {
-    QFile file(QString::fromStdString(textOf(path)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// What ffprobe says of a file: codec and number of frames.
 QByteArray probe(const std::filesystem::path& path) {
@@ -157,7 +151,7 @@ void tst_DeviceAdmin::downloadsAreWhatWasTold() {
         const auto target = sdk_->path("card 目录 " + name);
         const Flow flow(*sdk_, downloadOf(file, target));
         QCOMPARE(flow.end().at("state"), Json("ok"));
-        const QByteArray bytes = bytesOf(target);
+        const QByteArray bytes = contentOf(target);
         QCOMPARE(Json(bytes.size()), file.at("size"));
         std::size_t before = 0;
         for (const Json& message : flow.messages()) {

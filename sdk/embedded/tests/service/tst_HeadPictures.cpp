@@ -2,7 +2,6 @@
 #include "world/FirstWorld.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QImage>
 #include <QtTest>
 
@@ -41,11 +40,6 @@ QByteArray picture(const char* format, int side = 32) {
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, format);
     return bytes;
-}
-
-QByteArray contentOf(const std::filesystem::path& path) {
-    QFile file(QString::fromStdString(path.string()));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 int upload(TestSdk& sdk, const std::filesystem::path& file) {

@@ -1,15 +1,9 @@
-#include "TestSdk.h"
-#include "world/FirstWorld.h"
+#include "UserFilesWorld.h"
 
-#include <QBuffer>
-#include <QCryptographicHash>
-#include <QFile>
-#include <QImage>
 #include <QtEndian>
 #include <QtTest>
 
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <atomic>
@@ -22,7 +16,7 @@ using namespace ipncsdk;
 using namespace ipncsdk::test;
 namespace fs = std::filesystem;
 
-/// Pictures of maps and icons: what is taken, how it moves, who may read it, and that nothing is left of what was not
+/// Pictures of maps and icons: what is taken, that it comes back as it was, and that nothing is left of what was not
 /// kept.
 class tst_UserFiles final : public QObject {
     Q_OBJECT
@@ -37,28 +31,11 @@ private slots:
     void iconsHaveNames();
     void stopLeavesNothing();
     void fullDisk();
-    void downloads_data();
-    void downloads();
-    void publicIcons();
-    void linkIsNotFollowed();
-    void iconsOfFriends();
     void startClearsUp();
     void damagedStoreTakesItsFilesAlong();
 };
 
 namespace {
-
-constexpr auto folder = "service/service.db.files";
-
-QByteArray picture(const char* format, int width = 48, int height = 32, int seed = 0) {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(qRgb(seed * 7 % 256, seed * 13 % 256, 90));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, format);
-    return bytes;
-}
 
 /// A PNG whose header says another size; what follows is never read.
 QByteArray resized(quint32 width, quint32 height) {
@@ -75,71 +52,9 @@ QByteArray resized(quint32 width, quint32 height) {
     return bytes;
 }
 
-QByteArray contentOf(const fs::path& path) {
-    QFile file(QString::fromStdString(path.string()));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-std::string hashOf(const QByteArray& bytes) {
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex().toStdString();
-}
-
-Json mapUpload(const fs::path& file) {
-    return {{"reqtype", "userupload"},
-            {"type", "maps"},
-            {"mimetype", "image/png"},
-            {"uploadpath", file.string()},
-            {"params", ""},
-            {"formdata", ""},
-            {"mapinfo",
-             {{"name", "图"}, {"type", "local"}, {"range", {{"distance", {{"w", "20"}, {"h", "10"}}}}}, {"k", 1}}}};
-}
-
-Json iconUpload(const fs::path& file) {
-    return {{"reqtype", "userupload"}, {"type", "icons"}, {"uploadpath", file.string()}};
-}
-
-/// Sends the request and waits for its last message; what came before is put into `progress`.
-Json flow(TestSdk& sdk, const Json& message, std::vector<Json>* progress = nullptr) {
-    auto received = std::make_shared<Received>();
-    int id = 0;
-    sdk.runtime.requestMessage(toText(message), id, [received](const std::string& text) { received->add(text); });
-    const auto last = [&] {
-        const auto all = received->all();
-        return all.empty() || !all.back().contains("resp") ? Json() : all.back();
-    };
-    if (id <= 0 || !waitFor([&] { return !last().is_null(); }))
-        return {};
-    const auto all = received->all();
-    if (progress != nullptr)
-        progress->assign(all.begin(), all.end() - 1);
-    return last();
-}
-
-Json download(TestSdk& sdk, Json params) {
-    return sdk.ask({{"reqtype", "urlreq"}, {"urlreq", {{"reqtype", "userdown"}, {"params", std::move(params)}}}});
-}
-
 Json icons(TestSdk& sdk) {
     return sdk.document("userinfo").at("fileinfo").at("icons").at("user");
 }
-
-/// An SDK with the first account signed in. `count` contents are in the folder from the first start on.
-struct SignedIn {
-    SignedIn() {
-        good = sdk.start() == emSuccess && sdk.signIn();
-        count = sdk.filesIn(folder).size();
-    }
-    fs::path put(const std::string& name, const QByteArray& bytes) const {
-        sdk.write(name, bytes.toStdString());
-        return sdk.path(name);
-    }
-    [[nodiscard]] std::size_t added() const { return sdk.filesIn(folder).size() - count; }
-
-    TestSdk sdk;
-    bool good = false;
-    std::size_t count = 0;
-};
 
 } // namespace
 
@@ -176,7 +91,7 @@ void tst_UserFiles::contents() {
     QFETCH(QByteArray, bytes);
     QFETCH(int, mapCode);
     QFETCH(int, iconCode);
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     const auto file = user.put("in/图 1.dat", bytes);
     const Json map = flow(user.sdk, mapUpload(file));
@@ -208,7 +123,7 @@ void tst_UserFiles::requests_data() {
 void tst_UserFiles::requests() {
     QFETCH(QByteArray, patch);
     QFETCH(int, code);
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     Json message = mapUpload(user.put("in/a.png", picture("PNG")));
     message.merge_patch(Json::parse(patch.toStdString()));
@@ -222,7 +137,7 @@ void tst_UserFiles::requests() {
 }
 
 void tst_UserFiles::mapComesBackAsItWas() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     const QByteArray bytes = picture("PNG") + QByteArray(3 * 1024 * 1024, 'x');
     user.sdk.settle();
@@ -257,7 +172,7 @@ void tst_UserFiles::mapComesBackAsItWas() {
 }
 
 void tst_UserFiles::contentsAreKeptOnceAndAsLongAsNeeded() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     TestSdk other; // another process and account
     other.joinStoreOf(user.sdk);
@@ -276,7 +191,7 @@ void tst_UserFiles::contentsAreKeptOnceAndAsLongAsNeeded() {
 }
 
 void tst_UserFiles::iconsHaveNames() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     const auto code = [&](const std::string& name, int seed = 0) {
         return codeOf(flow(user.sdk, iconUpload(user.put("in/" + name, picture("PNG", 48, 32, seed)))));
@@ -307,7 +222,7 @@ void tst_UserFiles::iconsHaveNames() {
 }
 
 void tst_UserFiles::stopLeavesNothing() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     const auto file = user.put("in/a.png", picture("PNG") + QByteArray(8 * 1024 * 1024, 'x'));
     auto id = std::make_shared<std::atomic<int>>(0);
@@ -331,7 +246,7 @@ void tst_UserFiles::stopLeavesNothing() {
 }
 
 void tst_UserFiles::fullDisk() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     const QByteArray bytes = picture("PNG") + QByteArray(24 * 1024 * 1024, 'x');
     const auto file = user.put("in/a.png", bytes);
@@ -360,117 +275,12 @@ void tst_UserFiles::fullDisk() {
     QCOMPARE(codeOf(download(user.sdk, params)), 0);
 }
 
-void tst_UserFiles::downloads_data() {
-    QTest::addColumn<QByteArray>("patch"); // merged into a good download of an icon
-    QTest::addColumn<int>("code");
-    const auto row = [](const char* name, const QByteArray& patch, int code) {
-        QTest::newRow(name) << patch << code;
-    };
-    row("good", "{}", 0);
-    row("own by number", R"({"userid":"13800138000"})", 0);
-    row("another kind", R"({"type":"maps"})", 404);
-    row("unknown kind", R"({"type":"heads"})", 2);
-    row("unknown name", R"({"filename":"b.png"})", 404);
-    row("out of the folder", R"({"filename":"../service.db"})", 2);
-    row("absolute", R"({"filename":"/etc/passwd"})", 2);
-    row("backslashes", R"({"filename":"..\\service.db"})", 2);
-    row("dots", R"({"filename":".."})", 2);
-    row("pattern", R"({"filename":"%.png"})", 404);
-    row("SQL", R"({"filename":"' or '1'='1"})", 404);
-    row("of a wrong type", R"({"filename":1})", 2);
-    row("savepath relative", R"({"savepath":"out.png"})", 2);
-    row("savepath without folder", R"({"savepath":"/nowhere/at/all/out.png"})", 19);
-    row("savepath a folder", R"({"savepath":"/tmp/"})", 2);
-    row("no savepath", R"({"savepath":null})", 2);
-    row("another's", R"({"userid":"13900139000"})", 404);
-    row("nobody's", R"({"userid":"12345678"})", 404);
-    row("not a public one", R"({"public":true})", 404);
-    row("public as a text", R"({"public":"true"})", 2);
-}
-
-void tst_UserFiles::downloads() {
-    QFETCH(QByteArray, patch);
-    QFETCH(int, code);
-    SignedIn user;
-    QVERIFY(user.good);
-    QCOMPARE(codeOf(flow(user.sdk, iconUpload(user.put("in/a.png", picture("PNG"))))), 0);
-    user.sdk.write("out/older", "");
-    Json params = {{"type", "icons"}, {"filename", "a.png"}, {"savepath", user.sdk.path("out/out.png").string()}};
-    params.merge_patch(Json::parse(patch.toStdString()));
-    const Json response = download(user.sdk, params);
-    QVERIFY2(codeOf(response) == code, toText(response).c_str());
-    QCOMPARE(user.sdk.filesIn("out").size(), std::size_t{code == 0 ? 2U : 1U});
-    if (code == 0)
-        QVERIFY(contentOf(user.sdk.path("out/out.png")) == picture("PNG"));
-}
-
-void tst_UserFiles::publicIcons() {
-    SignedIn user;
-    QVERIFY(user.good);
-    const Json info = user.sdk.document("userinfo");
-    for (const Json& icon : info.at("fileinfo").at("icons").at("public")) {
-        const auto target = user.sdk.path("icon.png");
-        QCOMPARE(codeOf(download(user.sdk, {{"type", "icons"},
-                                            {"filename", icon.at("filename")},
-                                            {"public", true},
-                                            {"savepath", target.string()}})),
-                 0);
-        const QByteArray bytes = contentOf(target);
-        QCOMPARE(hashOf(bytes), icon.at("hash").get<std::string>());
-        QCOMPARE(QImage::fromData(bytes, "PNG").size(), QSize(64, 64));
-    }
-}
-
-void tst_UserFiles::linkIsNotFollowed() {
-    SignedIn user;
-    QVERIFY(user.good);
-    QCOMPARE(codeOf(flow(user.sdk, iconUpload(user.put("in/a.png", picture("PNG"))))), 0);
-    user.sdk.write("precious", "kept");
-    fs::create_symlink(user.sdk.path("precious"), user.sdk.path("out.png"));
-    const Json params = {{"type", "icons"}, {"filename", "a.png"}, {"savepath", user.sdk.path("out.png").string()}};
-    QCOMPARE(codeOf(download(user.sdk, params)), 0);
-    QCOMPARE(contentOf(user.sdk.path("precious")), QByteArray("kept"));
-    QVERIFY(!fs::is_symlink(user.sdk.path("out.png")));
-}
-
-void tst_UserFiles::iconsOfFriends() {
-    SignedIn user;
-    QVERIFY(user.good);
-    const QByteArray bytes = picture("PNG");
-    QCOMPARE(codeOf(flow(user.sdk, iconUpload(user.put("in/a.png", bytes)))), 0);
-    QCOMPARE(codeOf(flow(user.sdk, iconUpload(user.put("in/b.png", bytes)))), 0);
-    const Json map = flow(user.sdk, mapUpload(user.put("in/m.png", picture("PNG", 64, 64, 5)))).at("resp");
-    const Json info = {{"name", "x"}, {"point", {{"x", "0"}, {"y", "0"}}}, {"icon", "a.png"}, {"iconpublic", false}};
-    const Json marker = {{"mapid", map.at("mapid")}, {"ipncid", "CAM0001"}, {"sensorinfo", info}};
-    QCOMPARE(codeOf(user.sdk.askAccount("submitmapsensor", marker)), 0);
-    const auto codes = [&] {
-        std::vector<int> all;
-        for (Json params : {Json{{"type", "icons"}, {"filename", "a.png"}, {"userid", world::firstPhone}},
-                            Json{{"type", "icons"}, {"filename", "b.png"}, {"userid", world::firstPhone}},
-                            Json{{"type", "icons"}, {"filename", "a.png"}},
-                            Json{{"type", "maps"}, {"filename", map.at("filename")}}}) {
-            params["savepath"] = user.sdk.path("out.png").string();
-            all.push_back(codeOf(download(user.sdk, params)));
-        }
-        return all;
-    };
-    QVERIFY(user.sdk.signIn("13700137000"));
-    QCOMPARE(codes(), (std::vector<int>{404, 404, 404, 404}));
-    QVERIFY(user.sdk.signIn());
-    QCOMPARE(
-        codeOf(user.sdk.askAccount("setmapshare", {{"mapid", map.at("mapid")}, {"friendphones", {"13700137000"}}})),
-        0);
-    QVERIFY(user.sdk.signIn("13700137000"));
-    // The icon that the shared map shows, no other.
-    QCOMPARE(codes(), (std::vector<int>{0, 404, 404, 0}));
-}
-
 void tst_UserFiles::startClearsUp() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     QCOMPARE(codeOf(flow(user.sdk, mapUpload(user.put("in/a.png", picture("PNG"))))), 0);
     QCOMPARE(user.sdk.runtime.cleanup(), emSuccess);
-    const std::string inside = std::string(folder) + "/";
+    const std::string inside = std::string(filesFolder) + "/";
     const std::string kept = hashOf(picture("PNG")) + ".png";
     user.put(inside + std::string(64, 'a') + ".png", "left by a crash");
     user.put(inside + "1-2.part", "being received by another process");
@@ -478,14 +288,14 @@ void tst_UserFiles::startClearsUp() {
     const auto old = user.put(inside + "3-4.part", "received long ago");
     fs::last_write_time(old, fs::file_time_type::clock::now() - std::chrono::hours(48));
     QCOMPARE(user.sdk.start(), emSuccess);
-    std::vector<std::string> left = user.sdk.filesIn(folder);
+    std::vector<std::string> left = user.sdk.filesIn(filesFolder);
     QCOMPARE(left.size(), user.count + 3);
     for (const std::string& name : {kept, std::string("1-2.part"), std::string("readme.txt")})
         QVERIFY(std::find(left.begin(), left.end(), name) != left.end());
 }
 
 void tst_UserFiles::damagedStoreTakesItsFilesAlong() {
-    SignedIn user;
+    UserFilesWorld user;
     QVERIFY(user.good);
     QCOMPARE(codeOf(flow(user.sdk, mapUpload(user.put("in/a.png", picture("PNG"))))), 0);
     QCOMPARE(user.sdk.runtime.cleanup(), emSuccess);
@@ -497,7 +307,7 @@ void tst_UserFiles::damagedStoreTakesItsFilesAlong() {
             aside = name;
     }
     QCOMPARE(user.sdk.filesIn("service/" + aside).size(), user.count + 1);
-    QCOMPARE(user.sdk.filesIn(folder).size(), user.count);
+    QCOMPARE(user.sdk.filesIn(filesFolder).size(), user.count);
 }
 
 QTEST_APPLESS_MAIN(tst_UserFiles)
