@@ -18,8 +18,8 @@ set(corvanta_windows_tests
   tst_embedded_CallbackKeeper
   tst_embedded_DeviceAdmin tst_embedded_DeviceParameters tst_embedded_Linkages tst_embedded_Maps tst_embedded_Messages
   tst_embedded_Ptz tst_embedded_Registration tst_embedded_ServiceConfig tst_embedded_Sharing tst_embedded_SignIn
-  tst_embedded_Store tst_embedded_Text tst_embedded_Video tst_embedded_VideoChange tst_embedded_VideoEnds
-  tst_embedded_SharedLibrary tst_embedded_Measuring
+  tst_embedded_Store tst_embedded_Text tst_embedded_Video tst_embedded_VideoChange tst_embedded_VideoChangeEnds
+  tst_embedded_VideoEnds tst_embedded_SharedLibrary tst_embedded_Measuring
   # windows
   tst_GLYuvWidget tst_ItemVideo tst_PictureBeat tst_PictureViewer tst_FileTable tst_LoginDialog tst_Fwidget tst_Wall
   # the program

@@ -1,11 +1,8 @@
-#include "FakeHub.h"
-#include "Viewer.h"
-#include "world/FirstWorld.h"
+#include "ChangeWorld.h"
 
 #include <QtTest>
 
-#include <fstream>
-#include <iterator>
+#include <filesystem>
 #include <random>
 #include <thread>
 
@@ -31,40 +28,16 @@ private slots:
     void whatRunsAlready();
     void laterChangesReplace();
     void beforeTheFirstOpened();
-    void endsDuringAChange_data();
-    void endsDuringAChange();
-    void theOldDiesMeanwhile();
     void capturesWhatIsDelivered();
     void oneAddressForBoth_data();
     void oneAddressForBoth();
-    void stopsInsideACallback_data();
-    void stopsInsideACallback();
     void theOldIsSlow();
     void manyStreams();
 };
 
 namespace {
 
-using Course = std::vector<std::string>;
-
 const Json codedKeys = {{"recvavdata", true}, {"recvdecodeavdata", false}};
-
-/// An SDK on which the first account is signed in.
-struct SignedIn {
-    SignedIn() { good = sdk.start() == emSuccess && sdk.signIn(); }
-    TestSdk sdk;
-    HubScript::Course& light = sdk.hub->of(Quality::Light);
-    HubScript::Course& main = sdk.hub->of(Quality::Main);
-    bool good = false;
-
-    bool streamsAre(int count) {
-        return waitFor([&] { return sdk.hub->running == count; });
-    }
-    std::string content(const char* file) const {
-        std::ifstream in(sdk.path(file));
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-};
 
 } // namespace
 
@@ -79,7 +52,7 @@ void tst_VideoChange::takesOver_data() {
 void tst_VideoChange::takesOver() {
     QFETCH(bool, decoded);
     QFETCH(bool, coded);
-    SignedIn world;
+    ChangeWorld world;
     QVERIFY(world.good);
     Viewer viewer(world.sdk);
     viewer.open("CAM0001", {{"recvavdata", coded}, {"recvdecodeavdata", decoded}, {"maxopentime", 3}});
@@ -114,7 +87,7 @@ void tst_VideoChange::takesOver() {
 }
 
 void tst_VideoChange::theOldGoesOnUntilTheNewIsThere() {
-    SignedIn world;
+    ChangeWorld world;
     world.main.held = true;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001");
@@ -165,7 +138,7 @@ void tst_VideoChange::theNewCannotBeOpened() {
 }
 
 void tst_VideoChange::theAccountMayNotHaveTheNew() {
-    SignedIn world;
+    ChangeWorld world;
     Viewer pictures(world.sdk);
     Viewer units(world.sdk);
     pictures.open("CAM0001");
@@ -199,7 +172,7 @@ void tst_VideoChange::badRequests_data() {
 
 void tst_VideoChange::badRequests() {
     QFETCH(QByteArray, keys);
-    SignedIn world;
+    ChangeWorld world;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001");
     QVERIFY(viewer.waitForFramesOf(false));
@@ -211,7 +184,7 @@ void tst_VideoChange::badRequests() {
 }
 
 void tst_VideoChange::whatRunsAlready() {
-    SignedIn world;
+    ChangeWorld world;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001", {{"hd", true}});
     QVERIFY(viewer.waitForFramesOf(true));
@@ -223,7 +196,7 @@ void tst_VideoChange::whatRunsAlready() {
 }
 
 void tst_VideoChange::laterChangesReplace() {
-    SignedIn world;
+    ChangeWorld world;
     world.main.held = true;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001");
@@ -246,7 +219,7 @@ void tst_VideoChange::laterChangesReplace() {
 }
 
 void tst_VideoChange::beforeTheFirstOpened() {
-    SignedIn world;
+    ChangeWorld world;
     world.light.held = true;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001");
@@ -267,84 +240,8 @@ void tst_VideoChange::beforeTheFirstOpened() {
     QCOMPARE(viewer.fault() + second.fault(), std::string());
 }
 
-void tst_VideoChange::endsDuringAChange_data() {
-    QTest::addColumn<QByteArray>("way");
-    QTest::addColumn<bool>("oldLives");
-    for (const char* way : {"stop", "sign-out", "clean-up"}) {
-        QTest::addRow("%s", way) << QByteArray(way) << true;
-        QTest::addRow("%s, only the new one is left", way) << QByteArray(way) << false;
-    }
-}
-
-void tst_VideoChange::endsDuringAChange() {
-    QFETCH(QByteArray, way);
-    QFETCH(bool, oldLives);
-    SignedIn world;
-    world.main.held = true;
-    Viewer viewer(world.sdk);
-    viewer.open("CAM0001");
-    QVERIFY(viewer.waitForFramesOf(false));
-    viewer.change(true);
-    QVERIFY(waitFor([&] { return world.main.begun == 1; }));
-    world.light.lose = !oldLives;
-    QVERIFY(world.streamsAre(oldLives ? 2 : 1));
-    if (way == "stop") {
-        viewer.stop();
-        QCOMPARE(viewer.waitForResult(0), static_cast<int>(StreamError::Stopped));
-        QVERIFY((viewer.course() == Course{"avstate", "avopen light"}));
-    } else if (way == "sign-out") {
-        QCOMPARE(world.sdk.command({{"type", "logout"}}).at("retcode"), Json(0));
-        QCOMPARE(viewer.waitForResult(0), static_cast<int>(StreamError::NotSignedIn));
-        QVERIFY((viewer.course() == Course{"avstate", "avopen light", "avclose 4"}));
-    } else {
-        QCOMPARE(world.sdk.runtime.cleanup(), emSuccess);
-        QCOMPARE(world.sdk.hub->running.load(), 0);
-    }
-    world.main.held = false;
-    QVERIFY(world.streamsAre(0));
-    QCOMPARE(viewer.fault(), std::string());
-}
-
-void tst_VideoChange::theOldDiesMeanwhile() {
-    SignedIn world;
-    world.main.held = true;
-    Viewer viewer(world.sdk);
-    viewer.open("CAM0001");
-    QVERIFY(viewer.waitForFramesOf(false));
-    viewer.change(true);
-    QVERIFY(waitFor([&] { return world.main.begun == 1; }));
-    world.light.lose = true;
-    QVERIFY(world.streamsAre(1));
-    QCOMPARE(world.sdk.command({{"type", "avchange"}, {"reqid", viewer.id()}, {"capture", "x.jpg"}}).at("retcode"),
-             Json(6));
-    // Back to the stream that is gone: it is opened anew.
-    world.light.lose = false;
-    world.light.held = true;
-    viewer.change(false);
-    QCOMPARE(viewer.waitForResult(0), static_cast<int>(StreamError::Replaced));
-    viewer.change(true);
-    QCOMPARE(viewer.waitForResult(1), static_cast<int>(StreamError::Replaced));
-    world.main.held = false;
-    QCOMPARE(viewer.waitForResult(2), 0);
-    QVERIFY(viewer.waitForFramesOf(true));
-    QVERIFY((viewer.course() == Course{"avstate", "avopen light", "avopen main"}));
-    // And once more, but now there is nothing left that delivers.
-    viewer.change(false);
-    QVERIFY(waitFor([&] { return world.light.begun == 3; }));
-    world.main.lose = true;
-    QVERIFY(world.streamsAre(1));
-    world.light.failure = StreamError::PasswordRefused;
-    world.light.held = false;
-    QCOMPARE(viewer.waitForResult(3), 12);
-    QVERIFY(!viewer.messages.waitForType("avclose").is_null());
-    QVERIFY((viewer.course() == Course{"avstate", "avopen light", "avopen main", "avclose 15"}));
-    viewer.change(true);
-    QCOMPARE(viewer.waitForResult(4), 6);
-    QCOMPARE(viewer.fault(), std::string());
-}
-
 void tst_VideoChange::capturesWhatIsDelivered() {
-    SignedIn world;
+    ChangeWorld world;
     world.main.held = true;
     Viewer viewer(world.sdk);
     viewer.open("CAM0001");
@@ -356,11 +253,11 @@ void tst_VideoChange::capturesWhatIsDelivered() {
         return world.sdk.command(message).at("retcode");
     };
     QCOMPARE(capture(), Json(0));
-    QCOMPARE(world.content("x.jpg"), std::string("light"));
+    QCOMPARE(contentOf(world.sdk.path("x.jpg")), QByteArray("light"));
     world.main.held = false;
     QVERIFY(viewer.waitForFramesOf(true));
     QCOMPARE(capture(), Json(0));
-    QCOMPARE(world.content("x.jpg"), std::string("main"));
+    QCOMPARE(contentOf(world.sdk.path("x.jpg")), QByteArray("main"));
     // However the changes fall, there is always one that delivers.
     for (int round = 0; round < 50; ++round) {
         viewer.change(round % 2 == 1);
@@ -400,44 +297,8 @@ void tst_VideoChange::oneAddressForBoth() {
     QCOMPARE(viewer.fault(), std::string());
 }
 
-void tst_VideoChange::stopsInsideACallback_data() {
-    QTest::addColumn<int>("moment");
-    QTest::newRow("the new one's opening") << 0;
-    QTest::newRow("the new one's first frame") << 1;
-    QTest::newRow("the old one's frame, while the new one waits for its turn") << 2;
-}
-
-void tst_VideoChange::stopsInsideACallback() {
-    QFETCH(int, moment);
-    for (int round = 0; round < 10; ++round) {
-        SignedIn world;
-        Viewer viewer(world.sdk);
-        std::atomic<bool> changing{false};
-        std::atomic<bool> stopped{false};
-        viewer.onMessage = [&](const std::string& text) {
-            const bool isFrame = text.find("videodata\"") != std::string::npos;
-            const bool isMain = text.find(R"("hd":true)") != std::string::npos;
-            const bool isBig = text.find(R"("w":8)") != std::string::npos;
-            if (moment == 2 && isFrame && changing)
-                waitFor([&] { return world.main.frames > 0; });
-            if (stopped || !changing || (moment == 0 ? !isMain : moment == 1 ? !isBig : !isFrame))
-                return;
-            stopped = true;
-            viewer.stop();
-        };
-        viewer.open("CAM0001");
-        QVERIFY(viewer.waitForFramesOf(false));
-        changing = true;
-        viewer.change(true);
-        QVERIFY(waitFor([&] { return stopped.load(); }));
-        QVERIFY(world.streamsAre(0));
-        QVERIFY(viewer.messages.ofType("avclose").empty());
-        QCOMPARE(viewer.fault(), std::string());
-    }
-}
-
 void tst_VideoChange::theOldIsSlow() {
-    SignedIn world;
+    ChangeWorld world;
     Viewer viewer(world.sdk);
     std::atomic<bool> slow{false};
     std::atomic<bool> inside{false};
@@ -469,7 +330,7 @@ void tst_VideoChange::theOldIsSlow() {
 }
 
 void tst_VideoChange::manyStreams() {
-    SignedIn world;
+    ChangeWorld world;
     constexpr std::size_t count = 16;
     std::vector<std::unique_ptr<Viewer>> viewers;
     for (std::size_t index = 0; index < count; ++index) {
