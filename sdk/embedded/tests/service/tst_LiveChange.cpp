@@ -1,5 +1,5 @@
+#include "RealHub.h"
 #include "Viewer.h"
-#include "api/VideoHub.h"
 #include "support/RtspServer.h"
 
 #include <QImage>
@@ -29,14 +29,6 @@ private slots:
 namespace {
 
 constexpr auto oneCamera = R"({"cameras": [{"ipncid": "porch", "main": "%1", "light": "%2"}]})";
-
-/// A hub of real streams that gives up on a silent network after a while.
-api::HubFactory realHub(std::chrono::seconds silence = std::chrono::seconds(120)) {
-    return [silence](media::HubOptions options) {
-        options.networkTimeout = silence;
-        return api::makeStreamHub(std::move(options));
-    };
-}
 
 std::string configured(const std::string& main, const std::string& light) {
     return QString(oneCamera).arg(QString::fromStdString(main), QString::fromStdString(light)).toStdString();

@@ -1,5 +1,5 @@
+#include "RealHub.h"
 #include "Viewer.h"
-#include "api/VideoHub.h"
 #include "support/OnvifDevice.h"
 #include "support/RtspServer.h"
 
@@ -30,13 +30,6 @@ private slots:
 namespace {
 
 constexpr auto password = "p<\u00e4>&ss";
-
-api::HubFactory realHub() {
-    return [](media::HubOptions options) {
-        options.networkTimeout = std::chrono::seconds(120);
-        return api::makeStreamHub(std::move(options));
-    };
-}
 
 Json probeRequest(const std::string& url, const std::string& secret = password) {
     return {{"reqtype", "onvifprobe"}, {"url", url}, {"user", "admin"}, {"password", secret}};
