@@ -1,42 +1,24 @@
-#include "app/AppManager.h"
-#include "base/ui/PageBar.h"
-#include "base/ui/Style.h"
-#include "database/SqlHelp.h"
-#include "logs/ui/Check_Log_Widget.h"
+#include "logs/LogPageTest.h"
 #include "logs/ui/ExportDialog.h"
-#include "logs/ui/LogTableView.h"
-#include "logs/ui/serchFormLog.h"
-#include "support/FakeSdk.h"
-#include "support/RecordingUi.h"
-#include "support/SqliteShell.h"
 
-#include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateTimeEdit>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QToolButton>
-#include <QtTest>
 
 /// The log page over a real database, driven as an operator does.
-class tst_LogPage final : public QObject {
+class tst_LogPage final : public LogPageTest {
     Q_OBJECT
 private slots:
-    void initTestCase() { corvanta::applyStyle(); }
-    void init();
-    void cleanup();
     void firstVisitShowsTheAlarms();
     void tabsSearchTheirLog();
     void formSearchesItsLog();
@@ -50,39 +32,10 @@ private slots:
     void widthsAreRemembered();
     void calendarKeepsTheTimeOfDay();
     void copiesRows();
-    void exports_data();
-    void exports();
-    void exportCanBeCalledOff_data();
-    void exportCanBeCalledOff();
-    void existingFileIsAskedFor();
     void everyControlHasNames();
     void fitsTheSmallestWindow();
 
 private:
-    void add(int type, int rows) {
-        static const std::array<const char*, 4> inserts{
-            "fireLogs(fireDev,startDate,type,context) select 'cam'||i,'2024-01-01T00:00:'||printf('%02d',i%60)||"
-            "'.000','t','c'||i",
-            "loginLogs(loginUser,loginDate,startDate) select 'u'||i,'2024-01-01T00:00:00.000','2024-01-01T00:00:'||"
-            "printf('%02d',i%60)||'.000'",
-            "operatelogs(user,startDate,type,context,context1) select 'u'||i,'2024-01-01T00:00:'||printf('%02d',i%60)"
-            "||'.000','t','c'||i,'d'",
-            "errlogs(user,startDate,type,context) select 'u'||i,'2024-01-01T00:00:'||printf('%02d',i%60)||'.000','t',"
-            "'c'||i"};
-        sqliteShell::run(
-            dir_->filePath("dataBase.db"),
-            QStringLiteral("with recursive n(i) as (select 1 union all select i+1 from n where i<%1) insert "
-                           "into %2 from n;")
-                .arg(rows)
-                .arg(inserts[std::size_t(type)]));
-    }
-    void show();
-    void search();
-    template <typename T>
-    T& part(const char* name) const {
-        return *page_->findChild<T*>(QLatin1String(name));
-    }
-    void click(const char* name) { part<QAbstractButton>(name).click(); }
     QStringList ids() const {
         QStringList result;
         for (int row = 0; row < table().model()->rowCount(); ++row)
@@ -95,69 +48,8 @@ private:
             result += table().model()->headerData(column, Qt::Horizontal).toString();
         return result;
     }
-    LogTableView& table() const { return page_->table(); }
     QString info() const { return part<QLabel>("pageInfo").text(); }
-    /// Deals with the modal windows to come, one function each; `finished` tells that all were there.
-    void answer(std::vector<std::function<void(QWidget*)>> answers);
-    static void saveAs(QWidget* chooser, const QString& name);
-
-    FakeSdk& sdk_ = FakeSdk::instance();
-    RecordingUi ui_;
-    std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<AppManager> manager_;
-    std::unique_ptr<Check_Log_Widget> page_;
-    std::vector<std::function<void(QWidget*)>> answers_;
-    QTimer answering_;
 };
-
-void tst_LogPage::init() {
-    sdk_.reset();
-    dir_ = std::make_unique<QTemporaryDir>();
-    manager_ = std::make_unique<AppManager>(AppPaths(dir_->path()), ui_, *ipncsdk::ZELIPNCSDK::GetInstance());
-    page_ = std::make_unique<Check_Log_Widget>(manager_->context());
-    page_->resize(700, 400);
-}
-
-void tst_LogPage::cleanup() {
-    answering_.stop();
-    page_.reset();
-    manager_.reset();
-}
-
-void tst_LogPage::show() {
-    QSignalSpy results(page_.get(), &Check_Log_Widget::sigResult);
-    page_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(page_.get()));
-    QTRY_COMPARE(results.size(), 1);
-}
-
-void tst_LogPage::search() {
-    QSignalSpy results(page_.get(), &Check_Log_Widget::sigResult);
-    click("searchButton");
-    QTRY_COMPARE(results.size(), 1);
-}
-
-void tst_LogPage::answer(std::vector<std::function<void(QWidget*)>> answers) {
-    answers_ = std::move(answers);
-    answering_.disconnect();
-    connect(&answering_, &QTimer::timeout, this, [this, last = QPointer<QWidget>()]() mutable {
-        QWidget* const modal = QApplication::activeModalWidget();
-        if (modal == nullptr || modal == last || answers_.empty() ||
-            modal->objectName() == QLatin1String("ExportProgress"))
-            return;
-        last = modal;
-        const auto next = answers_.front();
-        answers_.erase(answers_.begin());
-        next(modal);
-    });
-    answering_.start(5);
-}
-
-void tst_LogPage::saveAs(QWidget* chooser, const QString& name) {
-    auto* const files = chooser->findChild<QFileDialog*>();
-    files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
-    static_cast<QDialog*>(files)->accept();
-}
 
 void tst_LogPage::firstVisitShowsTheAlarms() {
     add(SqlHelp::FireLog, 3);
@@ -357,8 +249,7 @@ void tst_LogPage::widthsAreRemembered() {
     part<QTabBar>("logTabs").setCurrentIndex(SqlHelp::OperateLog);
     QTRY_VERIFY(!page_->isSearching());
     QCOMPARE(table().columnWidth(2), usual);
-    page_ = std::make_unique<Check_Log_Widget>(manager_->context()); // as after a restart
-    page_->resize(700, 400);
+    makePage();
     show();
     QCOMPARE(table().columnWidth(2), 333);
     page_->onDefaultLayout();
@@ -386,124 +277,6 @@ void tst_LogPage::copiesRows() {
     table().selectRow(1);
     QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("2\tcam2\t2024-01-01 00:00:02\tt\tc2"));
-}
-
-void tst_LogPage::exports_data() {
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("file"); ///< that is there afterwards; empty: none
-    QTest::newRow("text") << "txt"
-                          << "a.txt"
-                          << "a.txt";
-    QTest::newRow("upper case") << "txt"
-                                << "A.TXT"
-                                << "A.TXT";
-    QTest::newRow("no suffix") << "txt"
-                               << "a"
-                               << "a.txt";
-    QTest::newRow("other suffix") << "txt"
-                                  << "a.xls"
-                                  << "a.xls.txt";
-    QTest::newRow("workbook") << "xls"
-                              << "b.c"
-                              << "b.c.xls";
-    QTest::newRow("nowhere") << "txt"
-                             << "missing/a.txt"
-                             << "";
-}
-
-void tst_LogPage::exports() {
-    QFETCH(QString, format);
-    QFETCH(QString, name);
-    QFETCH(QString, file);
-    add(SqlHelp::FireLog, 120);
-    show();
-    QString tip;
-    answer({[format](QWidget* dialog) {
-                QVERIFY(qobject_cast<ExportDialog*>(dialog) != nullptr);
-                dialog->findChild<QAbstractButton*>(format + "Format")->click();
-                dialog->findChild<QAbstractButton*>("exportOk")->click();
-            },
-            [this, name](QWidget* chooser) {
-                QCOMPARE(chooser->windowTitle(), QStringLiteral("Open File"));
-                QCOMPARE(chooser->findChild<QFileDialog*>()->directory().canonicalPath(),
-                         QDir(dir_->path()).canonicalPath());
-                if (name.contains('/')) { // the folder goes while the dialog is open
-                    QVERIFY(QDir(dir_->path()).mkdir("missing"));
-                    saveAs(chooser, dir_->filePath(name));
-                    QVERIFY(QDir(dir_->path()).rmdir("missing"));
-                    return;
-                }
-                saveAs(chooser, dir_->filePath(name));
-            },
-            [&tip](QWidget* dialog) {
-                tip = dialog->windowTitle() + '|' + dialog->findChild<QLabel*>("tipText")->text();
-                static_cast<QDialog*>(dialog)->accept();
-            }});
-    click("exportButton");
-    QVERIFY(answers_.empty());
-    QCOMPARE(tip, file.isEmpty() ? QStringLiteral("提示|导出失败!") : QStringLiteral("提示|导出成功!"));
-    if (file.isEmpty())
-        return;
-    QFile result(dir_->filePath(file));
-    QVERIFY(result.open(QIODevice::ReadOnly));
-    const QByteArray content = result.readAll();
-    if (format == "txt") // all rows, not those of the page
-        QCOMPARE(content.count('\n'), 121);
-    else
-        QVERIFY(content.startsWith("\xD0\xCF\x11\xE0"));
-}
-
-void tst_LogPage::exportCanBeCalledOff_data() {
-    QTest::addColumn<bool>("atFormat");
-    QTest::newRow("at the format") << true;
-    QTest::newRow("at the file") << false;
-}
-
-void tst_LogPage::exportCanBeCalledOff() {
-    QFETCH(bool, atFormat);
-    add(SqlHelp::FireLog, 1);
-    show();
-    const auto reject = [](QWidget* dialog) {
-        static_cast<QDialog*>(dialog)->reject();
-    };
-    const auto accept = [](QWidget* dialog) {
-        static_cast<QDialog*>(dialog)->accept();
-    };
-    if (atFormat)
-        answer({reject});
-    else
-        answer({accept, reject});
-    click("exportButton");
-    QVERIFY(answers_.empty());
-    QVERIFY(QApplication::activeModalWidget() == nullptr);
-    QCOMPARE(QDir(dir_->path()).entryList({"*.txt*", "*.xls*"}), QStringList());
-}
-
-void tst_LogPage::existingFileIsAskedFor() {
-    add(SqlHelp::FireLog, 1);
-    show();
-    QFile old(dir_->filePath("a.txt"));
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
-    for (const bool replace : {false, true}) {
-        std::vector<std::function<void(QWidget*)>> answers{
-            [](QWidget* dialog) { static_cast<QDialog*>(dialog)->accept(); },
-            [this](QWidget* chooser) { saveAs(chooser, dir_->filePath("a")); },
-            [replace](QWidget* question) {
-                QVERIFY(question->findChild<QLabel*>("tipText")->text().contains("a.txt"));
-                question->findChild<QAbstractButton*>(replace ? "tipOk" : "tipCancel")->click();
-            }};
-        if (replace)
-            answers.emplace_back([](QWidget* tip) { static_cast<QDialog*>(tip)->accept(); });
-        answer(std::move(answers));
-        click("exportButton");
-        QVERIFY(answers_.empty());
-        QVERIFY(old.open(QIODevice::ReadOnly));
-        QCOMPARE(old.readAll() == "old", !replace);
-        old.close();
-    }
 }
 
 void tst_LogPage::everyControlHasNames() {
