@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QImage>
 #include <QJsonDocument>
+#include <QTreeWidget>
 
 void MapTest::giveDevices() {
     sdk_.setDocument(R"({"type":"ipnclist"})", R"({"ipnclist":[
@@ -105,4 +106,25 @@ void MapTest::choose(const char* menu, const char* action) {
 QString MapTest::hostile() {
     return QStringLiteral("</script>'\"\\&<img src=x onerror=alert(1)>%1 %2\u202e\u2028") +
            QString(10000, QLatin1Char('W'));
+}
+
+QString MapTest::picture(const char* name, const QSize& size) {
+    const QString path = dir_->filePath(QLatin1String(name));
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    return image.save(path) ? path : QString();
+}
+
+void MapTest::select(const QWidget& dialog, const QString& text) {
+    auto* const list = find<QTreeWidget>(dialog, "list");
+    list->clearSelection();
+    const auto found = list->findItems(text, Qt::MatchExactly, 1);
+    QCOMPARE(found.size(), 1);
+    list->setCurrentItem(found[0]);
+}
+
+void MapTest::checkForm(const QWidget& dialog) {
+    checkNames(dialog);
+    const int height = dialog.minimumSizeHint().height();
+    QVERIFY2(height <= 384, qPrintable(QStringLiteral("%1 %2").arg(dialog.objectName()).arg(height)));
 }

@@ -27,6 +27,15 @@ protected:
     QList<QVariantMap> flows(const char* type);
     int idOfLast();
 
+    /// The first upload; empty when there was none.
+    QVariantMap upload() { return flows("userupload").value(0); }
+    /// Writes a picture into the test's folder and returns its path.
+    QString picture(const char* name, const QSize& size = {64, 36});
+
+    /// Selects the row of a dialog's "list" that has this text in its second column.
+    static void select(const QWidget& dialog, const QString& text);
+    /// Names, and that the dialog fits a small window.
+    static void checkForm(const QWidget& dialog);
     /// Chooses from the menu that is open.
     static void choose(const char* menu, const char* action);
 
