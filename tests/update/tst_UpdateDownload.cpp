@@ -1,53 +1,21 @@
 #include "update/Nginx.h"
-#include "update/OddServer.h"
-#include "update/UpdateDownload.h"
-#include "update/VersionCheck.h"
-
-#include <QSignalSpy>
-#include <QSslConfiguration>
-#include <QTcpSocket>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "update/UpdateTest.h"
 
 using namespace corvanta::update;
-using State = UpdateDownload::State;
+using updateFiles::read;
+using updateFiles::write;
 
 namespace {
 
-constexpr int Long = 60000; // ms; far more than anything takes
-
 const QString NoDescription = QStringLiteral("服务器地址错误或JSON格式错误!");
-
-void write(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-}
-
-QByteArray read(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("nothing");
-}
-
-/// Everything below a folder, as "path" of files.
-QStringList filesBelow(const QString& folder) {
-    QStringList paths;
-    QDirIterator each(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (each.hasNext())
-        paths += each.next().mid(folder.size() + 1);
-    paths.sort();
-    return paths;
-}
 
 } // namespace
 
 /// Checks and downloads against real servers: nginx, and one that does everything wrong.
-class tst_UpdateDownload final : public QObject {
+class tst_UpdateDownload final : public UpdateTest {
     Q_OBJECT
 private slots:
     void initTestCase();
-    void init();
-    void cleanup();
     void fromNginx_data();
     void fromNginx();
     void wrongCertificate();
@@ -67,75 +35,13 @@ private slots:
     void badServers_data();
     void badServers();
     void signedDescriptions();
-    void handOver();
-    void handOverRefused();
-    void linksInTheInstallation();
 
 private:
-    CheckResult check(const QString& address, std::optional<SigningKey> key = std::nullopt, int patience = Long);
-    /// Checks and begins; the download's end is for the caller to wait for.
-    bool begin(const QString& address);
-    bool waitFor(State state) {
-        return QTest::qWaitFor([this, state] { return download_->state() == state; }, Long);
-    }
-    QString installed(const QString& path = {}) const { return dir_->filePath("app/" + path); }
-    QString fetched(const QString& path = {}) const { return dir_->filePath("Corvanta/" + path); }
-    bool nothingLeft() const { return !QFileInfo::exists(fetched().chopped(1)); }
-
     Nginx nginx_;
-    const QSslConfiguration usualSsl_ = QSslConfiguration::defaultConfiguration();
-    std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<OddServer> odd_;
-    std::unique_ptr<UpdateDownload> download_;
-    std::unique_ptr<QSignalSpy> failed_;
-    std::unique_ptr<QSignalSpy> ready_;
 };
 
 void tst_UpdateDownload::initTestCase() {
     QVERIFY(nginx_.start());
-}
-
-void tst_UpdateDownload::init() {
-    dir_ = std::make_unique<QTemporaryDir>();
-    odd_ = std::make_unique<OddServer>();
-    QVERIFY(QDir(dir_->path()).mkdir("app"));
-    download_ = std::make_unique<UpdateDownload>(dir_->filePath("app"), DownloadFolder(dir_->filePath("Corvanta")));
-    download_->setLimits({Long});
-    failed_ = std::make_unique<QSignalSpy>(download_.get(), &UpdateDownload::sigFailed);
-    ready_ = std::make_unique<QSignalSpy>(download_.get(), &UpdateDownload::sigReady);
-    write(installed("same.dll"), "same");
-    write(installed("lib/changed.dll"), "old");
-    write(installed("changed.dll"), "old");
-}
-
-void tst_UpdateDownload::cleanup() {
-    download_.reset();
-    QSslConfiguration::setDefaultConfiguration(usualSsl_);
-}
-
-CheckResult tst_UpdateDownload::check(const QString& address, std::optional<SigningKey> key, int patience) {
-    VersionCheck checking(std::move(key));
-    checking.setPatience(patience);
-    connect(&checking.network(), &QNetworkAccessManager::finished, &checking, &VersionCheck::take);
-    CheckResult result;
-    bool isDone = false;
-    connect(&checking, &VersionCheck::sigDone, &checking, [&](const CheckResult& done) {
-        result = done;
-        isDone = true;
-    });
-    if (!checking.start(UpdateServer(address)) || !QTest::qWaitFor([&isDone] { return isDone; }, Long))
-        result.problem = "not checked";
-    return result;
-}
-
-bool tst_UpdateDownload::begin(const QString& address) {
-    const CheckResult result = check(address);
-    if (result.state != CheckResult::State::Newer) {
-        qWarning().noquote() << result.problem;
-        return false;
-    }
-    download_->start(UpdateServer(address), result.description);
-    return true;
 }
 
 void tst_UpdateDownload::fromNginx_data() {
@@ -419,16 +325,7 @@ void tst_UpdateDownload::badServers() {
 void tst_UpdateDownload::signedDescriptions() {
     const QTemporaryDir dir;
     const QByteArray description = OddServer::descriptionOf({{"a", "first"}});
-    write(dir.filePath("text"), description);
-    const auto openssl = [&dir](const QString& arguments) {
-        QProcess process;
-        process.setWorkingDirectory(dir.path());
-        process.start("openssl", arguments.split(' '));
-        process.waitForFinished(Long);
-    };
-    openssl("genpkey -algorithm ed25519 -out key.pem");
-    openssl("pkey -in key.pem -pubout -outform DER -out public.der");
-    openssl("pkeyutl -sign -inkey key.pem -rawin -in text -out text.sig");
+    updateFiles::sign(dir.path(), description);
     const SigningKey key{read(dir.filePath("public.der")).right(32)};
     odd_->describe(description);
     const CheckResult without = check(odd_->address(), key);
@@ -441,77 +338,6 @@ void tst_UpdateDownload::signedDescriptions() {
     QCOMPARE(check(odd_->address(), key).state, CheckResult::State::Newer);
     odd_->describe(description + " ");
     QCOMPARE(check(odd_->address(), key).problem, wrong.problem);
-}
-
-// The updater that came takes the place of the old one and is started with both folders; it may have been marked as
-// not to be written.
-void tst_UpdateDownload::handOver() {
-    const QByteArray updater =
-        "#!/bin/sh\nprintf '%s\\n' \"$PWD\" \"$#\" \"$@\" > \"$2/told.part\"\nmv \"$2/told.part\" \"$2/told\"\n";
-    write(installed("updater.sh"), "#!/bin/sh\nexit 1\n");
-    QVERIFY(QFile::setPermissions(installed("updater.sh"), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
-    odd_->describe(OddServer::descriptionOf({{"updater.sh", updater}, {"lib/changed.dll", "new"}}));
-    odd_->serveFile("updater.sh", updater);
-    odd_->serveFile("lib/changed.dll", "new");
-    QSignalSpy over(download_.get(), &UpdateDownload::sigHandedOver);
-    QVERIFY(begin(odd_->address()));
-    QVERIFY(waitFor(State::Ready));
-    download_->install();
-    QTRY_COMPARE_WITH_TIMEOUT(over.size(), 1, Long);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(installed("told")), Long);
-    const QByteArray app = dir_->filePath("app").toUtf8();
-    QCOMPARE(read(installed("told")), app + "\n2\n" + dir_->filePath("Corvanta").toUtf8() + "\n" + app + "\n");
-    // What is there now is the updater's.
-    download_.reset();
-    QCOMPARE(read(fetched("lib/changed.dll")), QByteArray("new"));
-    QCOMPARE(filesBelow(installed().chopped(1)),
-             (QStringList{"changed.dll", "lib/changed.dll", "same.dll", "told", "updater.sh"}));
-}
-
-void tst_UpdateDownload::handOverRefused() {
-    odd_->describe(OddServer::descriptionOf({{"a", "first"}}, "none.sh"));
-    odd_->serveFile("a", "first");
-    QVERIFY(begin(odd_->address()));
-    QVERIFY(waitFor(State::Ready));
-    // Somebody was at it in between.
-    write(fetched("a"), "other");
-    download_->install();
-    QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 1, Long);
-    QVERIFY(failed_->first().first().toString().contains(QStringLiteral("不完整")));
-    QVERIFY(nothingLeft());
-    // There is no such updater, here or there.
-    QVERIFY(begin(odd_->address()));
-    QVERIFY(waitFor(State::Ready));
-    download_->install();
-    QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 2, Long);
-    QVERIFY(failed_->last().first().toString().contains("none.sh"));
-    QVERIFY(nothingLeft());
-    // One that cannot be started.
-    write(installed("none.sh"), "not for starting");
-    QVERIFY(begin(odd_->address()));
-    QVERIFY(waitFor(State::Ready));
-    download_->install();
-    QTRY_COMPARE_WITH_TIMEOUT(failed_->size(), 3, Long);
-    QVERIFY(nothingLeft());
-}
-
-// A folder of the installation that is a link leads elsewhere: what it holds counts as missing, and stays as it is.
-void tst_UpdateDownload::linksInTheInstallation() {
-    write(dir_->filePath("elsewhere/a"), "first");
-    QVERIFY(QFile::link(dir_->filePath("elsewhere"), installed("plugins")));
-    QVERIFY(QFile::link(dir_->filePath("elsewhere/a"), installed("updater.sh")));
-    const QByteArray updater = "#!/bin/sh\n:>\"$2/told\"\n";
-    odd_->describe(OddServer::descriptionOf({{"plugins/a", "first"}, {"updater.sh", updater}}));
-    odd_->serveFile("plugins/a", "first");
-    odd_->serveFile("updater.sh", updater);
-    QVERIFY(begin(odd_->address()));
-    QVERIFY(waitFor(State::Ready));
-    QCOMPARE(filesBelow(fetched().chopped(1)), (QStringList{"plugins/a", "updater.sh"}));
-    download_->install();
-    QVERIFY(waitFor(State::HandedOver));
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(installed("told")), Long);
-    QCOMPARE(read(dir_->filePath("elsewhere/a")), QByteArray("first"));
-    QVERIFY(!QFileInfo(installed("updater.sh")).isSymLink());
 }
 
 QTEST_GUILESS_MAIN(tst_UpdateDownload)
