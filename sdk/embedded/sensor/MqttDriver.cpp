@@ -15,7 +15,7 @@ namespace ipncsdk::sensor {
 namespace {
 
 constexpr int usualPort = 1883;
-constexpr int keepAlive = 30; ///< seconds
+constexpr int keepAlive = 10; ///< seconds; a network that falls silent is noticed after twice as long at most
 constexpr auto patience = std::chrono::seconds(3);
 
 /// The library wants to be told once.
@@ -199,6 +199,11 @@ std::string MqttDriver::write(const Port& output, double value) {
     std::unique_lock lock(mutex_);
     const bool done = changed_.wait_for(lock, patience, [&] { return acknowledged_.count(id) > 0; });
     acknowledged_.clear();
+    lock.unlock();
+    // The library would send the message again over its next connection, long after the writing was said to have
+    // failed.
+    if (!done)
+        close();
     return done ? "" : "the broker does not confirm the message";
 }
 
