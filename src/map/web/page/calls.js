@@ -201,6 +201,25 @@ function SetMapEditable(isEditable) {
     }
 }
 
+// How long a tile is waited for before it is asked for again; each time twice as long as before. ms
+const tilePatience = { first: 15000, longest: 300000 };
+
+// A tile that the network has swallowed would be missing until somebody moves the map.
+function askAgain(tile) {
+    const address = tile.src;
+    let waiting = 0;
+    const wait = (patience) => {
+        waiting = setTimeout(() => {
+            if (tile.isConnected) {
+                tile.src = address;
+                wait(Math.min(2 * patience, tilePatience.longest));
+            }
+        }, patience);
+    };
+    tile.addEventListener('load', () => clearTimeout(waiting));
+    wait(tilePatience.first);
+}
+
 // `template` is the address of tiles with {z}, {x} and {y}, empty for none; `sources` are the servers it means. The map
 // that is built in lies below, for where the server has nothing.
 function SetTileServer(template, sources) {
@@ -209,6 +228,8 @@ function SetTileServer(template, sources) {
     rule.content = `img-src qrc: data: ${sources}`;
     document.head.append(rule);
     if (template !== '') {
-        L.tileLayer(template, { maxZoom: 18, detectRetina: false }).addTo(map);
+        const layer = L.tileLayer(template, { maxZoom: 18, detectRetina: false });
+        layer.on('tileloadstart', (event) => askAgain(event.tile));
+        layer.addTo(map);
     }
 }
