@@ -21,7 +21,7 @@ using std::chrono::steady_clock;
 
 /// A camera that answers slowly must not be moved by what was clicked long ago.
 constexpr std::size_t mostWaiting = 16;
-constexpr std::chrono::seconds taskLimit{20};
+constexpr std::chrono::seconds taskLimit{12}; ///< less than clients wait for a reply
 /// Cameras lock out who tries a wrong password again and again.
 constexpr std::chrono::seconds afterRefusal{60};
 
