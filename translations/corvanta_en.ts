@@ -1992,10 +1992,6 @@ They cannot be restored.</translation>
 <context>
     <name>FlowRequest</name>
     <message>
-        <source>服务器没有响应，请稍后再试!</source>
-        <translation>The server does not answer. Please try again later.</translation>
-    </message>
-    <message>
         <source>请求发送失败!</source>
         <translation>The request could not be sent.</translation>
     </message>
@@ -4497,6 +4493,10 @@ by text message or by app.</translation>
         <source>抓拍失败(%1)</source>
         <translation>The snapshot failed (%1)</translation>
     </message>
+    <message>
+        <source>抓拍失败：%1</source>
+        <translation>The snapshot failed: %1</translation>
+    </message>
 </context>
 <context>
     <name>RecordMark</name>
@@ -4841,10 +4841,6 @@ All files on it are lost and cannot be restored.</translation>
 <context>
     <name>SendAndReact</name>
     <message>
-        <source>服务器没有响应，请稍后再试!</source>
-        <translation>The server does not answer. Please try again later.</translation>
-    </message>
-    <message>
         <source>请求发送失败!</source>
         <translation>The request could not be sent.</translation>
     </message>
@@ -5033,6 +5029,10 @@ All files on it are lost and cannot be restored.</translation>
     <message>
         <source>操作失败(%1)</source>
         <translation>The operation failed (%1)</translation>
+    </message>
+    <message>
+        <source>服务器没有响应，请稍后再试!</source>
+        <translation>The server does not answer. Please try again later.</translation>
     </message>
 </context>
 <context>
@@ -5839,10 +5839,6 @@ Change time, devices or kinds and search again.</translation>
     <message>
         <source>测试画面</source>
         <translation>Test picture</translation>
-    </message>
-    <message>
-        <source>服务器没有响应，请稍后再试!</source>
-        <translation>The server does not answer. Please try again later.</translation>
     </message>
     <message>
         <source>正在获取画面…</source>
@@ -8374,10 +8370,6 @@ Choose recordings in the files, or open single files.</translation>
 </context>
 <context>
     <name>corvanta::sensor::SensorExport</name>
-    <message>
-        <source>服务器没有响应，请稍后再试!</source>
-        <translation>The server does not answer. Please try again later.</translation>
-    </message>
     <message>
         <source>时间</source>
         <translation>Time</translation>

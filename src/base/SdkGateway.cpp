@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QPointer>
+#include <QTimer>
 
 #include <ipncsdk/ZELIPNCSDK.h>
 
@@ -70,6 +71,19 @@ SdkGateway::SdkThreadCallback SdkGateway::toGui(QObject* receiver, GuiCallback o
 
 int SdkGateway::request(const std::string& json, QObject* receiver, GuiCallback onReply) {
     return RequestMessage(json, toGui(receiver, std::move(onReply)), gate_);
+}
+
+SdkGateway::GuiCallback SdkGateway::orSilence(QObject* receiver, GuiCallback onReply,
+                                              std::function<void()> onSilence) const {
+    const auto answered = std::make_shared<bool>(false);
+    QTimer::singleShot(patience_, receiver, [answered, onSilence = std::move(onSilence)] {
+        if (!*answered)
+            onSilence();
+    });
+    return [answered, onReply = std::move(onReply)](const QVariantMap& reply) {
+        *answered = true;
+        onReply(reply);
+    };
 }
 
 void SdkGateway::inGui(std::shared_ptr<CallbackGate> gate, std::function<void()> task) {

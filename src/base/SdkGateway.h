@@ -60,6 +60,10 @@ public:
     /// The phone number of the signed-in account.
     QString phoneId();
 
+    /// `onReply`, for one request that is sent now: where no reply comes within the gateway's patience, `onSilence`
+    /// runs once, while `receiver` lives. A reply that comes later is still handed on.
+    GuiCallback orSilence(QObject* receiver, GuiCallback onReply, std::function<void()> onSilence) const;
+
     /// How long a reply is waited for before the user is told that none came.
     std::chrono::milliseconds patience() const { return patience_; }
     void setPatience(std::chrono::milliseconds patience) { patience_ = patience; }

@@ -108,6 +108,10 @@ QString textOfReply(const QVariantMap& reply) {
     return own.isEmpty() ? textOfCode(reply, code) : textOfCode(reply, code) + QLatin1Char('\n') + own;
 }
 
+QString noReplyText() {
+    return translated(QT_TRANSLATE_NOOP("ServerErrors", "服务器没有响应，请稍后再试!"));
+}
+
 bool isSuccess(const QVariantMap& reply) {
     const QVariant state = reply.value(QStringLiteral("resp")).toMap().value(QStringLiteral("state"));
     return state.toString() == QLatin1String("ok");

@@ -14,6 +14,9 @@ QString text(const QString& code);
 /// as plain text.
 QString textOfReply(const QVariantMap& reply);
 
+/// What is said where no reply comes in time.
+QString noReplyText();
+
 /// True when the reply's "resp"/"state" says success.
 bool isSuccess(const QVariantMap& reply);
 

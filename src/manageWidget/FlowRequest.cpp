@@ -20,7 +20,7 @@ FlowRequest::FlowRequest(SdkGateway& gateway, int patienceMs, QObject* parent)
     silence_.setInterval(patienceMs > 0 ? patienceMs : static_cast<int>(gateway.patience().count()));
     connect(&silence_, &QTimer::timeout, this, [this] {
         gateway_.StopRequest(requestId_);
-        fail(tr("服务器没有响应，请稍后再试!"));
+        fail(corvanta::serverErrors::noReplyText());
     });
 }
 

@@ -84,13 +84,16 @@ void PtzLine::stopNow() {
 }
 
 void PtzLine::home() {
-    gateway_.request(request({{QStringLiteral("ptzhome"), 1}}), this,
-                     [this, device = device_](const QVariantMap& reply) {
-                         if (corvanta::serverErrors::isSuccess(reply))
-                             write(QStringLiteral("云台回到初始位置"), device);
-                         else
-                             emit sigProblem(corvanta::serverErrors::textOfReply(reply));
-                     });
+    const auto onReply = [this, device = device_](const QVariantMap& reply) {
+        if (corvanta::serverErrors::isSuccess(reply))
+            write(QStringLiteral("云台回到初始位置"), device);
+        else
+            emit sigProblem(corvanta::serverErrors::textOfReply(reply));
+    };
+    const auto onSilence = [this] {
+        emit sigProblem(corvanta::serverErrors::noReplyText());
+    };
+    gateway_.request(request({{QStringLiteral("ptzhome"), 1}}), this, gateway_.orSilence(this, onReply, onSilence));
 }
 
 void PtzLine::send(const QVariantMap& commands) {
@@ -106,7 +109,11 @@ void PtzLine::send(const QVariantMap& commands) {
         if (!ok)
             emit sigProblem(corvanta::serverErrors::textOfReply(reply));
     };
-    gateway_.request(request(commands), this, onReply);
+    const auto onSilence = [this, number] {
+        if (number == message_) // while something is held, it is told again and again
+            emit sigProblem(corvanta::serverErrors::noReplyText());
+    };
+    gateway_.request(request(commands), this, gateway_.orSilence(this, onReply, onSilence));
 }
 
 std::string PtzLine::request(const QVariantMap& commands) const {

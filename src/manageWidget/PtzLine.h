@@ -33,7 +33,7 @@ public:
     void stopNow();
 
 signals:
-    /// The camera refused; a text for the user.
+    /// The camera refused or was not heard of; a text for the user.
     void sigProblem(QString text);
 
 private:

@@ -82,7 +82,7 @@ SensorExport::SensorExport(SdkGateway& gateway, QObject* parent)
     silence_.setSingleShot(true);
     connect(&silence_, &QTimer::timeout, this, [this] {
         cancel();
-        emit sigFailed(tr("服务器没有响应，请稍后再试!"));
+        emit sigFailed(corvanta::serverErrors::noReplyText());
     });
 }
 

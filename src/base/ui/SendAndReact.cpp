@@ -81,14 +81,11 @@ std::shared_ptr<Pending> begin(Pending pending) {
 }
 
 void limit(const SdkGateway& gateway, const std::shared_ptr<Pending>& pending) {
-    QTimer::singleShot(gateway.patience(), pending->receiver, [pending] { pending->fail(noReplyText()); });
+    QTimer::singleShot(gateway.patience(), pending->receiver,
+                       [pending] { pending->fail(serverErrors::noReplyText()); });
 }
 
 } // namespace
-
-QString noReplyText() {
-    return QCoreApplication::translate("SendAndReact", "服务器没有响应，请稍后再试!");
-}
 
 bool sendAndReact(SdkGateway& gateway, const std::string& json, QObject* receiver, Reaction reaction) {
     const auto pending = begin({std::move(reaction), receiver, json, serverErrors::isSuccess});

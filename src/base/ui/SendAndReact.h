@@ -19,9 +19,6 @@ struct Reaction {
     std::function<void(const QString& code, const QString& text)> refused = {};
 };
 
-/// What is said where no reply comes in time.
-QString noReplyText();
-
 /// Sends `json` and reacts once: to the reply, or with a text when none comes within the gateway's patience or it
 /// could not be sent. A request that waits for its reply is not sent a second time for the same receiver, whatever
 /// was clicked twice: false then, and nothing will be called. Nothing is called after `receiver` is gone. GUI thread.

@@ -2,6 +2,7 @@
 
 #include "base/CallbackGate.h"
 #include "base/SdkGateway.h"
+#include "base/ServerErrors.h"
 #include "video/AvMessage.h"
 
 #include <QDebug>
@@ -36,7 +37,7 @@ TestPicture::TestPicture(const AppContext& context, QWidget* parent)
     silence_.setSingleShot(true);
     connect(&silence_, &QTimer::timeout, this, [this] {
         const bool again = follows_;
-        rest(tr("服务器没有响应，请稍后再试!"));
+        rest(corvanta::serverErrors::noReplyText());
         emit sigAnswered(false);
         follows_ = again;
         if (again)

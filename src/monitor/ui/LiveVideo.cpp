@@ -4,8 +4,8 @@
 #include "base/JsonText.h"
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
+#include "base/ServerErrors.h"
 #include "base/Settings.h"
-#include "base/ui/SendAndReact.h"
 #include "monitor/DeviceIndexRule.h"
 #include "monitor/ui/Fwidget.h"
 #include "video/AvMessage.h"
@@ -303,7 +303,7 @@ void LiveVideo::watchSilence(int requestId, const std::shared_ptr<std::atomic<in
     unheard_.insert(requestId);
     QTimer::singleShot(context_.gateway.patience(), this, [this, requestId, tileIndex] {
         if (unheard_.remove(requestId))
-            grid_.setTileText(tileIndex->load(), corvanta::noReplyText());
+            grid_.setTileText(tileIndex->load(), corvanta::serverErrors::noReplyText());
     });
 }
 

@@ -4,6 +4,7 @@
 #include "base/DeviceModel.h"
 #include "base/RequestBuilder.h"
 #include "base/SdkGateway.h"
+#include "base/ServerErrors.h"
 #include "base/Settings.h"
 #include "monitor/ui/DeviceTree.h"
 #include "monitor/ui/Fwidget.h"
@@ -125,7 +126,10 @@ void RecordControl::snapshot(int tileIndex) {
         corvanta::requests::directCommand(
             QStringLiteral("更改视频操作"),
             {{QStringLiteral("reqid"), requestId}, {QStringLiteral("capture"), QDir(path).absolutePath()}}),
-        this, [this, path](const QVariantMap& result) { onSnapshot(path, result); });
+        this,
+        context_.gateway.orSilence(
+            this, [this, path](const QVariantMap& result) { onSnapshot(path, result); },
+            [this] { emit sigMessage(tr("抓拍失败：%1").arg(corvanta::serverErrors::noReplyText())); }));
 }
 
 void RecordControl::onSnapshot(const QString& path, const QVariantMap& result) {

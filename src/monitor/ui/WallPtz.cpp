@@ -12,6 +12,7 @@
 
 #include <QDebug>
 #include <QKeyEvent>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -165,6 +166,11 @@ void WallPtz::askCaps(const QString& ipncId) {
     if (asked_.contains(ipncId))
         return;
     asked_.insert(ipncId);
+    // A camera that is not heard of, or was not, is asked again.
+    QTimer::singleShot(context_.gateway.patience(), this, [this, ipncId] {
+        if (!caps_.contains(ipncId) && asked_.remove(ipncId))
+            update();
+    });
     const std::string json = requests::deviceRequest(
         QStringLiteral("读取设备参数"),
         {{QStringLiteral("ipncid"), ipncId}, {QStringLiteral("getcmds"), QStringList{QStringLiteral("ptzcaps")}}});
