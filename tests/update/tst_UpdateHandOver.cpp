@@ -1,5 +1,6 @@
 #include "update/UpdateTest.h"
 
+using namespace corvanta::update;
 using updateFiles::read;
 using updateFiles::write;
 

@@ -37,6 +37,7 @@ void tst_WebMapPlugin::aViewComesOutOfThePlugin() {
     QWidget window;
     window.resize(640, 480);
     MapView* const view = factory->make({}, &window);
+    QVERIFY(view != nullptr);
     view->resize(640, 480);
     window.show();
     QSignalSpy dropped(view, &MapView::sigDropped);
