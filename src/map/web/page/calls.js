@@ -210,10 +210,15 @@ function askAgain(tile) {
     let waiting = 0;
     const wait = (patience) => {
         waiting = setTimeout(() => {
-            if (tile.isConnected) {
+            if (!tile.isConnected) {
+                return;
+            }
+            // The browser goes on waiting for the same answer unless nobody is left who waits for it.
+            tile.removeAttribute('src');
+            setTimeout(() => {
                 tile.src = address;
                 wait(Math.min(2 * patience, tilePatience.longest));
-            }
+            });
         }, patience);
     };
     tile.addEventListener('load', () => clearTimeout(waiting));
