@@ -166,6 +166,7 @@ private:
             exchange.answer_.body.clear();
             exchange.answer_.digestOffered = false;
         }
+        exchange.headEnded_ = line == "\r\n" || line == "\n";
         constexpr std::string_view challenge = "www-authenticate:";
         if (startsLike(line, challenge)) {
             const std::size_t begin = std::min(line.find_first_not_of(" \t", challenge.size()), line.size());
@@ -187,8 +188,8 @@ private:
             return Failure{Refusal::TimedOut, "no answer in time"};
         if (code == CURLE_WEIRD_SERVER_REPLY || code == CURLE_UNSUPPORTED_PROTOCOL || code == CURLE_HTTP2)
             return Failure{Refusal::NoOnvif, "the answer is no HTTP"};
-        if (code == CURLE_PARTIAL_FILE || code == CURLE_GOT_NOTHING)
-            return Failure{Refusal::NoOnvif, "the answer was cut short"};
+        if (code == CURLE_PARTIAL_FILE || code == CURLE_GOT_NOTHING || (code == CURLE_OK && !headEnded_))
+            return Failure{Refusal::Unreachable, "the answer was cut short"};
         if (code != CURLE_OK)
             return Failure{Refusal::Unreachable, curl_easy_strerror(code)};
         curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &answer_.status);
@@ -200,6 +201,7 @@ private:
     const steady_clock::time_point deadline_ = steady_clock::now() + transport_.timeout;
     HttpAnswer answer_;
     bool tooLong_ = false;
+    bool headEnded_ = false; ///< the answer's header came to its end; the library takes less for an empty answer
     Delegate nextDelegate_;
     std::vector<std::unique_ptr<media::Relay>> relays_;
     List headers_;

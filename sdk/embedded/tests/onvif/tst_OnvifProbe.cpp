@@ -151,7 +151,7 @@ void tst_OnvifProbe::refusals_data() {
     row("web page", {"html"}, {}, goodPassword, Refusal::NoOnvif, "HTTP 404");
     row("redirect", {"redirect"}, {}, goodPassword, Refusal::NoOnvif, "HTTP 302");
     row("no HTTP", {"not-http"}, {}, goodPassword, Refusal::NoOnvif, "the answer is no HTTP");
-    row("cut short", {"short"}, {}, goodPassword, Refusal::NoOnvif, "the answer was cut short");
+    row("cut short", {"short"}, {}, goodPassword, Refusal::Unreachable, "the answer was cut short");
     row("hangs", {"hang"}, {}, goodPassword, Refusal::TimedOut, "no answer in time");
 }
 
