@@ -1,4 +1,5 @@
 #include "base/TcpSocketManage.h"
+#include "support/CuttingProxy.h"
 #include "support/ProxyServer.h"
 
 #include <QTcpServer>
@@ -57,6 +58,8 @@ private slots:
     void failuresAreTold_data();
     void failuresAreTold();
     void abortEndsWhatWaits();
+    void theNetworkGoesAway_data();
+    void theNetworkGoesAway();
 };
 
 void tst_TcpSocketManage::realProxiesCarryEverything_data() {
@@ -139,6 +142,72 @@ void tst_TcpSocketManage::abortEndsWhatWaits() {
     connection.Abort();
     waiting.join();
     QVERIFY(ended);
+}
+
+void tst_TcpSocketManage::theNetworkGoesAway_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<CuttingProxy::Manner>("manner");
+    for (const auto manner : {CuttingProxy::Manner::Closed, CuttingProxy::Manner::Silent}) {
+        const char* const how = manner == CuttingProxy::Manner::Closed ? "closed" : "silent";
+        QTest::addRow("socks5, %s", how) << QStringLiteral("socks5") << QString() << manner;
+        QTest::addRow("socks5 with password, %s", how)
+            << QStringLiteral("socks5") << QStringLiteral("viewer") << manner;
+        QTest::addRow("http, %s", how) << QStringLiteral("http") << QString() << manner;
+    }
+}
+
+// At any byte that a proxy says before it lets anything through, and then inside of what it carries.
+void tst_TcpSocketManage::theNetworkGoesAway() {
+#ifdef Q_OS_WIN
+    QSKIP("the proxies are programs of Debian");
+#endif
+    QFETCH(QString, kind);
+    QFETCH(QString, user);
+    QFETCH(CuttingProxy::Manner, manner);
+    const bool isSilent = manner == CuttingProxy::Manner::Silent;
+    const Echo echo;
+    ProxyServer proxy;
+    QVERIFY(proxy.start(kind, user));
+    QVariantMap settings = proxy.settings();
+    CuttingProxy network(settings[QStringLiteral("proxyPort")].toInt());
+    settings[QStringLiteral("proxyPort")] = network.port();
+    const ProxySettings way = ProxySettings::fromMap(settings);
+    std::array<char, 100> block{};
+    const auto carries = [&](TcpSocketManage& connection) {
+        return connection.Connect("127.0.0.1", echo.port, 10000) && connection.Send("hello\nquit", 10) == 10 &&
+               connection.Receive(block.data(), int(block.size()), 10000) > 0;
+    };
+    {
+        TcpSocketManage connection(way, {});
+        QVERIFY(connection.Connect("127.0.0.1", echo.port, 10000));
+    }
+    const qint64 length = network.carried();
+    QVERIFY(length >= 12);
+    for (qint64 after = 0; after<length; after += length> 20 ? 7 : 1) {
+        network.takeAway(manner, after);
+        TcpSocketManage connection(way, {});
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(!connection.Connect("127.0.0.1", echo.port, isSilent ? 200 : 60000));
+        QVERIFY(time.elapsed() < 20000);
+        QVERIFY(network.isAway());
+        connection.Abort();
+        QCOMPARE(connection.Send("x", 1), int(ipncsdk::TCPSocketDelegate::Failed));
+        network.bringBack();
+        TcpSocketManage again(way, {});
+        QVERIFY(carries(again));
+    }
+    TcpSocketManage connection(way, {});
+    QVERIFY(connection.Connect("127.0.0.1", echo.port, 10000));
+    network.takeAway(manner, 3);
+    QCOMPARE(connection.Send("hello", 5), 5);
+    std::string received;
+    int got = 0;
+    while ((got = connection.Receive(block.data(), int(block.size()), isSilent ? 500 : 60000)) > 0)
+        received.append(block.data(), static_cast<std::size_t>(got));
+    QCOMPARE(received, std::string("hel"));
+    QCOMPARE(got, isSilent ? int(ipncsdk::TCPSocketDelegate::TimedOut) : int(ipncsdk::TCPSocketDelegate::Closed));
 }
 
 QTEST_GUILESS_MAIN(tst_TcpSocketManage)

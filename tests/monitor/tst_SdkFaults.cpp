@@ -1,5 +1,6 @@
 #include "account/ui/LoginDialog.h"
 #include "base/SdkGateway.h"
+#include "base/Settings.h"
 #include "base/ui/TipDialog.h"
 #include "database/SqlHelp.h"
 #include "linkage/AlarmInbox.h"
@@ -8,6 +9,7 @@
 #include "monitor/ui/Fwidget.h"
 #include "monitor/ui/LiveVideo.h"
 #include "recording/Recorder.h"
+#include "storage/RecordingStorage.h"
 #include "video/ui/ItemVideo.h"
 
 #include <QAbstractButton>
@@ -63,6 +65,7 @@ private slots:
     void speaksFromManyThreads();
     void neverSpeaks();
     void neverAnswersADialog();
+    void neverTakesASnapshot();
     void speaksAfterTheEnd();
 
 private:
@@ -289,6 +292,16 @@ void tst_SdkFaults::neverAnswersADialog() {
     openTip()->close();
     QTRY_VERIFY(button->isEnabled());
     QVERIFY(dialog.isVisible());
+}
+
+void tst_SdkFaults::neverTakesASnapshot() {
+    manager_->context().settings.set(corvanta::keys::DriveFolders, QStringList{dir_->path()});
+    manager_->storage().prepareDrives();
+    openAndRun(QStringLiteral("a"));
+    sdk_.configResult.clear();
+    manager_->context().gateway.setPatience(std::chrono::milliseconds(50));
+    emit tile(0).sigMenuAction(0, TileAction::Snapshot);
+    QTRY_COMPARE(message(), QStringLiteral("抓拍失败：") + NoReply);
 }
 
 void tst_SdkFaults::speaksAfterTheEnd() {

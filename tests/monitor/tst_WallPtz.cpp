@@ -4,7 +4,10 @@
 #include "monitor/ui/LiveVideo.h"
 #include "video/ui/ItemVideo.h"
 
+#include <QAbstractButton>
 #include <QtTest>
+
+#include <atomic>
 
 using corvanta::json::parseObject;
 
@@ -23,6 +26,9 @@ private slots:
     void keysSelectAmongManyTiles();
     void aClosedTileStopsItsCamera();
     void withoutTheRightNothingIsAsked();
+    void aCameraThatIsNotHeardOf_data();
+    void aCameraThatIsNotHeardOf();
+    void silenceIsTold();
 
 private:
     void zoom(int index, const char* caps = R"({"pan":true,"tilt":true,"zoom":true})") {
@@ -95,6 +101,47 @@ void tst_WallPtz::withoutTheRightNothingIsAsked() {
     QVERIFY(!pad()->isVisible());
     for (const FakeSdk::Request& request : sdk_.requests())
         QVERIFY(!QString::fromStdString(request.json).contains(QStringLiteral("ptz")));
+}
+
+void tst_WallPtz::aCameraThatIsNotHeardOf_data() {
+    QTest::addColumn<QByteArray>("reply");
+    QTest::newRow("silence") << QByteArray();
+    QTest::newRow("offline") << QByteArray(
+        R"json({"retcode":10,"resp":{"state":"error","errcode":"(ipnc offline)"}})json");
+    QTest::newRow("a part of an answer") << QByteArray(R"({"retcode":0,"resp":{"state":"ok","getcmds":{"ptzc)");
+}
+
+// It is asked again until it says whether it can be moved.
+void tst_WallPtz::aCameraThatIsNotHeardOf() {
+    QFETCH(QByteArray, reply);
+    manager_->context().gateway.setPatience(std::chrono::milliseconds(50));
+    std::atomic<int> asked{0};
+    std::atomic<bool> isBack{false};
+    sdk_.onRequest = [&, reply = reply.toStdString()](const FakeSdk::Request& request) -> std::vector<std::string> {
+        if (parseObject(request.json)[QStringLiteral("reqtype")] != QVariant(QStringLiteral("p2pmsg")))
+            return {};
+        ++asked;
+        if (isBack)
+            return {R"({"retcode":0,"resp":{"state":"ok","getcmds":{"ptzcaps":{"pan":true}}}})"};
+        return reply.empty() ? std::vector<std::string>() : std::vector<std::string>{reply};
+    };
+    openAndRun(QStringLiteral("a"));
+    window_->grid().on_setfocus(0);
+    window_->grid().setZoom(0);
+    QTRY_VERIFY(asked > 2);
+    QVERIFY(!pad()->isVisible());
+    isBack = true;
+    QTRY_VERIFY(pad()->isVisible());
+    sdk_.onRequest = {};
+}
+
+void tst_WallPtz::silenceIsTold() {
+    zoom(0);
+    QTRY_VERIFY(pad()->isVisible());
+    sdk_.onRequest = {};
+    manager_->context().gateway.setPatience(std::chrono::milliseconds(50));
+    pad()->findChild<QAbstractButton*>(QStringLiteral("pad-ptz-home"))->click();
+    QTRY_COMPARE(message(), QStringLiteral("服务器没有响应，请稍后再试!"));
 }
 
 QTEST_MAIN(tst_WallPtz)

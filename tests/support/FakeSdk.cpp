@@ -150,7 +150,7 @@ void ZELIPNCSDK::SetConfig(const std::string& json, ResponseCallback callback) {
     fake.configs_.push_back(json);
     if (fake.onConfig)
         fake.onConfig(json);
-    if (callback)
+    if (callback && !fake.configResult.empty())
         fake.threads_.emplace_back(
             [callback = std::move(callback), result = fake.configResult] { callback(result); });
 }

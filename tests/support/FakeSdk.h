@@ -29,7 +29,7 @@ public:
     ipncsdk::emReturnValue startupResult = ipncsdk::emSuccess;
     ipncsdk::emReturnValue callbackResult = ipncsdk::emSuccess;
     int nextId = 1;
-    std::string configResult = R"({"retcode":0})"; ///< of every `SetConfig`
+    std::string configResult = R"({"retcode":0})"; ///< of every `SetConfig`; empty: there is none
     void setDocument(const std::string& query, const std::string& text);
     /// Called for each request on the SDK's thread; what it returns is delivered as responses.
     std::function<std::vector<std::string>(const Request&)> onRequest;

@@ -76,6 +76,7 @@ class Camera:
         self.nonces = set()
         self.challenge = secrets.token_hex(8)
         self.port = 0
+        self.asked_port = ""  # at which the present request was asked, which is told as its own
         self.place = {"x": 0.25, "y": -0.5, "zoom": 0.5}
         self.moving = False
         self.presets = {"1": "Gate", "7": "Yard"}
@@ -172,7 +173,7 @@ class Camera:
 
     def services(self):
         host = "192.0.2.1" if "other-host" in self.modes else "127.0.0.1"
-        base = f"http://{host}:{self.port}/onvif/"
+        base = f"http://{host}:{self.asked_port or self.port}/onvif/"
         all_ = {TDS: "device_service", TRT: "media", TPTZ: "ptz", TIMG: "imaging"}
         missing = {TRT: "no-media", TPTZ: "no-ptz", TIMG: "no-imaging"}
         return {space: base + path for space, path in all_.items() if missing.get(space) not in self.modes}
@@ -452,6 +453,7 @@ class Handler(http.server.BaseHTTPRequestHandler):
             return
         try:
             with camera.lock:
+                camera.asked_port = self.headers.get("Host", "").partition(":")[2]
                 markup = camera.answer(body, self.path, self.headers.get("Authorization"))
             self.send(200, envelope(markup, camera.modes))
         except Refused as refused:

@@ -3,7 +3,7 @@
 
 Prints "PORT n" once it serves, and ends when its standard input is closed, so that a test that dies takes it along.
 
-Streams: /live (H.264, SPS and PPS in the stream), /bare (SPS and PPS in the description alone), /white (H.264,
+Streams: /live (H.264, SPS and PPS in the stream), /own (the same, made anew for each client), /bare (SPS and PPS in the description alone), /white (H.264,
 limited range, all white), /full (the same samples, said to be of full range), /resize (changes its size every second), /h265, /mjpeg,
 /audio (G.711 alone), /both (H.264 and G.711), /pcma, /pcmu, /aac, /opus (H.264 and a tone in this codec), /quiet
 (its sound stops and comes back, every second), /nosetup (refuses to set up its sound), /hang (never answers
@@ -39,6 +39,7 @@ def white(colour):
 
 STREAMS = {
     "/live": LIVE,
+    "/own": LIVE,
     "/bare": f"{BARS} ! {X264} ! video/x-h264,stream-format=avc ! rtph264pay name=pay0 config-interval=0",
     "/white": white("bt601"),
     "/full": white("1:4:0:0"),
@@ -175,7 +176,7 @@ def main():
     factories["/slow"] = SlowFactory(1)
     for path, factory in factories.items():
         # A client that comes back at once would meet a shared stream that is just being ended.
-        factory.set_shared(path != "/nosetup" and path not in EARS)
+        factory.set_shared(path not in ("/own", "/nosetup") and path not in EARS)
         if options.user:
             allow_users(factory)
         server.get_mount_points().add_factory(path, factory)

@@ -1,4 +1,5 @@
 #include "map/web/MapPage.h"
+#include "support/CuttingProxy.h"
 #include "webmap/WebMapTest.h"
 
 #include <QApplication>
@@ -60,6 +61,8 @@ private slots:
     void thePageReachesNobody();
     void tilesComeFromTheirServerOnly();
     void aServerCannotSendThePageOn();
+    void tilesComeWhenTheNetworkIsBack_data();
+    void tilesComeWhenTheNetworkIsBack();
     void cleanup() { WebMapTest::cleanup(); }
 
 private:
@@ -140,6 +143,36 @@ void tst_WebMapGuard::aServerCannotSendThePageOn() {
     QTRY_VERIFY_WITH_TIMEOUT(tiles.paths.size() > 4, 30000);
     settle();
     QCOMPARE(other.connections, 0);
+}
+
+void tst_WebMapGuard::tilesComeWhenTheNetworkIsBack_data() {
+    QTest::addColumn<CuttingProxy::Manner>("manner");
+    QTest::addColumn<int>("after");
+    QTest::newRow("closed") << CuttingProxy::Manner::Closed << 0;
+    QTest::newRow("closed inside the picture") << CuttingProxy::Manner::Closed << 100;
+    QTest::newRow("silent") << CuttingProxy::Manner::Silent << 0;
+    QTest::newRow("silent inside the picture") << CuttingProxy::Manner::Silent << 100;
+}
+
+// Until then the map that is built in is seen.
+void tst_WebMapGuard::tilesComeWhenTheNetworkIsBack() {
+    QFETCH(CuttingProxy::Manner, manner);
+    QFETCH(int, after);
+    Server tiles;
+    CuttingProxy network(tiles.serverPort());
+    network.takeAway(manner, after);
+    const QString address = QStringLiteral("http://127.0.0.1:%1/{z}/{x}/{y}").arg(network.port());
+    QVERIFY(open({address, {}}, {makeMarker(QStringLiteral("a"), 30, 110)}));
+    ask(QStringLiteral("tilePatience.first = 200; map.setZoom(map.getZoom() + 1, { animate: false }); true"));
+    QTRY_VERIFY_WITH_TIMEOUT(network.isAway() && tiles.connections > 0, 30000);
+    settle();
+    QVERIFY(becomes(QStringLiteral("document.querySelector('canvas.leaflet-tile') !== null")));
+    QVERIFY(!ask(QStringLiteral("document.querySelector('img.leaflet-tile-loaded') !== null")).toBool());
+    QCOMPARE(ask(QStringLiteral("marks.length")).toInt(), 1);
+    network.bringBack();
+    // Those that are in view, each of them.
+    QVERIFY(becomes(QStringLiteral("document.querySelectorAll('img.leaflet-tile').length > 4 &&"
+                                   "document.querySelector('img.leaflet-tile:not(.leaflet-tile-loaded)') === null")));
 }
 
 int main(int argc, char** argv) {

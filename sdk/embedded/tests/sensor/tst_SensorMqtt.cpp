@@ -1,15 +1,14 @@
+#include "Broker.h"
 #include "Slave.h"
 #include "sensor/MqttDriver.h"
 
-#include <QFile>
-#include <QTcpServer>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 
 using namespace ipncsdk;
 using namespace ipncsdk::sensor;
+using ipncsdk::test::Broker;
 using ipncsdk::test::portRecord;
 
 /// The ZigBee driver against mosquitto, with its own clients as the node.
@@ -18,7 +17,6 @@ class tst_SensorMqtt final : public QObject {
 
 private slots:
     void init();
-    void cleanup();
     void valuesComeAndBrokersGo();
     void writing();
     void wrongPassword();
@@ -26,52 +24,14 @@ private slots:
     void paths();
 
 private:
-    bool startBroker();
-    void publish(const char* payload) const;
     Json record() const;
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<QProcess> broker_;
-    int port_ = 0;
+    std::unique_ptr<Broker> broker_;
 };
 
 void tst_SensorMqtt::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    QTcpServer free;
-    QVERIFY(free.listen(QHostAddress::LocalHost));
-    port_ = free.serverPort();
-    free.close();
-    QVERIFY(startBroker());
-}
-
-void tst_SensorMqtt::cleanup() {
-    broker_->terminate();
-    broker_->waitForFinished();
-}
-
-bool tst_SensorMqtt::startBroker() {
-    QProcess::execute("mosquitto_passwd", {"-b", "-c", folder_->filePath("users"), "node", "secret"});
-    QFile file(folder_->filePath("broker.conf"));
-    file.open(QIODevice::WriteOnly);
-    file.write(("listener " + QString::number(port_) +
-                " 127.0.0.1\nallow_anonymous false\nuser root\npassword_file " + folder_->filePath("users") + "\n")
-                   .toUtf8());
-    file.close();
-    broker_ = std::make_unique<QProcess>();
-    broker_->start("mosquitto", {"-c", file.fileName()});
-    for (int i = 0; i < 3000; ++i) {
-        QTcpSocket probe;
-        probe.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port_));
-        if (probe.waitForConnected(10))
-            return true;
-        QTest::qWait(10);
-    }
-    return false;
-}
-
-void tst_SensorMqtt::publish(const char* payload) const {
-    QProcess::execute("mosquitto_pub", {"-h", "127.0.0.1", "-p", QString::number(port_), "-u", "node", "-P", "secret",
-                                        "-q", "1", "-t", "home/node", "-m", payload});
+    broker_ = std::make_unique<Broker>();
+    QVERIFY(broker_->start());
 }
 
 Json tst_SensorMqtt::record() const {
@@ -79,7 +39,7 @@ Json tst_SensorMqtt::record() const {
             {"type", "ZIGBEE"},
             {"params",
              {{"mode", "mqtt"},
-              {"broker", "127.0.0.1:" + std::to_string(port_)},
+              {"broker", "127.0.0.1:" + std::to_string(broker_->port)},
               {"user", "node"},
               {"password", "secret"},
               {"topic", "home/node"}}},
@@ -96,23 +56,22 @@ void tst_SensorMqtt::valuesComeAndBrokersGo() {
     const auto arrives = [&](std::size_t at) {
         return driver.read(raw).empty() && raw[at].value.has_value();
     };
-    publish("no JSON");
-    publish(R"({"climate":{"temperature":21.5}})");
+    broker_->publish("no JSON");
+    broker_->publish(R"({"climate":{"temperature":21.5}})");
     // The subscription is confirmed after the connection: what was published before it is not delivered.
     for (int i = 0; i < 100 && !arrives(0); ++i)
-        publish(R"({"climate":{"temperature":21.5}})");
+        broker_->publish(R"({"climate":{"temperature":21.5}})");
     QCOMPARE(raw[0].value, std::optional<double>(21.5));
     QVERIFY(!raw[1].value);
     driver.read(raw);
     driver.read(raw);
     QVERIFY(!raw[0].fresh);
-    publish(R"({"contact":true})");
+    broker_->publish(R"({"contact":true})");
     QTRY_VERIFY_WITH_TIMEOUT(arrives(1), 30000);
     QCOMPARE(raw[0].value, std::optional<double>(21.5));
-    broker_->terminate();
-    broker_->waitForFinished();
+    broker_->stop();
     QTRY_VERIFY_WITH_TIMEOUT(!driver.read(raw).empty(), 30000);
-    QVERIFY(startBroker());
+    QVERIFY(broker_->start());
     QTRY_VERIFY_WITH_TIMEOUT(driver.read(raw).empty(), 60000);
     QVERIFY(!raw[0].value);
 }
@@ -122,16 +81,15 @@ void tst_SensorMqtt::writing() {
     MqttDriver driver(board);
     QCOMPARE(driver.open(), std::string());
     QProcess node;
-    node.start("mosquitto_sub", {"-h", "127.0.0.1", "-p", QString::number(port_), "-u", "node", "-P", "secret", "-t",
-                                 "home/node/set", "-C", "1", "-W", "60"});
+    node.start("mosquitto_sub", {"-h", "127.0.0.1", "-p", QString::number(broker_->port), "-u", "node", "-P",
+                                 "secret", "-t", "home/node/set", "-C", "1", "-W", "60"});
     QVERIFY(node.waitForStarted());
     for (int i = 0; i < 100 && node.state() == QProcess::Running; ++i) {
         QCOMPARE(driver.write(board.outputs[0], 1), std::string());
         node.waitForFinished(200);
     }
     QCOMPARE(Json::parse(node.readAll().toStdString()), (Json{{"state", {{"left", 1}}}}));
-    broker_->terminate();
-    broker_->waitForFinished();
+    broker_->stop();
     QVERIFY(!driver.write(board.outputs[0], 1).empty());
 }
 
