@@ -62,10 +62,12 @@ void measure(const Case& what) {
     const scene::Lens camera = lens();
     const scene::Photographer photographer(camera);
     const scene::Print print = scene::codePrint("CORVANTA-1", what.width);
-    const cv::Mat distortion(1, 5, CV_64F, const_cast<double*>(camera.distortion.data()));
-    const auto pose = vision::QrPose::make(
-        {vision::matrixText(cv::Mat(camera.matrix())), vision::matrixText(distortion), QString::number(what.width)});
-    vision::CodeScanner scanner;
+    const cv::Matx33d matrix = camera.matrix();
+    const auto pose =
+        vision::QrPose::make({vision::matrixText({3, 3, {std::begin(matrix.val), std::end(matrix.val)}}),
+                              vision::matrixText({1, 5, {camera.distortion.begin(), camera.distortion.end()}}),
+                              QString::number(what.width)});
+    const auto reader = vision::visionBackend()->makeCodeReader();
     std::mt19937 random(1);
     std::vector<double> across;
     std::vector<double> along;
@@ -74,7 +76,8 @@ void measure(const Case& what) {
         const scene::Pose place = poseOf(what, random, what.distance / 20);
         scene::Flaws flaws = what.flaws;
         flaws.seed = static_cast<std::uint64_t>(i + 1);
-        if (const auto result = pose->measure(photographer.photograph(print, place, flaws), scanner))
+        const cv::Mat picture = photographer.photograph(print, place, flaws);
+        if (const auto result = pose->measure(reader->find({picture.data, picture.cols, picture.rows})))
             found.emplace_back(place.translation, result->position);
     }
     // A movement is what lies between two pictures; the sign of a position is turned.

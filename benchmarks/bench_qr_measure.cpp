@@ -41,9 +41,10 @@ void print(const std::string& name, double figure, const char* unit, const char*
 }
 
 vision::QrPose poseFor(const scene::Lens& lens) {
-    const cv::Mat distortion(1, 5, CV_64F, const_cast<double*>(lens.distortion.data()));
-    return *vision::QrPose::make(
-        {vision::matrixText(cv::Mat(lens.matrix())), vision::matrixText(distortion), QString::number(CodeWidth)});
+    const cv::Matx33d matrix = lens.matrix();
+    return *vision::QrPose::make({vision::matrixText({3, 3, {std::begin(matrix.val), std::end(matrix.val)}}),
+                                  vision::matrixText({1, 5, {lens.distortion.begin(), lens.distortion.end()}}),
+                                  QString::number(CodeWidth)});
 }
 
 /// Pictures as alarms bring them: near and far, turned and tilted, blurred and dim.
@@ -96,10 +97,10 @@ void measurePictures(const cv::Size& size) {
     print("qr_measure_" + name, ours / Pictures, "ms", "zbarimg", zbarimg / Pictures);
     print("qr_found_" + name, 100.0 * found / Pictures, "%", "zbarimg", 100.0 * theirs / Pictures);
     // Pictures in memory against the detector.
-    vision::CodeScanner scanner;
+    const auto reader = vision::visionBackend()->makeCodeReader();
     const double inMemory = millisecondsOf([&] {
         for (const cv::Mat& picture : pictures)
-            (void)pose.measure(picture, scanner);
+            (void)pose.measure(reader->find({picture.data, picture.cols, picture.rows}));
     });
     cv::QRCodeDetector detector;
     int detected = 0;

@@ -11,7 +11,7 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
                                                 WORLD_EXECUTE)
 
 # On Windows libraries are found with the programs, elsewhere they are found as what they are.
-install(TARGETS corvanta ipncsdk RUNTIME DESTINATION "${corvanta_folder}" LIBRARY DESTINATION "${corvanta_folder}")
+install(TARGETS corvanta corvanta_vision_opencv ipncsdk RUNTIME DESTINATION "${corvanta_folder}" LIBRARY DESTINATION "${corvanta_folder}")
 if(TARGET corvanta_webmap)
   install(TARGETS corvanta_webmap LIBRARY DESTINATION "${corvanta_folder}")
 endif()

@@ -6537,6 +6537,13 @@ Do not cut the power meanwhile.</translation>
     </message>
 </context>
 <context>
+    <name>VisionBackend</name>
+    <message>
+        <source>缺少图像识别组件，请重新安装程序!</source>
+        <translation>The component that looks at pictures is missing, please install the program again!</translation>
+    </message>
+</context>
+<context>
     <name>VolumePopup</name>
     <message>
         <source>静音</source>

@@ -1,8 +1,8 @@
 #include "vision/LaserScale.h"
 
 #include <QCoreApplication>
-
-#include <opencv2/imgproc.hpp>
+#include <QPolygonF>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +18,7 @@ constexpr double MostScale = 1000; // mm per px
 constexpr double LeastHeight = 0.02;
 
 using Corners = std::array<QPointF, 4>;
+using Matrix = std::array<double, 9>; // row by row, for columns (x, y, 1)
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(LaserScale)
@@ -77,6 +78,30 @@ Corners placesOf(const LaserScale::Points& points) {
     return {points[0].place, points[1].place, points[2].place, points[3].place};
 }
 
+Matrix product(const Matrix& left, const Matrix& right) {
+    Matrix result{};
+    for (std::size_t row = 0; row < 9; row += 3) {
+        for (std::size_t column = 0; column < 3; ++column)
+            result[row + column] =
+                left[row] * right[column] + left[row + 1] * right[column + 3] + left[row + 2] * right[column + 6];
+    }
+    return result;
+}
+
+Matrix times(Matrix matrix, double factor) {
+    for (double& element : matrix)
+        element *= factor;
+    return matrix;
+}
+
+/// By the adjugate. (Qt's own takes small elements for none.)
+Matrix inverse(const Matrix& m) {
+    const Matrix adjugate = {m[4] * m[8] - m[5] * m[7], m[2] * m[7] - m[1] * m[8], m[1] * m[5] - m[2] * m[4],
+                             m[5] * m[6] - m[3] * m[8], m[0] * m[8] - m[2] * m[6], m[2] * m[3] - m[0] * m[5],
+                             m[3] * m[7] - m[4] * m[6], m[1] * m[6] - m[0] * m[7], m[0] * m[4] - m[1] * m[3]};
+    return times(adjugate, 1 / (m[0] * adjugate[0] + m[1] * adjugate[3] + m[2] * adjugate[6]));
+}
+
 /// Moves and scales points to within one of their middle. Numbers of like size keep the equations exact.
 struct Normal {
     QPointF middle;
@@ -86,60 +111,59 @@ struct Normal {
         : middle((points[0] + points[1] + points[2] + points[3]) / 4)
         , extent(extentOf(points)) {}
 
-    cv::Point2f apply(const QPointF& point) const {
-        const QPointF moved = (point - middle) / extent;
-        return {static_cast<float>(moved.x()), static_cast<float>(moved.y())};
+    QPolygonF apply(const Corners& points) const {
+        QPolygonF moved;
+        for (const QPointF& point : points)
+            moved += (point - middle) / extent;
+        return moved;
     }
-    cv::Matx33d matrix() const {
+    Matrix matrix() const {
         return {1 / extent, 0, -middle.x() / extent, 0, 1 / extent, -middle.y() / extent, 0, 0, 1};
     }
 };
 
-/// The perspective that brings pixels to places.
-cv::Matx33d perspective(const LaserScale::Points& points) {
-    const Normal pixels(pixelsOf(points));
-    const Normal places(placesOf(points));
-    std::array<cv::Point2f, 4> from;
-    std::array<cv::Point2f, 4> to;
-    for (std::size_t index = 0; index < points.size(); ++index) {
-        from[index] = pixels.apply(points[index].pixel);
-        to[index] = places.apply(points[index].place);
-    }
-    const cv::Matx33d between = cv::getPerspectiveTransform(from.data(), to.data());
-    return places.matrix().inv() * between * pixels.matrix();
+/// The perspective that brings pixels to places; none where no such is found.
+std::optional<Matrix> perspective(const LaserScale::Points& points) {
+    const Corners from = pixelsOf(points);
+    const Corners to = placesOf(points);
+    const Normal pixels(from);
+    const Normal places(to);
+    QTransform t;
+    if (!QTransform::quadToQuad(pixels.apply(from), places.apply(to), t))
+        return std::nullopt;
+    // Qt's matrices are for rows.
+    const Matrix between = {t.m11(), t.m21(), t.m31(), t.m12(), t.m22(), t.m32(), t.m13(), t.m23(), t.m33()};
+    return product(inverse(places.matrix()), product(between, pixels.matrix()));
 }
 
-double weightAt(const cv::Matx33d& matrix, const QPointF& pixel) {
-    return matrix(2, 0) * pixel.x() + matrix(2, 1) * pixel.y() + matrix(2, 2);
+std::array<double, 3> applied(const Matrix& matrix, const QPointF& point) {
+    const auto row = [&](std::size_t first) {
+        return matrix[first] * point.x() + matrix[first + 1] * point.y() + matrix[first + 2];
+    };
+    return {row(0), row(3), row(6)};
 }
 
 /// Whether all four points lie on the same side of the horizon, as what a camera sees does. Where the horizon runs
 /// just through their middle there is no such perspective, and what is computed does not bring the pixels to their
 /// places.
-bool canBeSeen(const cv::Matx33d& matrix, const LaserScale::Points& points) {
+bool canBeSeen(const Matrix& matrix, const LaserScale::Points& points) {
     constexpr double closeEnough = 1e-3; // of the points' distances
     const double tolerance = closeEnough * extentOf(placesOf(points));
     int positive = 0;
     for (const ScalePoint& point : points) {
-        const cv::Vec3d place = matrix * cv::Vec3d(point.pixel.x(), point.pixel.y(), 1);
-        if (!(distance(QPointF(place[0], place[1]) / place[2], point.place) <= tolerance))
+        const auto [x, y, weight] = applied(matrix, point.pixel);
+        if (!(distance(QPointF(x, y) / weight, point.place) <= tolerance))
             return false;
-        positive += place[2] > 0 ? 1 : 0;
+        positive += weight > 0 ? 1 : 0;
     }
     return positive == 0 || positive == 4;
-}
-
-std::array<double, 9> rowsOf(const cv::Matx33d& matrix) {
-    std::array<double, 9> rows{};
-    std::copy(std::begin(matrix.val), std::end(matrix.val), rows.begin());
-    return rows;
 }
 
 } // namespace
 
 LaserScale::LaserScale(const Matrix& toPlace)
     : toPlace_(toPlace)
-    , toPixel_(rowsOf(cv::Matx33d(toPlace.data()).inv())) {}
+    , toPixel_(inverse(toPlace)) {}
 
 std::optional<LaserScale> LaserScale::fromScale(double millimetresPerPixel) {
     if (!(millimetresPerPixel > 0 && millimetresPerPixel <= MostScale))
@@ -158,25 +182,22 @@ std::optional<QString> LaserScale::problem(const Points& points) {
         return Texts::tr("标定点不能重合");
     if (haveLine(pixels) || haveLine(places))
         return Texts::tr("任意三个标定点不能在一条直线上");
-    if (!canBeSeen(perspective(points), points))
+    const auto matrix = perspective(points);
+    if (!matrix || !canBeSeen(*matrix, points))
         return Texts::tr("标定点的图上位置与实际坐标不对应,请检查顺序");
     return std::nullopt;
 }
 
 std::optional<LaserScale> LaserScale::fromPoints(const Points& points) {
-    if (problem(points))
+    const auto matrix = problem(points) ? std::nullopt : perspective(points);
+    if (!matrix)
         return std::nullopt;
-    cv::Matx33d matrix = perspective(points);
-    matrix *= 1 / weightAt(matrix, points[0].pixel);
-    return LaserScale(rowsOf(matrix));
+    return LaserScale(times(*matrix, 1 / applied(*matrix, points[0].pixel)[2]));
 }
 
 std::optional<QPointF> LaserScale::apply(const Matrix& matrix, const QPointF& point) {
-    const auto row = [&](std::size_t first) {
-        return matrix[first] * point.x() + matrix[first + 1] * point.y() + matrix[first + 2];
-    };
-    const double weight = row(6);
-    const QPointF result(row(0) / weight, row(3) / weight);
+    const auto [x, y, weight] = applied(matrix, point);
+    const QPointF result = QPointF(x, y) / weight;
     return weight > 0 && isUsable(result) ? std::optional(result) : std::nullopt;
 }
 

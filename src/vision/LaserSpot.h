@@ -44,7 +44,8 @@ enum class SpotProblem {
     TooLarge,
     NotRound,
     CutByBorder, ///< it touches the border, so its centre cannot be told
-    Several      ///< two or more that are about equally good
+    Several,     ///< two or more that are about equally good
+    NoBackend    ///< nothing that looks at pictures is installed
 };
 
 /// For the user; empty for `None`.

@@ -2,32 +2,37 @@
 
 #include <QStringList>
 
-#include <opencv2/core.hpp>
-
 #include <cmath>
 #include <limits>
-#include <sstream>
 
 namespace corvanta::vision {
 
 namespace {
 constexpr int LongestText = 4096; // characters; a 3 x 3 matrix takes some 200
+constexpr int Digits = 16;        // significant ones of a number
 } // namespace
 
-QString matrixText(const cv::Mat& matrix) {
-    std::ostringstream text;
-    text << matrix;
-    return QString::fromStdString(text.str());
+QString matrixText(const Matrix& matrix) {
+    QStringList rows;
+    auto value = matrix.values.begin();
+    for (int row = 0; row < matrix.rows; ++row) {
+        QStringList elements;
+        for (int column = 0; column < matrix.columns; ++column)
+            elements += QString::number(*value++, 'g', Digits);
+        rows += elements.join(QStringLiteral(", "));
+    }
+    return QLatin1Char('[') + rows.join(QStringLiteral(";\n ")) + QLatin1Char(']');
 }
 
-cv::Mat matrixFromText(const QString& text) {
+Matrix matrixFromText(const QString& text) {
     if (text.size() > LongestText)
         return {};
-    cv::Mat matrix;
+    Matrix matrix;
     const QStringList rows = text.split(QLatin1Char(';'));
     for (const QString& row : rows) {
-        cv::Mat1d numbers;
         const QStringList elements = row.split(QLatin1Char(','));
+        if (matrix.rows > 0 && elements.size() != matrix.columns)
+            return {};
         for (QString element : elements) {
             element.remove(QLatin1Char('[')).remove(QLatin1Char(']')).remove(QLatin1Char('\n'));
             bool isNumber = false;
@@ -36,12 +41,10 @@ cv::Mat matrixFromText(const QString& text) {
             // The largest one is no element either: its text is that of a larger one.
             if (!isNumber || !std::isfinite(number) || std::abs(number) >= std::numeric_limits<float>::max())
                 return {};
-            numbers.push_back(static_cast<double>(number));
+            matrix.values.push_back(static_cast<double>(number));
         }
-        const cv::Mat line = numbers.reshape(1, 1);
-        if (!matrix.empty() && matrix.cols != line.cols)
-            return {};
-        matrix.push_back(line);
+        matrix.columns = elements.size();
+        ++matrix.rows;
     }
     return matrix;
 }

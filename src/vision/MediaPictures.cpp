@@ -5,8 +5,6 @@
 #include <QDebug>
 #include <QImageReader>
 
-#include <opencv2/imgproc.hpp>
-
 #include <algorithm>
 #include <filesystem>
 #include <thread>
@@ -58,23 +56,6 @@ QImage readPicture(const QString& path) {
         return {};
     }
     return picture.convertToFormat(QImage::Format_RGB32);
-}
-
-cv::Mat greyOf(const QImage& picture) {
-    if (picture.isNull())
-        return {};
-    const QImage rgb = picture.convertToFormat(QImage::Format_RGB32); // the same picture where it is one already
-    // The scan lines are only read; OpenCV has no view of constant pixels.
-    const cv::Mat pixels(rgb.height(), rgb.width(), CV_8UC4, const_cast<uchar*>(rgb.constBits()),
-                         static_cast<std::size_t>(rgb.bytesPerLine()));
-    cv::Mat grey;
-    cv::cvtColor(pixels, grey, cv::COLOR_BGRA2GRAY);
-    return grey;
-}
-
-cv::Mat greyOf(const playback::Picture& frame) {
-    return {static_cast<int>(frame.size.height), static_cast<int>(frame.size.width), CV_8UC1,
-            const_cast<std::uint8_t*>(frame.bytes.data())};
 }
 
 bool forEachFrame(const QString& path, const FrameLoop& loop) {

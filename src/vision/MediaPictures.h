@@ -5,8 +5,6 @@
 #include <QImage>
 #include <QString>
 
-#include <opencv2/core/mat.hpp>
-
 #include <cstddef>
 #include <functional>
 
@@ -24,12 +22,6 @@ MediaKind mediaKindOf(const QString& path);
 /// A picture of a file, in 32 bits of colour without transparency and turned as its camera was held. Null where it
 /// cannot be read or is larger than any camera's; one debug line says why. Any thread.
 QImage readPicture(const QString& path);
-
-/// The grey levels of a picture: 0.299 R + 0.587 G + 0.114 B, 8 bits, rows from the top.
-cv::Mat greyOf(const QImage& picture);
-
-/// The grey levels of a frame: its luma, without a copy. Valid as long as the frame.
-cv::Mat greyOf(const playback::Picture& frame);
 
 /// What is done with a frame of a video; numbers count from 0.
 using FrameTask = std::function<void(std::size_t number, const playback::Picture& frame)>;

@@ -12,12 +12,16 @@ namespace corvanta::vision {
 
 namespace {
 
+/// Without a copy; valid as long as the frame.
+GreyLevels lumaOf(const playback::Picture& frame) {
+    return {frame.bytes.data(), static_cast<int>(frame.size.width), static_cast<int>(frame.size.height)};
+}
+
 std::optional<Position> measurePicture(const QString& path, const QrPose& pose) {
     const QImage picture = readPicture(path);
     if (picture.isNull())
         return std::nullopt;
-    CodeScanner scanner;
-    const auto found = pose.measure(greyOf(picture), scanner);
+    const auto found = pose.measure(visionBackend()->makeCodeReader()->find(picture));
     return found ? std::optional(found->position) : std::nullopt;
 }
 
@@ -27,8 +31,9 @@ std::optional<Position> measureVideo(const QString& path, const QrPose& pose,
     std::vector<Position> positions; // guarded by `mutex`; their order does not matter
     FrameLoop loop;
     loop.taskOfThread = [&]() -> FrameTask {
-        return [&, scanner = std::make_shared<CodeScanner>()](std::size_t, const playback::Picture& frame) {
-            if (const auto found = pose.measure(greyOf(frame), *scanner)) {
+        return [&, reader = std::shared_ptr(visionBackend()->makeCodeReader())](std::size_t,
+                                                                                const playback::Picture& frame) {
+            if (const auto found = pose.measure(reader->find(lumaOf(frame)))) {
                 const std::lock_guard lock(mutex);
                 positions.push_back(found->position);
             }
@@ -44,6 +49,8 @@ std::optional<Position> measureVideo(const QString& path, const QrPose& pose,
 
 std::optional<Position> measureFile(const QString& path, const QrPose& pose, const std::function<bool()>& interrupted,
                                     int threads) {
+    if (visionBackend() == nullptr)
+        return std::nullopt;
     switch (mediaKindOf(path)) {
     case MediaKind::Picture:
         return measurePicture(path, pose);

@@ -3,8 +3,7 @@
 #include "vision/MatrixText.h"
 
 #include <QDebug>
-
-#include <opencv2/calib3d.hpp>
+#include <QtMath>
 
 #include <algorithm>
 #include <cmath>
@@ -24,12 +23,12 @@ std::array<double, 2> turned(double angle, double first, double second) {
 /// The angles are radians and are taken for degrees here. Initial positions and thresholds of devices were made so;
 /// right ones would move them all.
 double asIfDegrees(double angle) {
-    return -angle * CV_PI / 180;
+    return -angle * M_PI / 180;
 }
 
-std::array<double, 3> anglesOf(const cv::Matx33d& r) {
-    return {std::atan2(r(2, 1), r(2, 2)), std::atan2(-r(2, 0), std::hypot(r(2, 1), r(2, 2))),
-            std::atan2(r(1, 0), r(0, 0))};
+/// Of a rotation's matrix.
+std::array<double, 3> anglesOf(const std::array<double, 9>& r) {
+    return {std::atan2(r[7], r[8]), std::atan2(-r[6], std::hypot(r[7], r[8])), std::atan2(r[3], r[0])};
 }
 
 bool isFinite(const Position& position) {
@@ -50,7 +49,7 @@ QStringList Position::texts() const {
     return {text(x), text(y), text(z)};
 }
 
-Position cameraPosition(const cv::Vec3d& t, const std::array<double, 3>& angles) {
+Position cameraPosition(const std::array<double, 3>& t, const std::array<double, 3>& angles) {
     const auto [x1, y1] = turned(asIfDegrees(angles[2]), t[0], t[1]);
     const auto [z1, x2] = turned(asIfDegrees(angles[1]), t[2], x1);
     const auto [y2, z2] = turned(asIfDegrees(angles[0]), y1, z1);
@@ -58,19 +57,21 @@ Position cameraPosition(const cv::Vec3d& t, const std::array<double, 3>& angles)
 }
 
 std::optional<QrPose> QrPose::make(const QrSetup& setup) {
-    const cv::Mat camera = matrixFromText(setup.cameraMatrix);
-    const cv::Mat distortion = matrixFromText(setup.distCoeffs);
+    const Matrix camera = matrixFromText(setup.cameraMatrix);
+    const Matrix distortion = matrixFromText(setup.distCoeffs);
     bool isNumber = false;
     const float width = setup.codeWidth.trimmed().toFloat(&isNumber);
     QrPose pose;
-    const bool isUsable = camera.size() == cv::Size(3, 3) && distortion.total() == pose.distortion_.cols &&
-                          isNumber && std::isfinite(width) && width > 0;
+    const bool isUsable = camera.rows == 3 && camera.columns == 3 &&
+                          distortion.values.size() == pose.lens_.distortion.size() && isNumber &&
+                          std::isfinite(width) && width > 0;
     if (isUsable) {
-        pose.camera_ = camera;
-        pose.distortion_ = cv::Mat(distortion.reshape(1, 1));
+        std::copy(camera.values.begin(), camera.values.end(), pose.lens_.matrix.begin());
+        std::copy(distortion.values.begin(), distortion.values.end(), pose.lens_.distortion.begin());
         pose.half_ = width / 2;
     }
-    if (!isUsable || pose.camera_(0, 0) <= 0 || pose.camera_(1, 1) <= 0) {
+    // The focal lengths.
+    if (!isUsable || pose.lens_.matrix[0] <= 0 || pose.lens_.matrix[4] <= 0) {
         qDebug() << "no position can be measured with" << setup.cameraMatrix.left(200) << setup.distCoeffs.left(200)
                  << setup.codeWidth.left(20);
         return std::nullopt;
@@ -78,30 +79,15 @@ std::optional<QrPose> QrPose::make(const QrSetup& setup) {
     return pose;
 }
 
-std::optional<QrMeasurement> QrPose::measure(const CodeScanner::Corners& corners) const {
-    const std::array<cv::Point3f, 4> model = {cv::Point3f(-half_, -half_, 0), cv::Point3f(-half_, half_, 0),
-                                              cv::Point3f(half_, half_, 0), cv::Point3f(half_, -half_, 0)};
-    cv::Vec3d rotation;
-    cv::Vec3d translation;
-    cv::Matx33d matrix;
-    try {
-        if (!cv::solvePnP(model, corners, camera_, distortion_, rotation, translation, false, cv::SOLVEPNP_ITERATIVE))
-            return std::nullopt;
-        cv::Rodrigues(rotation, matrix);
-    } catch (const cv::Exception& error) {
-        qDebug() << "the corners of a code have no position" << error.what();
+std::optional<QrMeasurement> QrPose::measure(const std::optional<CodeCorners>& corners) const {
+    const VisionBackend* const backend = corners ? visionBackend() : nullptr;
+    const auto seen = backend != nullptr ? backend->poseOfCode(*corners, half_, lens_) : std::nullopt;
+    if (!seen)
         return std::nullopt;
-    }
     QrMeasurement result;
-    result.angles = anglesOf(matrix);
-    result.position = cameraPosition(translation, result.angles);
-    result.corners = corners;
+    result.angles = anglesOf(seen->rotation);
+    result.position = cameraPosition(seen->translation, result.angles);
     return isFinite(result.position) ? std::optional(result) : std::nullopt;
-}
-
-std::optional<QrMeasurement> QrPose::measure(const cv::Mat& grey, CodeScanner& scanner) const {
-    const auto corners = scanner.find(grey);
-    return corners ? measure(*corners) : std::nullopt;
 }
 
 float trimmedMean(std::vector<float> values) {

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "vision/CodeScanner.h"
+#include "vision/VisionBackend.h"
 
 #include <QStringList>
 #include <QVariantMap>
-
-#include <opencv2/core/matx.hpp>
 
 #include <array>
 #include <optional>
@@ -36,7 +34,6 @@ struct Position {
 struct QrMeasurement {
     Position position;
     std::array<double, 3> angles{}; ///< about x, y and z; radians
-    CodeScanner::Corners corners{}; ///< px
 };
 
 /// From corners to positions, for one camera and one size of code. A value; any number of threads.
@@ -45,23 +42,18 @@ public:
     /// None for texts that are no such matrices, or a width that is no positive number; one debug line says so.
     static std::optional<QrPose> make(const QrSetup& setup);
 
-    /// The position for four corners, in the order in which `CodeScanner` tells them; none where there is no
-    /// solution.
-    std::optional<QrMeasurement> measure(const CodeScanner::Corners& corners) const;
-
-    /// The position of the code in a grey picture of 8 bits.
-    std::optional<QrMeasurement> measure(const cv::Mat& grey, CodeScanner& scanner) const;
+    /// The position for the corners that a `CodeReader` has found; none for none, or where there is no solution.
+    std::optional<QrMeasurement> measure(const std::optional<CodeCorners>& corners) const;
 
 private:
     QrPose() = default;
 
-    cv::Matx33d camera_;
-    cv::Matx<double, 1, 5> distortion_;
+    Lens lens_;
     float half_ = 0; ///< mm, half of the code's side
 };
 
 /// Turns a translation back by three angles (about x, y and z), and turns its sign: where the camera is.
-Position cameraPosition(const cv::Vec3d& translation, const std::array<double, 3>& angles);
+Position cameraPosition(const std::array<double, 3>& translation, const std::array<double, 3>& angles);
 
 /// Of each axis the mean of all values, without the lowest and the highest where there are more than two. Empty for
 /// none.

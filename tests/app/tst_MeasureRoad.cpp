@@ -97,11 +97,13 @@ void tst_MeasureRoad::signIn() {
 
 void tst_MeasureRoad::setUp() {
     const scene::Lens lens = scene::CodeScene::lens().scaled({640, 360});
-    const cv::Mat distortion(1, 5, CV_64F, const_cast<double*>(lens.distortion.data()));
+    const cv::Matx33d camera = lens.matrix();
     const QVariantMap info{
         {QStringLiteral("QRwidth"), number(scene::CodeScene::codeSide)},
-        {QStringLiteral("cameraMatrix"), corvanta::vision::matrixText(cv::Mat(lens.matrix()))},
-        {QStringLiteral("distCoeffs"), corvanta::vision::matrixText(distortion)},
+        {QStringLiteral("cameraMatrix"),
+         corvanta::vision::matrixText({3, 3, {std::begin(camera.val), std::end(camera.val)}})},
+        {QStringLiteral("distCoeffs"),
+         corvanta::vision::matrixText({1, 5, {lens.distortion.begin(), lens.distortion.end()}})},
         {QStringLiteral("inintDataList"), QVariantMap{{QStringLiteral("qr_inint_x"), number(initial_[0])},
                                                       {QStringLiteral("qr_inint_y"), number(initial_[1])},
                                                       {QStringLiteral("qr_inint_z"), number(initial_[2])}}}};

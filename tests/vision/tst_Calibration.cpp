@@ -90,10 +90,10 @@ void tst_Calibration::photographsGiveThePublishedCamera() {
     QVERIFY2(result->reprojectionError > 0.01 && result->reprojectionError < 0.5,
              qPrintable(QString::number(result->reprojectionError)));
     const Published expected = published();
-    const cv::Mat camera = matrixFromText(result->cameraMatrix);
-    const cv::Mat distortion = matrixFromText(result->distCoeffs);
+    const cv::Mat camera = cv::Mat(matrixFromText(result->cameraMatrix).values, true).reshape(1, 3);
+    const cv::Mat distortion(matrixFromText(result->distCoeffs).values, true);
     QCOMPARE(camera.size(), cv::Size(3, 3));
-    QCOMPARE(distortion.size(), cv::Size(5, 1));
+    QCOMPARE(distortion.total(), std::size_t{5});
     const double focal = expected.camera.at<double>(0, 0);
     QVERIFY2(std::abs(camera.at<double>(0, 0) - focal) < focal * 0.02, qPrintable(result->cameraMatrix));
     QVERIFY2(std::abs(camera.at<double>(1, 1) - focal) < focal * 0.02, qPrintable(result->cameraMatrix));

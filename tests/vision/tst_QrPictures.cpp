@@ -65,9 +65,9 @@ void tst_QrPictures::initTestCase() {
 
 std::vector<Position> tst_QrPictures::measureEach(const QVector<QImage>& pictures) const {
     std::vector<Position> positions;
-    CodeScanner scanner;
+    const auto reader = visionBackend()->makeCodeReader();
     for (const QImage& picture : pictures) {
-        if (const auto found = pose_->measure(greyOf(picture), scanner))
+        if (const auto found = pose_->measure(reader->find(picture)))
             positions.push_back(found->position);
     }
     return positions;

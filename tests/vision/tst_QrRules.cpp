@@ -7,11 +7,12 @@
 
 #include <QJsonDocument>
 #include <QTest>
+#include <QtMath>
 
 #include <opencv2/core.hpp>
 
-#include <cmath>
-#include <limits>
+#include <sstream>
+#include <vector>
 
 using namespace corvanta::vision;
 
@@ -50,13 +51,17 @@ QVariantMap object(const char* text) {
 } // namespace
 
 void tst_QrRules::matricesAreTexts() {
-    const cv::Matx33d matrix(535.91573396163199, 0, 342.28315473308373, 0, 535.9, 235.5, 0, 0, 1);
-    const QString text = matrixText(cv::Mat(matrix));
-    QCOMPARE(text, QStringLiteral("[535.915733961632, 0, 342.2831547330837;\n 0, 535.9, 235.5;\n 0, 0, 1]"));
-    const cv::Mat read = matrixFromText(text);
-    QCOMPARE(read.type(), CV_64F);
-    QVERIFY(cv::norm(read, cv::Mat(matrix), cv::NORM_INF) < 1e-4); // single precision
-    QCOMPARE(read.at<double>(0, 0), static_cast<double>(535.91573396163199F));
+    const std::vector<double> values = {535.91573396163199, 0, 342.28315473308373, 0, 535.9, 235.5, -1e-7, 1e21, 1};
+    const QString text = matrixText({3, 3, values});
+    QCOMPARE(text, QStringLiteral("[535.915733961632, 0, 342.2831547330837;\n 0, 535.9, 235.5;\n -1e-07, 1e+21, 1]"));
+    std::ostringstream printed;
+    printed << cv::Mat(values).reshape(1, 3);
+    QCOMPARE(text, QString::fromStdString(printed.str()));
+    const Matrix read = matrixFromText(text);
+    QCOMPARE(read.rows, 3);
+    QCOMPARE(read.columns, 3);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        QCOMPARE(read.values[i], static_cast<double>(static_cast<float>(values[i])));
 }
 
 void tst_QrRules::badMatricesAreNone_data() {
@@ -76,7 +81,7 @@ void tst_QrRules::badMatricesAreNone_data() {
 
 void tst_QrRules::badMatricesAreNone() {
     QFETCH(const QString, text);
-    QVERIFY(matrixFromText(text).empty());
+    QVERIFY(matrixFromText(text).isEmpty());
     QVERIFY(!QrPose::make({text, goodDistortion, QStringLiteral("100")}));
     QVERIFY(!QrPose::make({goodMatrix, text, QStringLiteral("100")}));
 }
@@ -147,9 +152,9 @@ void tst_QrRules::positionsAreTurnedBack_data() {
     QTest::addColumn<QVector<double>>("expected");
     using Three = QVector<double>;
     // Of the translation (10, 20, 1000). The sine of half a turn, taken for degrees, is 0.0548...
-    const double turn = CV_PI / 2;
-    const double c = std::cos(turn * CV_PI / 180);
-    const double s = std::sin(turn * CV_PI / 180);
+    const double turn = M_PI / 2;
+    const double c = std::cos(turn * M_PI / 180);
+    const double s = std::sin(turn * M_PI / 180);
     QTest::newRow("not turned") << Three{0, 0, 0} << Three{-10, -20, -1000};
     QTest::newRow("about x") << Three{turn, 0, 0} << Three{-10, -(c * 20 + s * 1000), -(-s * 20 + c * 1000)};
     QTest::newRow("about y") << Three{0, turn, 0} << Three{-(c * 10 - s * 1000), -20, -(c * 1000 + s * 10)};

@@ -1,6 +1,7 @@
 #include "vision/setup/CalibrationRun.h"
 
 #include "vision/MediaPictures.h"
+#include "vision/VisionBackend.h"
 #include "vision/setup/PhotoSeries.h"
 
 #include <QCoreApplication>
@@ -37,6 +38,8 @@ QString stepText(const CalibrationStep& step) {
         return Texts::tr("开始标定………………");
     case Kind::Done:
         break;
+    case Kind::NoBackend:
+        return noVisionText();
     case Kind::Failed:
         return Texts::tr("标定失败,请换用角度和位置不同的照片");
     }
@@ -67,6 +70,10 @@ void CalibrationRun::tell(const CalibrationStep& step) {
 
 void CalibrationRun::run() {
     using Kind = CalibrationStep::Kind;
+    if (visionBackend() == nullptr) {
+        tell({.kind = Kind::NoBackend});
+        return;
+    }
     for (int photo = 1; photo <= paths_.size(); ++photo) {
         if (isGivenUp() || !look(photo))
             return;

@@ -22,7 +22,8 @@ struct CalibrationStep {
         TooFew,      ///< the end: too few photos that can be read
         Calibrating, ///< all photos were looked at
         Done,        ///< the end, there is a result
-        Failed       ///< the end: no camera fits what was seen
+        Failed,      ///< the end: no camera fits what was seen
+        NoBackend    ///< the end: nothing that looks at pictures is installed
     };
     Kind kind = Kind::Looked;
     int photo = 0;    ///< from 1, of the kinds that are about one

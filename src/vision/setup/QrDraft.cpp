@@ -85,6 +85,8 @@ std::optional<QString> QrDraft::measureProblem() const {
         return Texts::tr("请先标定摄像机参数!");
     if (!isWidthRight())
         return Texts::tr("请输入正确的二维码宽度!");
+    if (visionBackend() == nullptr)
+        return noVisionText();
     return std::nullopt;
 }
 

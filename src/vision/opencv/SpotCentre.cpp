@@ -1,4 +1,4 @@
-#include "vision/SpotCentre.h"
+#include "vision/opencv/SpotCentre.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace corvanta::vision {
+namespace corvanta::vision::opencv {
 
 namespace {
 
@@ -175,4 +175,4 @@ cv::Point2d spotCentre(const cv::Mat1b& light, const cv::Mat1b& reference, const
     return isInside ? centre : near;
 }
 
-} // namespace corvanta::vision
+} // namespace corvanta::vision::opencv

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace corvanta::vision {
+namespace corvanta::vision::opencv {
 
 /// Something bright that may be a spot. Positions and diameters are in px; the upper-left pixel covers 0 to 1.
 struct SpotCandidate {
@@ -31,4 +31,4 @@ struct StandingOut {
 /// Where there is very much, no more than the brightest.
 std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double threshold);
 
-} // namespace corvanta::vision
+} // namespace corvanta::vision::opencv

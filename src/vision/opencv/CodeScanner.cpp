@@ -1,12 +1,13 @@
-#include "vision/CodeScanner.h"
+#include "vision/opencv/CodeScanner.h"
+
+#include "vision/opencv/Grey.h"
 
 #include <opencv2/imgproc.hpp>
 #include <zbar.h>
 
 #include <cmath>
-#include <utility>
 
-namespace corvanta::vision {
+namespace corvanta::vision::opencv {
 
 namespace {
 constexpr int BlurSize = 7;       // px
@@ -27,12 +28,12 @@ public:
     }
 
     /// The picture lies in one piece and stays as it is meanwhile.
-    std::optional<Corners> scan(const cv::Mat& binary) {
+    std::optional<CodeCorners> scan(const cv::Mat& binary) {
         zbar::zbar_image_set_size(image_.get(), static_cast<unsigned>(binary.cols),
                                   static_cast<unsigned>(binary.rows));
         zbar::zbar_image_set_data(image_.get(), binary.data, binary.total(), nullptr);
         const int found = zbar::zbar_scan_image(scanner_.get(), image_.get());
-        std::optional<Corners> corners;
+        std::optional<CodeCorners> corners;
         if (found == 1)
             corners = cornersOf(zbar::zbar_image_first_symbol(image_.get()));
         zbar::zbar_image_set_data(image_.get(), nullptr, 0, nullptr);
@@ -40,15 +41,14 @@ public:
     }
 
 private:
-    static std::optional<Corners> cornersOf(const zbar::zbar_symbol_t* symbol) {
-        Corners corners;
+    static std::optional<CodeCorners> cornersOf(const zbar::zbar_symbol_t* symbol) {
+        CodeCorners corners;
         // Bars may come with four points, too, but those are no corners.
         if (symbol == nullptr || zbar::zbar_symbol_get_type(symbol) != zbar::ZBAR_QRCODE ||
             zbar::zbar_symbol_get_loc_size(symbol) != corners.size())
             return std::nullopt;
         for (unsigned i = 0; i < corners.size(); ++i)
-            corners[i] = cv::Point2f(static_cast<float>(zbar::zbar_symbol_get_loc_x(symbol, i)),
-                                     static_cast<float>(zbar::zbar_symbol_get_loc_y(symbol, i)));
+            corners[i] = QPointF(zbar::zbar_symbol_get_loc_x(symbol, i), zbar::zbar_symbol_get_loc_y(symbol, i));
         return corners;
     }
 
@@ -65,10 +65,17 @@ CodeScanner::CodeScanner()
     : reader_(std::make_unique<Reader>()) {}
 
 CodeScanner::~CodeScanner() = default;
-CodeScanner::CodeScanner(CodeScanner&&) noexcept = default;
-CodeScanner& CodeScanner::operator=(CodeScanner&&) noexcept = default;
 
-std::optional<CodeScanner::Corners> CodeScanner::find(const cv::Mat& grey) {
+std::optional<CodeCorners> CodeScanner::find(const GreyLevels& grey) {
+    // OpenCV has no view of constant pixels.
+    return find(cv::Mat(grey.height, grey.width, CV_8UC1, const_cast<std::uint8_t*>(grey.bytes)));
+}
+
+std::optional<CodeCorners> CodeScanner::find(const QImage& picture) {
+    return find(greyOf(picture));
+}
+
+std::optional<CodeCorners> CodeScanner::find(const cv::Mat& grey) {
     if (grey.empty() || grey.type() != CV_8UC1)
         return std::nullopt;
     cv::blur(grey, blurred_, cv::Size(BlurSize, BlurSize));
@@ -84,7 +91,7 @@ std::optional<CodeScanner::Corners> CodeScanner::find(const cv::Mat& grey) {
     return scanFixed(otsu);
 }
 
-std::optional<CodeScanner::Corners> CodeScanner::scanFixed(double otsu) {
+std::optional<CodeCorners> CodeScanner::scanFixed(double otsu) {
     const int steps = static_cast<int>(std::ceil((White - otsu / 2) / LevelStep)); // while the level is below white
     for (int step = 0; step < steps; ++step) {
         cv::threshold(blurred_, binary_, otsu / 2 + step * LevelStep, White, cv::THRESH_BINARY);
@@ -94,8 +101,8 @@ std::optional<CodeScanner::Corners> CodeScanner::scanFixed(double otsu) {
     return std::nullopt;
 }
 
-std::optional<CodeScanner::Corners> CodeScanner::scan() {
+std::optional<CodeCorners> CodeScanner::scan() {
     return reader_->scan(binary_);
 }
 
-} // namespace corvanta::vision
+} // namespace corvanta::vision::opencv

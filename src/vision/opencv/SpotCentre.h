@@ -2,7 +2,7 @@
 
 #include <opencv2/core/mat.hpp>
 
-namespace corvanta::vision {
+namespace corvanta::vision::opencv {
 
 /// The centre of a spot of light to a fraction of a pixel; the upper-left pixel covers 0 to 1 in both directions.
 /// `near` is a first guess within the spot, `diameter` is where it is half as bright as at its peak (px).
@@ -14,4 +14,4 @@ namespace corvanta::vision {
 /// `reference` is empty or of the size of `light`; it is subtracted.
 cv::Point2d spotCentre(const cv::Mat1b& light, const cv::Mat1b& reference, const cv::Point2d& near, double diameter);
 
-} // namespace corvanta::vision
+} // namespace corvanta::vision::opencv

@@ -1,4 +1,4 @@
-#include "vision/SpotCandidates.h"
+#include "vision/opencv/SpotCandidates.h"
 
 #include <opencv2/imgproc.hpp>
 
@@ -7,7 +7,7 @@
 #include <climits>
 #include <cmath>
 
-namespace corvanta::vision {
+namespace corvanta::vision::opencv {
 
 namespace {
 
@@ -196,4 +196,4 @@ std::vector<SpotCandidate> findCandidates(const StandingOut& picture, double thr
     return found;
 }
 
-} // namespace corvanta::vision
+} // namespace corvanta::vision::opencv
