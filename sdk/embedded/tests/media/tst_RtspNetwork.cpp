@@ -101,20 +101,26 @@ void tst_RtspNetwork::opening() {
     HubOptions patient = options(carried);
     patient.networkTimeout = 2min;
     StreamHub hub(patient);
-    HubOptions hurried = options(carried);
-    hurried.networkTimeout = manner == Manner::Silent ? 1s : 2min;
-    StreamHub faulty(hurried);
     // Bytes of a conversation's beginning: the answers to DESCRIBE, SETUP and PLAY are longer together.
     for (const int after : {0, 30, 250, 550}) {
-        network.takeAway(manner, after);
-        QElapsedTimer time;
-        time.start();
-        const auto listener = std::make_shared<RecordingListener>();
-        faulty.subscribe(subscription(network, talks), listener);
-        const auto reason = listener->waitForClose();
+        std::optional<StreamError> reason;
+        // A camera on a busy machine may need longer for its answer than one has patience with a silent one.
+        for (auto patience = manner == Manner::Silent ? 1s : limit; patience <= limit; patience *= 5) {
+            HubOptions hurried = options(carried);
+            hurried.networkTimeout = patience;
+            StreamHub faulty(hurried);
+            network.takeAway(manner, after);
+            QElapsedTimer time;
+            time.start();
+            const auto listener = std::make_shared<RecordingListener>();
+            faulty.subscribe(subscription(network, talks), listener);
+            reason = listener->waitForClose();
+            QVERIFY(std::chrono::milliseconds(time.elapsed()) < limit);
+            QVERIFY(listener->record().opened.empty());
+            if (network.isAway())
+                break;
+        }
         QVERIFY(network.isAway());
-        QVERIFY(std::chrono::milliseconds(time.elapsed()) < limit);
-        QVERIFY(listener->record().opened.empty());
         const bool isTimeOut = reason == StreamError::TimedOut;
         const bool isLoss = reason == StreamError::AddressUnreachable || reason == StreamError::StreamNotFound ||
                             reason == StreamError::ConnectionLost;
