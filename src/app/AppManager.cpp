@@ -191,8 +191,8 @@ std::optional<QString> AppManager::writeVersionFile(const QString& folder) {
 }
 
 AppContext AppManager::context() {
-    return {gateway_, settings_,  devices_,   *this,   *accountFlags_, paths_,       ui_,
-            poll_,    *database_, *database_, *vault_, *alarms_,       inputFields_, *versionCheck_};
+    return {gateway_,   settings_,  devices_, *this,    *accountFlags_, paths_,         ui_,       poll_,
+            *database_, *database_, *vault_,  *alarms_, inputFields_,   *versionCheck_, timeZones_};
 }
 
 int AppManager::RequestMessage(const std::string& json, std::function<void(const std::string&)> onResponse) {

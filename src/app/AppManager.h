@@ -74,7 +74,6 @@ public:
     void setInputField(const QString& key, int pid, const QVariant& value) { inputFields_.set(key, pid, value); }
     /// The same field; invalid while it is not known.
     QVariant inputField(const QString& key, int pid) const { return inputFields_.value(key, pid); }
-    const QVariantList& timeZones() const { return timeZones_; }
     bool isSignedIn() const { return signedIn_; }
 
     /// Writes the description of the version that lies in `folder` into it, for the update server. Returns what went

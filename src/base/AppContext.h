@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QVariantList>
+
 class AccountFlags;
 class AppEvents;
 class AppPaths;
@@ -37,4 +39,5 @@ struct AppContext {
     corvanta::linkage::AlarmInbox& alarms;        ///< that nobody has acknowledged
     InputFields& inputFields;                     ///< what is known of the inputs of sensors beside `devices`
     corvanta::update::VersionCheck& versionCheck; ///< the one at the start
+    const QVariantList& timeZones; ///< that a device can be in: "timezone" ("UTC+08:00"), "name", "minutes"
 };

@@ -5,13 +5,8 @@
 #include "manageWidget/TimeZones.h"
 
 #include <QComboBox>
-#include <QDebug>
-#include <QFile>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -61,13 +56,10 @@ InfoConfigPage::InfoConfigPage(const ConfigTarget& target, QWidget* parent)
 }
 
 void InfoConfigPage::fillZones(const QString& current) {
-    QFile file(QStringLiteral(":/style/timezone/timezone.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        qDebug() << "no list of time zones";
-    const QJsonArray zones = QJsonDocument::fromJson(file.readAll()).array();
-    for (const QJsonValue& one : zones) {
-        const QString zone = one[QStringLiteral("timezone")].toString();
-        const QString places = corvanta::manage::zonePlaces(one[QStringLiteral("name")].toString());
+    for (const QVariant& one : target().context.timeZones) {
+        const QVariantMap entry = one.toMap();
+        const QString zone = entry.value(QStringLiteral("timezone")).toString();
+        const QString places = corvanta::manage::zonePlaces(entry.value(QStringLiteral("name")).toString());
         zone_->addItem(QStringLiteral("%1  %2").arg(zone, places), deviceZone(zone));
     }
     int known = zone_->findData(current);

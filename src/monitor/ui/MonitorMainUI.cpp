@@ -4,10 +4,8 @@
 #include "audio/Talker.h"
 #include "base/AppEvents.h"
 #include "base/DeviceModel.h"
-#include "base/Language.h"
 #include "base/ListRefresh.h"
 #include "base/RequestBuilder.h"
-#include "base/ScreenPoll.h"
 #include "base/SdkGateway.h"
 #include "base/Settings.h"
 #include "base/ui/MoveWidget.h"
@@ -19,7 +17,6 @@
 #include "logs/ui/Check_Log_Widget.h"
 #include "map/ui/FwidgetElectronMap.h"
 #include "monitor/Archive.h"
-#include "monitor/Layouts.h"
 #include "monitor/WindowMode.h"
 #include "monitor/ui/AccountControl.h"
 #include "monitor/ui/AlarmControl.h"
@@ -42,29 +39,23 @@
 #include "monitor/ui/UpdateControl.h"
 #include "monitor/ui/WallControl.h"
 #include "monitor/ui/WallPtz.h"
-#include "monitor/ui/WindowKeys.h"
+#include "monitor/ui/WindowCommands.h"
 #include "monitor/ui/WorkspaceKeeper.h"
-#include "monitor/ui/settings/HelpSheet.h"
-#include "monitor/ui/settings/SettingsDialog.h"
-#include "monitor/ui/settings/SettingsLog.h"
 #include "playback/ui/PlaybackPage.h"
 #include "recording/Recorder.h"
 #include "sensor/ui/ChartPage.h"
 #include "sensor/ui/SensorPage.h"
 #include "storage/ui/StoredFilesPage.h"
-#include "video/Placement.h"
 #include "video/ui/ItemVideo.h"
 
 #include <QCloseEvent>
 #include <QSplitter>
 #include <QVBoxLayout>
 
-#include <array>
 #include <utility>
 
 namespace keys = corvanta::keys;
 namespace requests = corvanta::requests;
-using PollMode = ScreenPoll::Mode;
 
 namespace {
 constexpr int MessageTime = 10000; // ms
@@ -105,12 +96,9 @@ MonitorMainUI::MonitorMainUI(const AppContext& context, RecordingStorage& storag
     connectReports();
     connectEvents();
     connectAlarms();
-    applyAspectMode();
-    new WindowKeys(*this, *grid_, devices_->tree(), [this](corvanta::ShortcutId id, int key) { onKey(id, key); });
+    new WindowCommands(context_, {*topBar_, *bottomBar_, *grid_, *control_, *poll_, *devices_}, *this);
     devices_->setVisible(!WindowMode::fromSetting(context_.settings.get(keys::WindowMode)).hidesDeviceTree);
     setTitle(context_.settings.title());
-    topBar_->setPolling(poll_->isRunning());
-    bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns());
     onLists();
 }
 
@@ -215,114 +203,17 @@ void MonitorMainUI::connectBars() {
     connect(account_, &AccountControl::sigDevices, manage_, &ManageControl::openDevices);
     connect(ptz_, &WallPtz::sigMessage, this, &MonitorMainUI::showMessage);
     connect(ptz_, &WallPtz::sigDialog, manage_, &ManageControl::openPtz);
-    connect(topBar_, &TopBar::sigPoll, this, &MonitorMainUI::togglePoll);
-    connect(topBar_, &TopBar::sigSettings, this, &MonitorMainUI::openSettings);
-    connect(topBar_, &TopBar::sigHelp, this, [this] { onKey(corvanta::ShortcutId::Help, 0); });
     connect(update_, &UpdateControl::sigMessage, this, &MonitorMainUI::showMessage);
     connect(update_, &UpdateControl::sigLeave, this, &MonitorMainUI::closeWithoutAsking);
-    connect(topBar_, &TopBar::sigMinimize, this, [this] { window()->showMinimized(); });
-    connect(topBar_, &TopBar::sigFullScreen, this, &MonitorMainUI::toggleFullScreen);
-    connect(topBar_, &TopBar::sigDoubleClick, this,
-            [this] { window()->setWindowState(window()->windowState() ^ Qt::WindowMaximized); });
-    connect(topBar_, &TopBar::sigClose, this, [this] { window()->close(); });
-    connect(bottomBar_, &MessageBar::sigLayout, grid_,
-            [this](int rows, int columns) { grid_->setLayout(rows, columns, true); });
-    connect(bottomBar_, &MessageBar::sigStopAll, control_, &WallControl::stopAll);
-    connect(poll_, &PollRunner::sigRunningChanged, this, [this] { topBar_->setPolling(poll_->isRunning()); });
-    connect(control_, &WallControl::sigLeaveFullScreen, this, &MonitorMainUI::leaveFullScreen);
     connect(live_, &LiveVideo::sigMessage, this, &MonitorMainUI::showMessage);
     connect(poll_, &PollRunner::sigMessage, this, &MonitorMainUI::showMessage);
     connect(order_, &DeviceOrder::sigMessage, this, &MonitorMainUI::showMessage);
     connect(records_, &RecordControl::sigMessage, this, &MonitorMainUI::showMessage);
     connect(listener_, &Listener::sigMessage, this, &MonitorMainUI::showMessage);
     connect(talker_, &Talker::sigMessage, this, &MonitorMainUI::showMessage);
-    connect(grid_, &Fwidget::sigLayoutChanged, this,
-            [this] { bottomBar_->setLayoutShown(grid_->grid().rows(), grid_->grid().columns()); });
     connect(devices_, &DevicePanel::sigSignIn, &context_.events, &AppEvents::sig_loginTip);
     connect(devices_, &DevicePanel::sigRefresh, this,
             [this] { corvanta::refreshDeviceList(context_.gateway, context_.events, corvanta::RefreshMode); });
-}
-
-void MonitorMainUI::togglePoll() {
-    const PollMode running = context_.poll.mode();
-    const bool previews = context_.settings.get(keys::PollMode).toInt() == static_cast<int>(PollMode::Previews);
-    const PollMode chosen = previews ? PollMode::Previews : PollMode::Videos;
-    poll_->toggle(static_cast<int>(running != PollMode::Off ? running : chosen));
-}
-
-void MonitorMainUI::openSettings() {
-    int page = 0;
-    int result = 0;
-    do {
-        SettingsDialog dialog(context_, this);
-        connect(&dialog, &SettingsDialog::sigApplied, this, &MonitorMainUI::applySettings);
-        dialog.setPage(page);
-        result = dialog.exec();
-        page = dialog.page();
-    } while (result == SettingsDialog::SayAnew);
-}
-
-void MonitorMainUI::applySettings(const QStringList& changedKeys) {
-    corvanta::settings::logChanges(context_, changedKeys);
-    if (changedKeys.contains(keys::AspectMode))
-        applyAspectMode();
-    if (changedKeys.contains(keys::Language))
-        corvanta::speak(context_.settings.get(keys::Language).toString());
-    if (changedKeys.contains(keys::DefaultGroup))
-        emit context_.events.sig_deviceFresh();
-}
-
-void MonitorMainUI::onKey(corvanta::ShortcutId id, int key) {
-    using Id = corvanta::ShortcutId;
-    static constexpr std::array<std::pair<int, int>, 4> steps{{{0, -1}, {0, 1}, {-1, 0}, {1, 0}}}; // rows, columns
-    switch (id) {
-    case Id::Escape:
-        if (!control_->leaveZoom())
-            leaveFullScreen();
-        break;
-    case Id::StopTile:
-        control_->stopTile(grid_->selectedIndex());
-        break;
-    case Id::Layout: {
-        const corvanta::Layout& layout = corvanta::layouts()[static_cast<std::size_t>(key)];
-        grid_->setLayout(layout.rows, layout.columns, true);
-        break;
-    }
-    case Id::MoveSelection: {
-        const auto [rows, columns] = steps[static_cast<std::size_t>(key)];
-        control_->moveSelection(rows, columns);
-        break;
-    }
-    case Id::FullScreen:
-        toggleFullScreen();
-        break;
-    case Id::DevicePanel:
-        devices_->setVisible(!devices_->isVisible());
-        break;
-    case Id::SearchDevice:
-        devices_->show();
-        devices_->startSearch();
-        break;
-    case Id::RefreshDevices:
-        corvanta::refreshDeviceList(context_.gateway, context_.events, corvanta::RefreshMode);
-        break;
-    case Id::TogglePoll:
-        togglePoll();
-        break;
-    case Id::StopAll:
-        control_->stopAll();
-        break;
-    case Id::OpenSettings:
-        openSettings();
-        break;
-    case Id::Help:
-        HelpSheet(this).exec();
-        break;
-    case Id::ToggleVideo: // the tile or the tree that has the focus does these
-    case Id::ZoomTile:
-    case Id::MoveCamera:
-        break;
-    }
 }
 
 void MonitorMainUI::connectTree() {
@@ -340,12 +231,6 @@ void MonitorMainUI::setDefaultGroup(const QString& groupId) {
     context_.settings.save();
     // The devices' tiles are counted anew from the list as it is.
     emit context_.events.sig_deviceFresh();
-}
-
-void MonitorMainUI::applyAspectMode() {
-    const auto mode = corvanta::video::aspectModeFromSetting(context_.settings.get(keys::AspectMode).toString());
-    for (int index = 0; index < grid_->grid().poolSize(); ++index)
-        grid_->tile(index)->setAspectMode(mode);
 }
 
 void MonitorMainUI::connectReports() {
@@ -370,7 +255,6 @@ void MonitorMainUI::connectEvents() {
     });
     connect(&events, &AppEvents::sig_MessageBar, this, &MonitorMainUI::OngetAlarmMessage);
     connect(&events, &AppEvents::sig_deal, this, &MonitorMainUI::sigDeal);
-    connect(&events, &AppEvents::quitVidoFullScreenEvent, this, &MonitorMainUI::leaveFullScreen);
     connect(&events, &AppEvents::sLonginAndLogoutEvent, this, &MonitorMainUI::onAccountChanged);
     connect(&events, qOverload<QVariantList, QVariantMap>(&AppEvents::sig_updateList), this,
             [this](const QVariantList& groups, const QVariantMap& devices) {
@@ -406,12 +290,16 @@ void MonitorMainUI::onLists() {
     }
 }
 
-void MonitorMainUI::signOut() {
+void MonitorMainUI::rest() {
     workspace_->forgetVideos();
     poll_->pause();
     live_->stopAll();
     records_->pause();
     audio_->pause();
+}
+
+void MonitorMainUI::signOut() {
+    rest();
     context_.gateway.setConfig(requests::directCommand(QStringLiteral("退出")));
 }
 
@@ -428,11 +316,7 @@ void MonitorMainUI::nameTiles() {
 void MonitorMainUI::onAccountChanged() {
     const QString number = context_.gateway.phoneId();
     if (number.isEmpty()) {
-        workspace_->forgetVideos();
-        poll_->pause();
-        live_->stopAll();
-        records_->pause();
-        audio_->pause();
+        rest();
         nameTiles();
         pollWaits_ = true;
     }
@@ -483,16 +367,6 @@ void MonitorMainUI::placeFrame() {
     connect(workspace_, &WorkspaceKeeper::sigWindowStateChanged, this,
             [this] { topBar_->setFullScreen(window()->isFullScreen()); });
     topBar_->setFullScreen(frame->isFullScreen());
-}
-
-void MonitorMainUI::toggleFullScreen() {
-    if (auto* const frame = qobject_cast<MoveWidget*>(window()))
-        frame->setFullScreen(!frame->isFullScreen());
-}
-
-void MonitorMainUI::leaveFullScreen() {
-    if (window()->isFullScreen())
-        toggleFullScreen();
 }
 
 void MonitorMainUI::closeWithoutAsking() {

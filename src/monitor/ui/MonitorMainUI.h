@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/AppContext.h"
-#include "monitor/Shortcuts.h"
 
 #include <QTimer>
 #include <QVariant>
@@ -86,7 +85,6 @@ public slots:
     void showMessage(const QString& text) { OngetAlarmMessage(text); }
     void OngetAlarmMessage(const QString& message);
     void OnMessagertimeout();
-    void toggleFullScreen();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -101,18 +99,14 @@ private:
     void connectEvents();
     void connectAlarms();
     void showLive(const QString& ipncId);
-    void applyAspectMode();
     void setTitle(const QString& title);
     void onLists();
     void onAccountChanged();
+    /// Ends what the account's devices show, record and tell, until there is an account again.
+    void rest();
     void signOut();
     void setDefaultGroup(const QString& groupId);
     void nameTiles();
-    void leaveFullScreen();
-    void onKey(corvanta::ShortcutId id, int key);
-    void togglePoll();
-    void openSettings();
-    void applySettings(const QStringList& changedKeys);
 
     AppContext context_;
     TopBar* topBar_ = nullptr;
