@@ -19,7 +19,8 @@ public:
             server.listen(QHostAddress::LocalHost);
             listening = server.serverPort();
             while (!stop_) {
-                if (!server.waitForNewConnection(20))
+                // Several may come at once.
+                if (!server.hasPendingConnections() && !server.waitForNewConnection(20))
                     continue;
                 const std::unique_ptr<QTcpSocket> peer(server.nextPendingConnection());
                 while (!stop_ && peer->state() == QAbstractSocket::ConnectedState) {
