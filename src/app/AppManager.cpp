@@ -76,6 +76,7 @@ constexpr int FreeMemoryInterval = 20000; // ms
 } // namespace
 
 void AppManager::prepare(const AppPaths& paths, AppUi& ui) {
+    corvanta::platform::shareHeaps();
     preparation().emplace(Preparation{paths, &ui});
 }
 

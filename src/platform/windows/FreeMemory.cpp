@@ -4,6 +4,9 @@
 
 namespace corvanta::platform {
 
+// All threads use the one heap of the process here.
+void shareHeaps() {}
+
 void returnFreeMemory() {
     HeapCompact(GetProcessHeap(), 0);
 }
